@@ -1,0 +1,60 @@
+// HTTPS client used by the transport: one object per request, made with new and freed with delete.
+// Implemented on libcurl. Process-wide trust, time-out and connection-sharing settings live in
+// ZRLibCurlOptions.h; nothing here reads the environment or a configuration file.
+#pragma once
+
+#include <memory>
+
+enum _http_req_type_ {
+  HTTP_REQ_GET = 0,
+  HTTP_REQ_POST = 1,
+  HTTP_REQ_PUT = 2,
+  HTTP_REQ_DELETE = 3,
+};
+
+enum _http_hdr_type_ {
+  HTTP_HDR_CUSTOM = 0,        // one complete header line, "Name: value"
+  HTTP_HDR_CONTENT_TYPE = 1,  // replaces the content type given at init
+  HTTP_HDR_ACCEPT = 2,        // value of an Accept header
+  HTTP_HDR_COOKIE_FILE = 3,   // path of a file whose cookies are sent with the request
+  HTTP_HDR_COOKIE_JAR = 4,    // path of a file into which received cookies are stored (mode 0600)
+};
+
+// Receives the response body when given to ZRLibCurlInit; null makes the client gather it itself.
+typedef unsigned long (*ZRLibCurlWriteCallback)(void* data, unsigned long size, unsigned long count,
+                                                void* userData);
+
+class ZRLibCurl {
+ public:
+  ZRLibCurl();
+  ~ZRLibCurl();
+  ZRLibCurl(const ZRLibCurl&) = delete;
+  ZRLibCurl& operator=(const ZRLibCurl&) = delete;
+
+  // Prepares the handle. contentTypeHeader is a complete header line such as
+  // "Content-Type: application/json"; it is sent with every request and survives
+  // ZRLibCurlFreeHttpHeaderList. failOnTransportErrorOnly and followRedirects are accepted as the
+  // system passes them (true, true) and keep their libcurl meaning. False when libcurl cannot
+  // give a handle.
+  bool ZRLibCurlInit(const char* contentTypeHeader, bool failOnTransportErrorOnly, bool followRedirects,
+                     ZRLibCurlWriteCallback writeCallback);
+  void ZRLibCurlDeInit();
+
+  bool ZRLibCurlAppendHeader(_http_hdr_type_ kind, const char* value);
+  // Empties the list of headers appended so far (the init content type stays).
+  void ZRLibCurlFreeHttpHeaderList();
+
+  // Sends one request and waits for the answer. True when a response came back, whatever its
+  // HTTP status; false when the exchange failed (the reason is logged at a detail level).
+  bool ZRLibCurlSendHttpReq(_http_req_type_ method, const char* url, const void* data, unsigned long length,
+                            bool verbose, const char* reserved);
+
+  // Body of the last response, owned by the client and zero-terminated; null when there is none.
+  const char* GetHttpResponse(unsigned long& size, bool detach);
+  // HTTP status of the last response, 0 when none came back.
+  long GetHttpErrorCode();
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};

@@ -1,0 +1,25 @@
+// Process-wide settings of ZRLibCurl: trust, time-outs and connection sharing.
+// Set them once at start-up; a change applies to clients made afterwards and drops pooled
+// connections so that nothing verified under the old trust settings is reused.
+#pragma once
+
+#include <string>
+
+struct ZRLibCurlOptions {
+  // PEM bundle to trust instead of the system's CA store. Empty: the system store.
+  std::string caBundlePath;
+  // Public-key pin in libcurl's syntax: "sha256//<base64>[;sha256//...]" or a PEM/DER key file.
+  // When set, the server's key must match in addition to the chain check.
+  std::string pinnedPublicKey;
+  // Certificate and host-name verification. Switching it off is an explicit opt-in for labs and
+  // logs a warning whenever a client is made.
+  bool verifyPeer = true;
+  long connectTimeoutMs = 10000;
+  long totalTimeoutMs = 300000;
+  // Share DNS, TLS sessions and connections between clients, so that a fresh client per
+  // request reuses the connection of the one before.
+  bool shareConnections = true;
+};
+
+void ZRLibCurlSetOptions(const ZRLibCurlOptions& options);
+ZRLibCurlOptions ZRLibCurlGetOptions();
