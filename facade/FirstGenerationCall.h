@@ -1,0 +1,41 @@
+// The frame of first-generation operations: they answer bool and tell the reason only in the log.
+// An operation states its own texts; the frame logs the one of the step that failed.
+#pragma once
+
+#include <string>
+
+#include "PlainRequestFrame.h"
+
+class OperationLog;
+
+struct FirstGenerationTexts {
+  std::string requestFailed;
+  std::string emptyResponse = kEmptyResponseText;
+  std::string parseFailed = kParseFailedText;
+};
+
+class FirstGenerationCall {
+ public:
+  FirstGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log)
+      : m_frame(transport), m_sessionOpen(sessionOpen), m_log(log) {}
+
+  // False, logged with the operation's name, when no session is open.
+  bool guard(const char* operationName);
+  // False, logged as "The input parameter [<label>] is empty", when value is empty.
+  bool argument(const std::string& value, const char* label);
+  // Build, send, check and parse; logs the text of the failing step. A failure whose array code
+  // `ownCodes` accepts is left to the operation, unlogged.
+  bool exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts,
+                const OwnArrayCodes& ownCodes = OwnArrayCodes());
+  // guard() then exchange().
+  bool run(const char* operationName, HuaweiJSONBase& request, const PlainCall& call,
+           const FirstGenerationTexts& texts);
+
+  unsigned long long arrayCode() const { return m_frame.arrayCode(); }
+  OperationLog& log() { return m_log; }
+
+ private:
+  PlainRequestFrame m_frame;
+  bool m_sessionOpen;
+  OperationLog& m_log;
+};

@@ -1,0 +1,47 @@
+#include "OperationLog.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string formatArguments(const char* format, va_list arguments) {
+  va_list copy;
+  va_copy(copy, arguments);
+  const int length = std::vsnprintf(nullptr, 0, format, copy);
+  va_end(copy);
+  if (length <= 0) return std::string();
+  std::vector<char> text(static_cast<size_t>(length) + 1);
+  std::vsnprintf(text.data(), text.size(), format, arguments);
+  return std::string(text.data(), static_cast<size_t>(length));
+}
+
+}  // namespace
+
+OperationLog::OperationLog(const char* name, unsigned long long jobId)
+    : m_facadeDebug(nullptr), m_name(name), m_jobId(jobId), m_failuresByError(false) {}
+
+OperationLog::OperationLog(TkDebug& facadeDebug, const char* name, unsigned long long jobId, bool failuresByError)
+    : m_facadeDebug(&facadeDebug), m_name(name), m_jobId(jobId), m_failuresByError(failuresByError) {}
+
+void OperationLog::failure(const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const std::string text = formatArguments(format, arguments);
+  va_end(arguments);
+  if (m_failuresByError) {
+    target().Error(m_name, "%s", text.c_str());
+  } else {
+    target().DebugLvl(m_name, -1, static_cast<long long>(m_jobId), "%s", text.c_str());
+  }
+}
+
+void OperationLog::line(int level, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const std::string text = formatArguments(format, arguments);
+  va_end(arguments);
+  target().DebugLvl(m_name, level, static_cast<long long>(m_jobId), "%s", text.c_str());
+}

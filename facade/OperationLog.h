@@ -1,0 +1,32 @@
+// Where an operation writes its lines. Operations log under their own name through either a TkEvent
+// made for the call or the facade's TkDebug; some of the latter write their failures by Error().
+#pragma once
+
+#include "TkDebug.h"
+
+class OperationLog {
+ public:
+  // A TkEvent local to the call.
+  OperationLog(const char* name, unsigned long long jobId);
+  // The facade's TkDebug; failures go through Error() when failuresByError is true.
+  OperationLog(TkDebug& facadeDebug, const char* name, unsigned long long jobId, bool failuresByError);
+  OperationLog(const OperationLog&) = delete;
+  OperationLog& operator=(const OperationLog&) = delete;
+
+  // A failure line: level -1 with the job identifier, or an Error() line.
+  void failure(const char* format, ...) __attribute__((format(printf, 2, 3)));
+  // A line at the given level, with the job identifier.
+  void line(int level, const char* format, ...) __attribute__((format(printf, 3, 4)));
+
+  const char* name() const { return m_name; }
+  unsigned long long jobId() const { return m_jobId; }
+
+ private:
+  TkDebug& target() { return m_facadeDebug != nullptr ? *m_facadeDebug : m_event; }
+
+  TkEvent m_event;
+  TkDebug* m_facadeDebug;
+  const char* m_name;
+  unsigned long long m_jobId;
+  bool m_failuresByError;
+};

@@ -1,0 +1,39 @@
+#include "PlainRequestFrame.h"
+
+#include "HuaweiJSONBase.h"
+#include "HuaweiRestAPI.h"
+#include "YbString.h"
+
+const char kBuildFailedText[] = "Unable to build the request body";
+const char kEmptyResponseText[] = "Empty response from the array";
+const char kParseFailedText[] = "Unable to parse the JSON Response";
+
+std::string guardText(const char* operationName) {
+  return YbString::Format("Before calling %s(), please initialize Huawei params using ZrManageHuawei::init().",
+                          operationName);
+}
+
+FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& call) {
+  std::string body;
+  if (call.method == HUAWEI_REQ_POST || call.method == HUAWEI_REQ_PUT) {
+    if (!request.buildRequest(body) || body.empty()) return FrameStep::Build;
+  }
+  std::string response;
+  switch (call.method) {
+    case HUAWEI_REQ_GET: m_status = m_transport.get(call.resource, response, call.opType); break;
+    case HUAWEI_REQ_POST: m_status = m_transport.post(call.resource, body, response, call.opType); break;
+    case HUAWEI_REQ_PUT: m_status = m_transport.put(call.resource, body, response, call.opType); break;
+    default: m_status = m_transport.del(call.resource, body, response, call.opType); break;
+  }
+  if (!m_status) return FrameStep::Send;
+  if (response.empty()) return FrameStep::EmptyResponse;
+  if (!request.parseResponse(response)) return FrameStep::Parse;
+  return FrameStep::Completed;
+}
+
+unsigned long long PlainRequestFrame::arrayCode() const {
+  unsigned long long code = 0;
+  std::string text;
+  m_transport.getErrorInfo(code, text);
+  return code;
+}

@@ -1,0 +1,98 @@
+// Change lists between two file-system snapshots, walked page by page with the caller's cursor.
+#include "ConvertToString.h"
+#include "FirstGenerationCall.h"
+#include "HuaweiJSONChangeListRequests.h"
+#include "HuaweiOpTypes.h"
+#include "OperationLog.h"
+#include "ResourcePath.h"
+#include "YbString.h"
+#include "ZrManageHuawei.h"
+
+namespace {
+const int kFileSystemParentType = 40;
+const char kWalkComplete[] = "100";
+}  // namespace
+
+std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& parentId,
+                                                            std::string const& baseSnapshotId,
+                                                            std::string const& incrementalSnapshotId,
+                                                            int const& parentType) {
+  (void)parentType;  // the request always names a file system
+  HuaweiJSONGetChangeListSession request(m_jobId, baseSnapshotId, incrementalSnapshotId, parentId);
+  OperationLog log("ZrManageHuawei::createSnapshotChangeListSession", m_jobId);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.run("createSnapshotChangeListSession", request,
+                {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
+                {"Unable to create change list session information"})) {
+    return std::string();
+  }
+  const std::string sessionId = request.getSessionId();
+  log.line(5, "Successfully created a Session with ID[%s]", sessionId.c_str());
+  return sessionId;
+}
+
+bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::string const& baseSnapshotId,
+                                           std::string const& incrementalSnapshotId,
+                                           _HuaweiSnapshotChangeListInfo& info) {
+  HuaweiJSONGetChangeListResult request(m_jobId);
+  OperationLog log("ZrManageHuawei::getSnapshotChangeList", m_jobId);
+  info.changes.clear();
+  if (baseSnapshotId.empty() || incrementalSnapshotId.empty()) {
+    log.failure("Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]", incrementalSnapshotId.c_str(),
+                baseSnapshotId.c_str());
+    return false;
+  }
+  if (info.sessionId.empty()) {
+    info.sessionId =
+        createSnapshotChangeListSession(parentId, baseSnapshotId, incrementalSnapshotId, kFileSystemParentType);
+    if (info.sessionId.empty()) {
+      log.failure("Unable to get the Snap Change List Session ID.");
+      return false;
+    }
+  }
+
+  const std::string resource = ResourcePath("fs_snapchangelist_result")
+                                   .add("sessionID", info.sessionId)
+                                   .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
+                                   .add("posType", info.posType)
+                                   .add("posObj", info.posObj)
+                                   .add("posOffset", info.posOffset)
+                                   .add("linkPosType", info.linkPosType)
+                                   .add("linkPos", info.linkPos)
+                                   .str();
+  // No guard here: only the session operations that this one calls test the session.
+  FirstGenerationCall call = firstGeneration(log);
+  const std::string failure =
+      YbString::Format("Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].",
+                       baseSnapshotId.c_str(), incrementalSnapshotId.c_str());
+  const bool fetched =
+      call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, {failure});
+
+  bool sessionOver = !fetched;
+  if (fetched) {
+    info = request.getChangeListInfo(info.sessionId);
+    // The walk ends on a page that is both empty and complete.
+    sessionOver = info.changes.empty() && info.progress == kWalkComplete;
+  }
+  if (sessionOver) {
+    info.sessionFailed = fetched ? 0 : 1;
+    if (!deleteSnapshotChangeListSession(info.sessionId)) {
+      log.failure("Unable to delete the Snap Change List Session ID[%s]", info.sessionId.c_str());
+    }
+  }
+  return fetched;
+}
+
+bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionId) {
+  HuaweiJSONDeleteChangeListSession request(m_jobId);
+  OperationLog log("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.run("deleteSnapshotChangeListSession", request,
+                {HUAWEI_REQ_DELETE, "fs_snapchangelist_session/" + sessionId,
+                 HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
+                {"Unable to delete change list session information"})) {
+    return false;
+  }
+  log.line(0, "Successfully deleted the Session ID[%s]", sessionId.c_str());
+  return true;
+}

@@ -1,0 +1,130 @@
+// Read-only facts of the array: identity, NDMP settings, vStores, file systems and interfaces.
+#include "FirstGenerationCall.h"
+#include "HuaweiJSONArrayIdentityRequests.h"
+#include "HuaweiJSONFileSystemRequests.h"
+#include "HuaweiOpTypes.h"
+#include "HuaweiVstore.h"
+#include "OperationLog.h"
+#include "YbString.h"
+#include "ZrManageHuawei.h"
+
+bool ZrManageHuawei::getSystemInformation(_HuaweiSystemInformation& info) {
+  HuaweiJSONGetSystemInformation request(m_jobId);
+  OperationLog log("ZrManageHuawei::getSystemInformation", m_jobId);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.run("getSystemInformation", request, {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
+                {"Unable to get the system information."})) {
+    return false;
+  }
+  request.getSystemInfo(info);
+  log.line(0, "Successfully got the system information for [%s].", info.name.c_str());
+  return true;
+}
+
+bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings, std::string vstoreId) {
+  HuaweiJSONGetNDMPSettingsInfo request(m_jobId);
+  OperationLog log(m_debug, "getNDMPServiceSettings", m_jobId, true);
+  FirstGenerationCall call = firstGeneration(log);
+  // The vStore goes into the path here, not into a query.
+  const std::string resource = HuaweiVstore::isNone(vstoreId) ? "ndmpservice" : "ndmpservice/" + vstoreId;
+  if (!call.run("getNDMPServiceSettings", request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
+                {"Unable to get the NDMP Service settings.", kParseFailedText})) {
+    return false;
+  }
+  request.getNDMPSettings(settings);
+  log.line(0, "Successfully got the NDMP Settings information.");
+  return true;
+}
+
+bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::string& vstoreName) {
+  HuaweiJSONGetVStoreInfo request(m_jobId);
+  OperationLog log(m_debug, "getVStoreNameFromId", m_jobId, true);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.guard("getVStoreName") || !call.argument(vstoreId, "VStoreID")) return false;
+  const std::string failure = YbString::Format("Unable to get the VStoreName from VStoreId [%s]", vstoreId.c_str());
+  if (!call.exchange(request, {HUAWEI_REQ_GET, "vstore/" + vstoreId, HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
+                     {failure, kParseFailedText})) {
+    return false;
+  }
+  _HuaweiVStoreInfo info;
+  request.getVStoreInfo(info);
+  vstoreName = info.name;
+  log.line(0, "Successfully got the VStoreName [%s] from VStoreId [%s]", vstoreName.c_str(), vstoreId.c_str());
+  return true;
+}
+
+bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileSystems, std::string vstoreId) {
+  fileSystems.clear();
+  HuaweiJSONGetFileSystems request(m_jobId);
+  OperationLog log("ZrManageHuawei::getFileSystemsList", m_jobId);
+  FirstGenerationCall call = firstGeneration(log);
+  // No paging: one GET returns every file system.
+  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("filesystem", vstoreId),
+                      HuaweiOpType::GET_FILE_SYSTEMS_LIST};
+  if (!call.run("getFileSystemsList", request, get, {"Unable to get the file systems list."})) return false;
+  request.getFileSystems(fileSystems);
+  log.line(0, "Successfully got the File Systems. Count[%zd].", fileSystems.size());
+  return true;
+}
+
+bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& interfaces) {
+  interfaces.clear();
+  HuaweiJSONGetArrayInterfaces request(m_jobId);
+  OperationLog log("ZrManageHuawei::getArrayInterfaces", m_jobId);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.run("getArrayInterfaces", request, {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
+                {"Unable to get the array interfaces list."})) {
+    return false;
+  }
+  request.getArrayInterfaces(interfaces);
+  log.line(0, "Successfully got the Array Interfaces. Count[%zd].", interfaces.size());
+
+  // The list stands even when the NDMP service cannot be placed.
+  _HuaweiNDMPServiceSettings settings;
+  if (!getNDMPServiceSettings(settings, HuaweiVstore::kNone) || settings.ip.empty() || !settings.isEnabled) {
+    log.failure(
+        "Unable to get the NDMP Service settings either because NDMP is not configured or configured but disabled.");
+    return true;
+  }
+  for (_HuaweiArrayInterfaces& candidate : interfaces) {
+    if (candidate.ipv4Address == settings.ip || candidate.ipv6Address == settings.ip) {
+      log.line(0, "NDMP Monitoring IP is set [%s].", settings.ip.c_str());
+      candidate.ndmpMonitoringIp = true;
+      break;
+    }
+  }
+  return true;
+}
+
+bool ZrManageHuawei::getFileSystemId(std::string const& name, std::string& id) {
+  OperationLog log("ZrManageHuawei::getFileSystemId", m_jobId);
+  std::list<_HuaweiFileSystemsInfo> fileSystems;
+  if (!getFileSystemsList(fileSystems, HuaweiVstore::kNone)) return false;  // the list said what failed
+  // The whole list is walked: of two file systems named alike, the later one wins.
+  bool found = false;
+  for (const _HuaweiFileSystemsInfo& fileSystem : fileSystems) {
+    if (fileSystem.name == name) {
+      id = fileSystem.id;
+      found = true;
+    }
+  }
+  if (found) log.line(3, "File System [%s] found. FS Id [%s]", name.c_str(), id.c_str());
+  return found;
+}
+
+bool ZrManageHuawei::getFileSystemInfoById(std::string const& id, _HuaweiFileSystemsInfo& info, std::string vstoreId) {
+  OperationLog log(m_debug, "getFileSystemInfoById", m_jobId, false);
+  std::list<_HuaweiFileSystemsInfo> fileSystems;
+  if (!getFileSystemsList(fileSystems, vstoreId)) {
+    log.line(3, "Unable to get the file systems list.");
+    return false;
+  }
+  for (const _HuaweiFileSystemsInfo& fileSystem : fileSystems) {
+    if (fileSystem.id == id) {
+      info = fileSystem;
+      log.line(0, "Found file system [%s] with Id [%s].", info.name.c_str(), info.id.c_str());
+      return true;
+    }
+  }
+  return false;
+}

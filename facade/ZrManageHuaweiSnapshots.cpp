@@ -1,0 +1,98 @@
+// File-system snapshots: take, inspect, delete.
+#include "FirstGenerationCall.h"
+#include "HuaweiJSONSnapshotRequests.h"
+#include "HuaweiOpTypes.h"
+#include "HuaweiVstore.h"
+#include "OperationLog.h"
+#include "ZrManageHuawei.h"
+
+namespace {
+const unsigned long long kSnapshotDoesNotExist = 1073754118ULL;  // 0x40003006
+const unsigned long long kSnapDiffRefused = 1073754130ULL;       // 0x40003012
+const char kIncrementalBackupSnapshotType[] = "8";
+}  // namespace
+
+bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSystemId, std::string& snapshot,
+                                              bool enableSnapDiff, std::string vstoreId) {
+  OperationLog log("ZrManageHuawei::createFileSystemSnapshot", m_jobId);
+  // A file system that cannot take the SnapDiff option is asked again without it, for as long as
+  // the array refuses: the retry is deliberately unbounded.
+  bool snapDiff = enableSnapDiff;
+  for (;;) {
+    HuaweiJSONCreateSnapshot request(m_jobId, fileSystemId, snapshot, snapDiff, vstoreId);
+    FirstGenerationCall call = firstGeneration(log);
+    if (!call.guard("createFileSystemSnapshot")) return false;
+    bool refused = false;
+    const auto snapDiffRefused = [&refused](unsigned long long code) { return refused = code == kSnapDiffRefused; };
+    if (call.exchange(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
+                      {"Unable to create snapshot."}, snapDiffRefused)) {
+      snapshot = request.getSnapshotUUID();
+      log.line(0, "Successfully created snapshot[%s]", snapshot.c_str());
+      return true;
+    }
+    if (!refused) return false;
+    log.line(0,
+             "File System with Id[%llu] does not support SnapDiff functionality. Trying again by turning off "
+             "ENABLESNAPDIFF option.",
+             fileSystemId);
+    snapDiff = false;
+  }
+}
+
+bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _HuaweiSnapshotInfo& info,
+                                               std::string vstoreId) {
+  HuaweiJSONGetSnapshotInfo request(m_jobId);
+  OperationLog log("ZrManageHuawei::getFileSystemSnapshotInfo", m_jobId);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.guard("getFileSystemSnapshotInfo")) return false;
+  // An absent snapshot marks the record and is still a logged failure.
+  const auto markAbsent = [&](unsigned long long code) {
+    if (code == kSnapshotDoesNotExist) {
+      info.id = snapshotId;
+      info.notExist = true;
+    }
+    return false;
+  };
+  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("fssnapshot/" + snapshotId, vstoreId),
+                      HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO};
+  if (!call.exchange(request, get, {"Unable to get the snapshot information."}, markAbsent)) return false;
+  request.getSnapshotInfo(info);
+  log.line(0, "Successfully got the snapshot information for [%s].", info.id.c_str());
+  return true;
+}
+
+bool ZrManageHuawei::isSnapshotPresent(std::string const& snapshotId, std::string vstoreId) {
+  OperationLog log("ZrManageHuawei::isSnapshotPresent", m_jobId);
+  _HuaweiSnapshotInfo info;
+  // Any failure, a lost connection too, reads as not present.
+  const bool present = getFileSystemSnapshotInfo(snapshotId, info, vstoreId);
+  if (!present && info.notExist) {
+    log.line(0, "Snapshot [%s] does not exist on the array. It must have been externally deleted.",
+             snapshotId.c_str());
+  }
+  return present;
+}
+
+bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std::string vstoreId) {
+  OperationLog log("ZrManageHuawei::deleteFileSystemSnapshot", m_jobId);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.guard("deleteFileSystemSnapshot") || !call.argument(snapshotId, "Snapshot ID")) return false;
+
+  // The lookup never stops the deletion: a snapshot whose type could not be learned keeps the
+  // record's default type and is deleted as an incremental-backup snapshot.
+  _HuaweiSnapshotInfo info;
+  if (!getFileSystemSnapshotInfo(snapshotId, info, vstoreId)) {
+    log.failure("Unable to get the snapshot information for [%s]", snapshotId.c_str());
+  }
+  std::string resource = "fssnapshot/" + snapshotId;
+  if (info.snapType == kIncrementalBackupSnapshotType) resource += "?DELINCREMENTALBACKUPSNAP=true";
+  resource = HuaweiVstore::withVstoreQuery(resource, vstoreId);
+
+  HuaweiJSONDeleteSnapshot request(m_jobId, snapshotId);
+  if (!call.exchange(request, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
+                     {"Unable to delete the snapshot"})) {
+    return false;
+  }
+  log.line(0, "Successfully deleted the Snapshot ID[%s]", snapshotId.c_str());
+  return true;
+}

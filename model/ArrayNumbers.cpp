@@ -1,0 +1,33 @@
+#include "ArrayNumbers.h"
+
+#include <cmath>
+
+namespace HuaweiNumbers {
+
+namespace {
+const long double kTwoTo63 = 9223372036854775808.0L;
+const long double kTwoTo64 = 18446744073709551616.0L;
+}  // namespace
+
+unsigned long long toUnsigned64(long double value) {
+  if (!std::isfinite(value)) return 0;
+  long double whole = std::fmod(std::trunc(value), kTwoTo64);
+  if (whole < 0) whole += kTwoTo64;
+  if (whole >= kTwoTo64) return 0;  // rounding of whole + 2^64 can reach the bound exactly
+  if (whole >= kTwoTo63) return static_cast<unsigned long long>(whole - kTwoTo63) | (1ULL << 63);
+  return static_cast<unsigned long long>(whole);
+}
+
+long long toSigned64(long double value) {
+  return static_cast<long long>(toUnsigned64(value));
+}
+
+unsigned int toUnsigned32(long double value) {
+  return static_cast<unsigned int>(toUnsigned64(value) & 0xFFFFFFFFULL);
+}
+
+int toSigned32(long double value) {
+  return static_cast<int>(toUnsigned32(value));
+}
+
+}  // namespace HuaweiNumbers

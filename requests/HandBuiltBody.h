@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+// The body of a plain request, concatenated by hand: {"K1":"v1", "K2":"v2" } with one blank
+// behind each comma and one in front of the closing brace. Nothing is escaped: values go out as
+// they stand.
+class HandBuiltBody {
+ public:
+  HandBuiltBody& add(const char* key, const std::string& value) {
+    m_text += m_text.empty() ? "{" : ", ";
+    m_text += "\"";
+    m_text += key;
+    m_text += "\":\"";
+    m_text += value;
+    m_text += "\"";
+    return *this;
+  }
+  std::string str() const { return m_text.empty() ? std::string("{ }") : m_text + " }"; }
+
+ private:
+  std::string m_text;
+};

@@ -1,0 +1,177 @@
+#include "HuaweiJSONChangeListRequests.h"
+
+#include <algorithm>
+#include <list>
+
+#include <boost/algorithm/string/erase.hpp>
+
+#include "ArrayNumbers.h"
+#include "CLogWriterInterface.h"
+#include "ConvertToString.h"
+#include "DeletionAnswer.h"
+#include "HandBuiltBody.h"
+#include "ResponseReading.h"
+#include "TkDebug.h"
+
+namespace {
+
+const int kFileSystemParentType = 40;
+const char kDecoderSignature[] = "bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::string&)";
+
+// The decoder writes through the host's log writer, asking its level first.
+template <typename... Arguments>
+void writeDecoderLine(int level, int line, const char* format, Arguments... arguments) {
+  if (g_ptrLogWriter && g_ptrLogWriter->GetLogLevel() >= level) {
+    g_ptrLogWriter->WriteLog(level, kDecoderSignature, line, format, arguments...);
+  }
+}
+
+void replaceFirst(std::string& text, const char* pattern, const char* replacement) {
+  const std::string::size_type at = text.find(pattern);
+  if (at != std::string::npos) text.replace(at, 2, replacement);
+}
+
+}  // namespace
+
+HuaweiJSONGetChangeListSession::HuaweiJSONGetChangeListSession(unsigned long long const& jobId,
+                                                               std::string const& baseSnapshotId,
+                                                               std::string const& incrementalSnapshotId,
+                                                               std::string const& parentId)
+    : HuaweiJSONBase(jobId),
+      m_parentId(parentId),
+      m_baseSnapshotId(baseSnapshotId),
+      m_incrementalSnapshotId(incrementalSnapshotId) {}
+
+bool HuaweiJSONGetChangeListSession::buildRequest(std::string& body) {
+  body.clear();
+  if (m_baseSnapshotId.empty() || m_incrementalSnapshotId.empty()) {
+    TkDebug(nullptr).DebugLvl("HuaweiJSONGetChangeListSession::buildRequest", -1, m_jobId,
+                              "Unable to build the request. Invalid parameters!!");
+    return false;
+  }
+  body = HandBuiltBody()
+             .add("parentID", m_parentId)
+             .add("baseSnapshotId", m_baseSnapshotId)
+             .add("incrementalSnapshotId", m_incrementalSnapshotId)
+             .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
+             .str();
+  return true;
+}
+
+bool HuaweiJSONGetChangeListSession::parseResponse(std::string& response) {
+  jsonxx::Object answer;
+  if (!HuaweiResponse::parseObject("HuaweiJSONGetChangeListSession::parseResponse", m_jobId, response, answer)) {
+    return false;
+  }
+  m_sessionId = answer.get<jsonxx::Object>("data").get<std::string>("id");
+  return true;
+}
+
+bool HuaweiJSONDeleteChangeListSession::parseResponse(std::string& response) {
+  return HuaweiResponse::readDeletionAnswer("HuaweiJSONDeleteChangeListSession::parseResponse", m_jobId, response);
+}
+
+HuaweiJSONGetChangeListResult::HuaweiJSONGetChangeListResult(unsigned long long const& jobId)
+    : HuaweiJSONBase(jobId),
+      m_specialCharacters{{"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&#40;", '('}, {"&#41;", ')'}} {}
+
+bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
+  static const char kLog[] = "HuaweiJSONGetChangeListResult::parseResponse";
+  TkDebug debug(nullptr);
+  debug.DebugLvl(kLog, 5, m_jobId, "Parsing the JSON response...");
+
+  // "changeList":"[{\"inode\":...}]" becomes "changeList":[{"inode":...}]. Every backslash goes,
+  // also one that a file name held.
+  replaceFirst(response, "\"[", "[");
+  replaceFirst(response, "]\"", "]");
+  boost::algorithm::erase_all(response, "\\");
+
+  jsonxx::Object answer;
+  answer.parse(response);
+  if (answer.empty()) {
+    debug.DebugLvl(kLog, -1, m_jobId, "Error when parsing the JSON response.");
+    return false;
+  }
+
+  jsonxx::Object& data = answer.get<jsonxx::Object>("data");
+  jsonxx::Array& changeList = data.get<jsonxx::Array>("changeList");
+  HuaweiResponse::readRequiredStrings(data, {{"numChanges", &m_info.numChanges},
+                                             {"progress", &m_info.progress},
+                                             {"linkPos", &m_info.linkPos},
+                                             {"linkPosType", &m_info.linkPosType},
+                                             {"posObj", &m_info.posObj},
+                                             {"posOffset", &m_info.posOffset},
+                                             {"posType", &m_info.posType}});
+
+  using HuaweiNumbers::toSigned32;
+  using HuaweiNumbers::toUnsigned32;
+  using HuaweiNumbers::toUnsigned64;
+  std::list<_HuaweiSnapshotChangeList> changes;
+  for (unsigned int i = 0; i < changeList.size(); ++i) {
+    jsonxx::Object& entry = changeList.get<jsonxx::Object>(i);
+    _HuaweiSnapshotChangeList change;
+    change.inode = toUnsigned64(entry.get<long double>("inode"));
+    change.changeType = toSigned32(entry.get<long double>("changeType"));
+    change.fType = toSigned32(entry.get<long double>("fType"));
+    change.filePath = entry.get<std::string>("filePath");
+    if (change.filePath.find('&') != std::string::npos && !handleSpecialCharactersInFileName(change.filePath)) {
+      debug.DebugLvl(kLog, -1, m_jobId, "Unable to modify the file name[%s] with special characters.",
+                     change.filePath.c_str());
+      return false;
+    }
+    change.crTime = toUnsigned64(entry.get<long double>("crTime"));
+    change.cTime = toUnsigned64(entry.get<long double>("cTime"));
+    change.mTime = toUnsigned64(entry.get<long double>("mTime"));
+    change.aTime = toUnsigned64(entry.get<long double>("aTime"));
+    change.owner = toUnsigned64(entry.get<long double>("owner"));
+    change.group = toUnsigned64(entry.get<long double>("group"));
+    change.size = toUnsigned64(entry.get<long double>("size"));
+    change.links = toSigned32(entry.get<long double>("links"));
+    change.dosAttr = toUnsigned32(entry.get<long double>("dosAttr"));
+    changes.push_back(std::move(change));
+  }
+  m_info.changes = std::move(changes);
+  return true;
+}
+
+bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::string& name) {
+  if (name.empty()) {
+    writeDecoderLine(-1, __LINE__, "File name is empty!");
+    return false;
+  }
+  writeDecoderLine(6, __LINE__, "Changelist file returned by array:[%s] ", name.c_str());
+
+  // Only an exact key counts, so candidates longer than the longest key can never match.
+  std::string::size_type longestKey = 0;
+  for (const auto& entity : m_specialCharacters) longestKey = std::max(longestKey, entity.first.size());
+
+  std::string decoded;
+  decoded.reserve(name.size());
+  std::string::size_type i = 0;
+  while (i < name.size()) {
+    if (name[i] != '&') {
+      decoded += name[i++];
+      continue;
+    }
+    bool matched = false;
+    for (std::string::size_type j = i + 1; j < name.size() && j - i + 1 <= longestKey; ++j) {
+      const auto entity = m_specialCharacters.find(name.substr(i, j - i + 1));
+      if (entity != m_specialCharacters.end()) {
+        decoded += entity->second;
+        i = j + 1;
+        matched = true;
+        break;
+      }
+    }
+    if (!matched) ++i;  // an ampersand that opens no known entity is dropped
+  }
+
+  writeDecoderLine(6, __LINE__, "Modified Changelist file:[%s] ", decoded.c_str());
+  name = decoded;
+  return true;
+}
+
+_HuaweiSnapshotChangeListInfo HuaweiJSONGetChangeListResult::getChangeListInfo(std::string const& sessionId) {
+  m_info.sessionId = sessionId;
+  return m_info;
+}

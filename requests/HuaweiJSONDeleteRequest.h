@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include "HuaweiJSONBase.h"
+
+// Serves every deletion whose only question is whether the array reports code 0.
+class HuaweiJSONDeleteRequest : public HuaweiJSONBase {
+ public:
+  explicit HuaweiJSONDeleteRequest(unsigned long long const& jobId) : HuaweiJSONBase(jobId) {}
+  bool parseResponse(std::string& response) override;
+};

@@ -1,0 +1,49 @@
+#include "HuaweiJSONSnapshotRequests.h"
+
+#include "ConvertToString.h"
+#include "DeletionAnswer.h"
+#include "HandBuiltBody.h"
+#include "HuaweiVstore.h"
+#include "TkDebug.h"
+
+namespace {
+const int kFileSystemParentType = 40;
+}
+
+HuaweiJSONCreateSnapshot::HuaweiJSONCreateSnapshot(unsigned long long const& jobId,
+                                                   unsigned long long const& fileSystemId,
+                                                   std::string const& snapshotName, bool enableSnapDiff,
+                                                   std::string vstoreId)
+    : HuaweiJSONBase(jobId),
+      m_fileSystemId(fileSystemId),
+      m_snapshot(snapshotName),
+      m_enableSnapDiff(enableSnapDiff),
+      m_vstoreId(std::move(vstoreId)) {}
+
+bool HuaweiJSONCreateSnapshot::buildRequest(std::string& body) {
+  body.clear();
+  if (m_snapshot.empty()) {
+    TkDebug(nullptr).DebugLvl("HuaweiJSONCreateSnapshot::buildRequest", -1, m_jobId,
+                              "Unable to build the request. Invalid parameters!!");
+    return false;
+  }
+  HandBuiltBody request;
+  request.add("NAME", m_snapshot)
+      .add("PARENTID", ConvertToString::to_string(m_fileSystemId))
+      .add("PARENTTYPE", ConvertToString::to_string<int>(kFileSystemParentType));
+  if (!HuaweiVstore::isNone(m_vstoreId)) request.add("vstoreId", m_vstoreId);
+  request.add("ENABLESNAPDIFF", m_enableSnapDiff ? "true" : "false");
+  body = request.str();
+  return true;
+}
+
+bool HuaweiJSONCreateSnapshot::parseResponse(std::string& response) {
+  jsonxx::Object answer;
+  if (!HuaweiResponse::parseObject("HuaweiJSONCreateSnapshot::parseResponse", m_jobId, response, answer)) return false;
+  m_snapshot = answer.get<jsonxx::Object>("data").get<std::string>("ID");
+  return true;
+}
+
+bool HuaweiJSONDeleteSnapshot::parseResponse(std::string& response) {
+  return HuaweiResponse::readDeletionAnswer("HuaweiJSONDeleteSnapshot::parseResponse", m_jobId, response);
+}

@@ -1,0 +1,44 @@
+// Requests of file-system snapshots.
+#pragma once
+
+#include <string>
+
+#include "DataReadingRequests.h"
+#include "HuaweiJSONBase.h"
+
+class HuaweiJSONCreateSnapshot : public HuaweiJSONBase {
+ public:
+  HuaweiJSONCreateSnapshot(unsigned long long const& jobId, unsigned long long const& fileSystemId,
+                           std::string const& snapshotName, bool enableSnapDiff, std::string vstoreId);
+
+  bool buildRequest(std::string& body) override;
+  bool parseResponse(std::string& response) override;
+  // The array's identifier of the new snapshot once parsed; the requested name before.
+  std::string getSnapshotUUID() { return m_snapshot; }
+
+ private:
+  unsigned long long m_fileSystemId;
+  // Holds the requested name on the way out and the array's identifier on the way back.
+  std::string m_snapshot;
+  bool m_enableSnapDiff;
+  std::string m_vstoreId;
+};
+
+class HuaweiJSONDeleteSnapshot : public HuaweiJSONBase {
+ public:
+  HuaweiJSONDeleteSnapshot(unsigned long long const& jobId, std::string const& snapshotId)
+      : HuaweiJSONBase(jobId), m_snapshotId(snapshotId) {}
+  // True for any answer with an error object: the only non-zero code that reaches it is that of
+  // an absent snapshot, which the transport lets through as success.
+  bool parseResponse(std::string& response) override;
+
+ private:
+  std::string m_snapshotId;
+};
+
+class HuaweiJSONGetSnapshotInfo : public HuaweiJSONGetDataObject<_HuaweiSnapshotInfo> {
+ public:
+  explicit HuaweiJSONGetSnapshotInfo(unsigned long long const& jobId)
+      : HuaweiJSONGetDataObject(jobId, "HuaweiJSONGetSnapshotInfo::parseResponse") {}
+  void getSnapshotInfo(_HuaweiSnapshotInfo& info) { info = m_record; }
+};

@@ -1,0 +1,262 @@
+#include "HuaweiRestAPI.h"
+
+#include <cmath>
+
+#include "ArrayNumbers.h"
+#include "HuaweiOpTypes.h"
+#include "HuaweiRequestTypes.h"
+#include "PasswordMask.h"
+#include "RequestUrl.h"
+#include "TkDebug.h"
+#include "YbString.h"
+#include "ZRLibCurl.h"
+#include "jsonxx.h"
+
+using HuaweiApi::ResultStatus;
+
+namespace {
+
+const unsigned long long kSnapshotDoesNotExist = 1073754118ULL;  // 0x40003006
+
+bool init(ZRLibCurl*& client, unsigned long long const& jobId) {
+  TkDebug debug(nullptr);
+  client = new ZRLibCurl();
+  if (!client->ZRLibCurlInit("Content-Type: application/json", true, true, nullptr)) {
+    debug.DebugLvl("HuaweiRestAPI::Init", -1, jobId, "Failed to initialize curl.");
+    delete client;
+    client = nullptr;
+    return false;
+  }
+  debug.DebugLvl("HuaweiRestAPI::Init", 5, jobId, "Initialized curl library successfully.");
+  return true;
+}
+
+void deInit(ZRLibCurl*& client) {
+  if (client == nullptr) return;
+  client->ZRLibCurlDeInit();
+  delete client;
+  client = nullptr;
+}
+
+bool toHttpMethod(int type, _http_req_type_& method) {
+  switch (type) {
+    case HUAWEI_REQ_GET: method = HTTP_REQ_GET; return true;
+    case HUAWEI_REQ_POST: method = HTTP_REQ_POST; return true;
+    case HUAWEI_REQ_PUT: method = HTTP_REQ_PUT; return true;
+    case HUAWEI_REQ_DELETE: method = HTTP_REQ_DELETE; return true;
+    default: return false;
+  }
+}
+
+}  // namespace
+
+HuaweiRestAPI::HuaweiRestAPI() : m_jobId(0) {}
+
+HuaweiRestAPI::HuaweiRestAPI(unsigned long long const& jobId) : m_jobId(jobId) {}
+
+HuaweiRestAPI::~HuaweiRestAPI() {
+  ZRLibCurl* kept = m_clientKeptAfterHeaderFailure.release();
+  deInit(kept);
+}
+
+void HuaweiRestAPI::getErrorInfo(unsigned long long& code, std::string& text) const {
+  code = m_lastStatus.GetErrorCode();
+  text = m_lastStatus.GetErrorString();
+}
+
+ResultStatus HuaweiRestAPI::get(std::string const& resource, std::string& response, int const& opType) {
+  return sendReq(HUAWEI_REQ_GET, resource, std::string(), response, opType);
+}
+
+ResultStatus HuaweiRestAPI::post(std::string const& resource, std::string const& body, std::string& response,
+                                 int const& opType) {
+  return sendReq(HUAWEI_REQ_POST, resource, body, response, opType);
+}
+
+ResultStatus HuaweiRestAPI::put(std::string const& resource, std::string const& body, std::string& response,
+                                int const& opType) {
+  return sendReq(HUAWEI_REQ_PUT, resource, body, response, opType);
+}
+
+ResultStatus HuaweiRestAPI::del(std::string const& resource, std::string const& body, std::string& response,
+                                int const& opType) {
+  return sendReq(HUAWEI_REQ_DELETE, resource, body, response, opType);
+}
+
+ResultStatus HuaweiRestAPI::processReq(int type, std::string const& resource, std::string const& body,
+                                       std::string& response, int const& opType) {
+  return sendReq(type, resource, body, response, opType);
+}
+
+bool HuaweiRestAPI::validateServerParams(int const& opType) {
+  const bool login = opType == HuaweiOpType::SET_TOKEN_INFO;
+  bool valid = !m_userName.empty() && !m_password.empty() && !m_controlHost.empty();
+  if (!login) valid = valid && !m_deviceId.empty() && !m_baseToken.empty();
+  if (valid) return true;
+
+  // The password itself is never logged, only whether it is there.
+  std::string params = m_userName + ":password:" + (m_password.empty() ? "EMPTY" : "NON-EMPTY") + ":";
+  params += login ? m_controlHost : m_deviceId + ":" + m_controlHost + ":" + m_baseToken;
+  TkDebug debug(nullptr);
+  debug.DebugLvl("HuaweiRestAPI::validateServerParams", -1, m_jobId, "Set the server params correctly. Params: [%s]",
+                 params.c_str());
+  return false;
+}
+
+bool HuaweiRestAPI::setCommonCurlHeaders(int const& opType, void const*& client) {
+  static const char kLog[] = "HuaweiRestAPI::setCommonCurlHeaders";
+  TkDebug debug(nullptr);
+  ZRLibCurl* curl = const_cast<ZRLibCurl*>(static_cast<const ZRLibCurl*>(client));
+  if (curl == nullptr) {
+    debug.DebugLvl(kLog, -1, m_jobId, "Curl library not initialized yet.");
+    return false;
+  }
+  if (opType == HuaweiOpType::SET_TOKEN_INFO) {
+    if (!curl->ZRLibCurlAppendHeader(HTTP_HDR_COOKIE_JAR, m_cookieFile.c_str())) {
+      debug.DebugLvl(kLog, -1, m_jobId, "Failed to set cookie jar information");
+      return false;
+    }
+  } else {
+    curl->ZRLibCurlFreeHttpHeaderList();
+    const std::string tokenHeader = "iBaseToken: " + m_baseToken;
+    if (!curl->ZRLibCurlAppendHeader(HTTP_HDR_CUSTOM, tokenHeader.c_str())) {
+      debug.DebugLvl(kLog, -1, m_jobId, "Failed to set the Base Token header.");
+      return false;
+    }
+    if (!curl->ZRLibCurlAppendHeader(HTTP_HDR_COOKIE_FILE, m_cookieFile.c_str())) {
+      debug.DebugLvl(kLog, -1, m_jobId, "Failed to set cookie information.");
+      return false;
+    }
+  }
+  debug.DebugLvl(kLog, 4, m_jobId, "Successfully set the common curl headers.");
+  return true;
+}
+
+std::string HuaweiRestAPI::formRequestURL(std::string resource, int const& opType) {
+  return HuaweiTransport::formRequestUrl(m_controlHost, m_deviceId, resource, opType);
+}
+
+void HuaweiRestAPI::maskPasswordInRequestBody(std::string& body) {
+  HuaweiTransport::maskPassword(body, m_password);
+}
+
+ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::string const& body,
+                                    std::string& response, int const& opType) {
+  static const char kLog[] = "HuaweiRestAPI::sendReq";
+  TkDebug debug(nullptr);
+  const bool login = opType == HuaweiOpType::SET_TOKEN_INFO;
+
+  response.clear();
+  if (resource.empty() && !login) {
+    debug.DebugLvl(kLog, -1, m_jobId, "Empty Resource. Invalid arguement");
+    return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Empty Resource. Invalid arguement");
+  }
+
+  // The copy serves the log lines only; the request always carries the caller's body.
+  std::string logBody = body;
+  if (login) maskPasswordInRequestBody(logBody);
+
+  if (!validateServerParams(opType)) {
+    debug.DebugLvl(kLog, -1, m_jobId, "Incorrect server params. Unable to send the request for Type[%d] Resource[%s] Body[%s]",
+                   type, resource.c_str(), logBody.c_str());
+    return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Incorrect server params");
+  }
+
+  const std::string url = formRequestURL(resource, opType);
+  if (url.empty()) {
+    debug.DebugLvl(kLog, -1, m_jobId, "Request URL is empty.");
+    return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Request URL is empty");
+  }
+
+  _http_req_type_ method;
+  if (!toHttpMethod(type, method)) {
+    debug.DebugLvl(kLog, -1, m_jobId, "Invalid request type.");
+    return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Invalid request type.");
+  }
+
+  ZRLibCurl* client = nullptr;
+  if (!init(client, m_jobId)) {
+    debug.DebugLvl(kLog, -1, m_jobId, "Unable to initialize the curl llibrary.");
+    return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Unable to initialize the curl library");
+  }
+
+  void const* headerClient = client;
+  if (!setCommonCurlHeaders(opType, headerClient)) {
+    debug.DebugLvl(kLog, -1, m_jobId, "Unable to set the required headers.");
+    m_clientKeptAfterHeaderFailure.reset(client);
+    return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Unable to set the required headers");
+  }
+
+  const bool sent = body.empty()
+                        ? client->ZRLibCurlSendHttpReq(method, url.c_str(), nullptr, 0, false, nullptr)
+                        : client->ZRLibCurlSendHttpReq(method, url.c_str(), body.c_str(), body.length(), false, nullptr);
+  if (!sent) {
+    if (body.empty()) {
+      debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s]", url.c_str(),
+                     resource.c_str());
+    } else {
+      debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s] Body[%s]", url.c_str(),
+                     resource.c_str(), logBody.c_str());
+    }
+    deInit(client);
+    return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error while sending the request");
+  }
+
+  unsigned long size = 0;
+  const char* received = client->GetHttpResponse(size, false);
+  if (received != nullptr) response.assign(received);
+  const long httpCode = client->GetHttpErrorCode();
+  deInit(client);
+
+  const char* loggedResource = login ? "LOGIN" : resource.c_str();
+  const char* loggedBody = login ? "LOGIN INFO" : logBody.c_str();
+  if (size == 0 || response.empty()) {
+    debug.DebugLvl(kLog, -1, m_jobId, "Empty response received for request. Type[%d] URL[%s] Resource[%s] Body[%s]",
+                   type, url.c_str(), loggedResource, loggedBody);
+  } else {
+    debug.DebugLvl(kLog, 5, m_jobId, "Response received for request. Type[%d] URL[%s] Resource[%s] Body[%s] Response[%s]",
+                   type, url.c_str(), loggedResource, loggedBody, response.c_str());
+  }
+
+  ResultStatus status(HuaweiApi::RESULT_GENERIC_FAILURE, "Unknown error");
+  if (isError(response, opType, status)) {
+    debug.DebugLvl(kLog, -1, m_jobId,
+                   "The HTTP request for Resource[%s] failed. URL[%s], Body[%s], HTTP Error Code[%ld], API Error "
+                   "Code[%llu], API Error Message [%s]",
+                   resource.c_str(), url.c_str(), logBody.c_str(), httpCode, status.GetErrorCode(),
+                   status.GetErrorString().c_str());
+    return status;
+  }
+  return ResultStatus();
+}
+
+bool HuaweiRestAPI::isError(std::string response, int const& opType, ResultStatus& status) {
+  static const char kLog[] = "HuaweiRestAPI::isError";
+  TkDebug debug(nullptr);
+  status = ResultStatus();
+  if (response.empty()) {
+    debug.DebugLvl(kLog, 0, m_jobId, "Empty response.");
+    return false;
+  }
+
+  debug.DebugLvl(kLog, 5, m_jobId, "Parsing JSON response...");
+  jsonxx::Object answer;
+  answer.parse(response);
+  if (answer.empty()) {
+    debug.DebugLvl(kLog, -1, m_jobId, "Error when parsing the JSON response.");
+    status = ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error when parsing the JSON response");
+  } else {
+    // Every answer of the array carries a complete error object: these reads require it.
+    jsonxx::Object& error = answer.get<jsonxx::Object>("error");
+    const std::string& description = error.get<std::string>("description");
+    const long double code = error.get<long double>("code");
+    status = ResultStatus(HuaweiNumbers::toUnsigned64(code), YbString::Format(description.c_str()));
+    if (opType == HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT && status.GetErrorCode() == kSnapshotDoesNotExist) {
+      debug.DebugLvl(kLog, 0, m_jobId,
+                     "Tried to delete a snapshot that does not exist. Considering the operation as success.");
+      status = ResultStatus();
+    }
+  }
+  m_lastStatus = status;
+  return status.IsError();
+}
