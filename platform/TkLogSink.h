@@ -19,6 +19,9 @@ using Sink = std::function<void(const LogLine&)>;
 
 // Installs a sink; an empty function restores the default standard-error sink. Thread-safe.
 void SetSink(Sink sink);
+// The sink installed now; empty while the default one is in use. Lets a temporary sink (such as
+// a capture in tests) put back what it replaced.
+Sink CurrentSink();
 // Lines above this level are dropped before they are formatted. Default 4.
 void SetMaxLevel(int level);
 int MaxLevel();

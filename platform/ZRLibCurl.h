@@ -21,6 +21,7 @@ enum _http_hdr_type_ {
 };
 
 // Receives the response body when given to ZRLibCurlInit; null makes the client gather it itself.
+// userData is the ZRLibCurl object that receives the body.
 typedef unsigned long (*ZRLibCurlWriteCallback)(void* data, unsigned long size, unsigned long count,
                                                 void* userData);
 
@@ -50,6 +51,7 @@ class ZRLibCurl {
                             bool verbose, const char* reserved);
 
   // Body of the last response, owned by the client and zero-terminated; null when there is none.
+  // With detach the caller takes the body over and frees it with free(); the client forgets it.
   const char* GetHttpResponse(unsigned long& size, bool detach);
   // HTTP status of the last response, 0 when none came back.
   long GetHttpErrorCode();

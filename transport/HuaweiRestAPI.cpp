@@ -250,7 +250,7 @@ bool HuaweiRestAPI::isError(std::string response, int const& opType, ResultStatu
     jsonxx::Object& error = answer.get<jsonxx::Object>("error");
     const std::string& description = error.get<std::string>("description");
     const long double code = error.get<long double>("code");
-    status = ResultStatus(HuaweiNumbers::toUnsigned64(code), YbString::Format(description.c_str()));
+    status = ResultStatus(HuaweiNumbers::toUnsigned64(code), YbString::Format(description));
     if (opType == HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT && status.GetErrorCode() == kSnapshotDoesNotExist) {
       debug.DebugLvl(kLog, 0, m_jobId,
                      "Tried to delete a snapshot that does not exist. Considering the operation as success.");

@@ -1,1 +1,263 @@
-// placeholder
+#include "ZRLibCurl.h"
+
+#include <curl/curl.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "ClientSettings.h"
+#include "CookieJar.h"
+#include "CurlGlobal.h"
+#include "CurlLog.h"
+#include "RequestHeaders.h"
+#include "TransportSecurity.h"
+
+namespace {
+
+const char* MethodName(_http_req_type_ method) {
+  switch (method) {
+    case HTTP_REQ_GET: return "GET";
+    case HTTP_REQ_POST: return "POST";
+    case HTTP_REQ_PUT: return "PUT";
+    case HTTP_REQ_DELETE: return "DELETE";
+  }
+  return nullptr;
+}
+
+int OnDebugText(CURL*, curl_infotype type, char* data, size_t size, void*) {
+  if (type == CURLINFO_TEXT || type == CURLINFO_HEADER_IN || type == CURLINFO_HEADER_OUT) {
+    try {
+      zrcurl::Log(zrcurl::kNoiseLevel, "%.*s", static_cast<int>(size), data);
+    } catch (...) {
+      // Nothing may unwind through libcurl; a lost noise line is harmless.
+    }
+  }
+  return 0;
+}
+
+// Runs one public operation; nothing thrown inside (such as by a log sink or an allocation)
+// leaves the platform layer.
+template <typename Operation>
+bool Guarded(const char* what, Operation operation) {
+  try {
+    return operation();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "ZRLibCurl: %s failed: %s\n", what, error.what());
+  } catch (...) {
+    std::fprintf(stderr, "ZRLibCurl: %s failed\n", what);
+  }
+  return false;
+}
+
+}  // namespace
+
+struct ZRLibCurl::Impl {
+  explicit Impl(ZRLibCurl* owner) : owner(owner) {}
+
+  bool Init(const char* contentTypeHeader, bool failOnTransportErrorOnly, bool followRedirects,
+            ZRLibCurlWriteCallback callback);
+  void DeInit();
+  bool AppendHeader(_http_hdr_type_ kind, const char* value);
+  bool Send(_http_req_type_ method, const char* url, const void* data, unsigned long length, bool verbose);
+  bool SetMethodAndBody(_http_req_type_ method, const void* data, unsigned long length);
+  void ForgetResponse();
+  static size_t OnBody(char* data, size_t size, size_t count, void* self);
+
+  ZRLibCurl* const owner;
+  CURL* handle = nullptr;
+  // Held as long as the handle, which uses its trust store and share.
+  std::shared_ptr<zrcurl::ClientSettings> settings;
+  zrcurl::RequestHeaders headers;
+  zrcurl::HeaderList sentHeaders;  // libcurl reads the list during the transfer
+  std::string cookieJar;
+  ZRLibCurlWriteCallback writeCallback = nullptr;
+
+  bool hasResponse = false;
+  std::string body;
+  long httpStatus = 0;
+  char errorText[CURL_ERROR_SIZE] = {};
+};
+
+bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportErrorOnly, bool followRedirects,
+                           ZRLibCurlWriteCallback callback) {
+  DeInit();
+  zrcurl::EnsureCurlGlobalInit();
+  settings = zrcurl::CurrentClientSettings();
+  handle = curl_easy_init();
+  if (!handle) {
+    zrcurl::Log(zrcurl::kFailureLevel, "libcurl gave no handle.");
+    settings.reset();
+    return false;
+  }
+  writeCallback = callback;
+  headers.SetInitialContentType(contentTypeHeader ? contentTypeHeader : "");
+
+  bool ok = zrcurl::ApplyClientSettings(handle, *settings);
+  ok &= curl_easy_setopt(handle, CURLOPT_FAILONERROR, failOnTransportErrorOnly ? 0L : 1L) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, followRedirects ? 1L : 0L) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_MAXREDIRS, 5L) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Impl::OnBody) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_WRITEDATA, this) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, errorText) == CURLE_OK;
+  if (!ok) {
+    zrcurl::Log(zrcurl::kFailureLevel, "libcurl refused a setting of the client.");
+    DeInit();
+  }
+  return ok;
+}
+
+void ZRLibCurl::Impl::DeInit() {
+  if (handle) {
+    curl_easy_cleanup(handle);  // writes the cookie jar, if any
+    handle = nullptr;
+    if (!cookieJar.empty()) zrcurl::RestrictCookieJar(cookieJar);
+  }
+  sentHeaders.reset();
+  headers = zrcurl::RequestHeaders();
+  cookieJar.clear();
+  ForgetResponse();
+  settings.reset();  // the last client of an old generation closes its connections here
+}
+
+bool ZRLibCurl::Impl::AppendHeader(_http_hdr_type_ kind, const char* value) {
+  if (!handle || !value) return false;
+  switch (kind) {
+    case HTTP_HDR_CUSTOM:
+      return headers.AddLine(value);
+    case HTTP_HDR_CONTENT_TYPE:
+      return headers.ReplaceContentType(value);
+    case HTTP_HDR_ACCEPT:
+      return headers.SetAccept(value);
+    case HTTP_HDR_COOKIE_FILE:
+      return curl_easy_setopt(handle, CURLOPT_COOKIEFILE, value) == CURLE_OK;
+    case HTTP_HDR_COOKIE_JAR: {
+      std::string error;
+      if (!zrcurl::PrepareCookieJar(value, error)) {
+        zrcurl::Log(zrcurl::kFailureLevel, "%s", error.c_str());
+        return false;
+      }
+      if (curl_easy_setopt(handle, CURLOPT_COOKIEJAR, value) != CURLE_OK) return false;
+      cookieJar = value;
+      return true;
+    }
+  }
+  return false;
+}
+
+bool ZRLibCurl::Impl::SetMethodAndBody(_http_req_type_ method, const void* data, unsigned long length) {
+  const bool hasBody = data != nullptr && length > 0;
+  bool ok = curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, static_cast<char*>(nullptr)) == CURLE_OK;
+  if (method == HTTP_REQ_GET && !hasBody) return ok && curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L) == CURLE_OK;
+  if (method == HTTP_REQ_DELETE && !hasBody) {
+    ok &= curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L) == CURLE_OK;
+    return ok && curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, "DELETE") == CURLE_OK;
+  }
+  // A body goes out as POST data with its explicit size (it may hold zero bytes); other methods
+  // keep that body under their own name. POST and PUT without body send "Content-Length: 0".
+  ok &= curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(hasBody ? length : 0)) ==
+        CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_POSTFIELDS, hasBody ? data : "") == CURLE_OK;
+  if (method != HTTP_REQ_POST) ok &= curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, MethodName(method)) == CURLE_OK;
+  return ok;
+}
+
+void ZRLibCurl::Impl::ForgetResponse() {
+  hasResponse = false;
+  body.clear();
+  httpStatus = 0;
+  errorText[0] = '\0';
+}
+
+bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* data, unsigned long length,
+                           bool verbose) {
+  ForgetResponse();
+  if (!handle) {
+    zrcurl::Log(zrcurl::kFailureLevel, "Request sent through a client that is not initialised.");
+    return false;
+  }
+  if (!url || !MethodName(method)) {
+    zrcurl::Log(zrcurl::kFailureLevel, "Request without URL or with unknown method %d.", static_cast<int>(method));
+    return false;
+  }
+  sentHeaders = headers.Build();
+  bool ok = sentHeaders != nullptr && SetMethodAndBody(method, data, length);
+  ok &= curl_easy_setopt(handle, CURLOPT_URL, url) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_HTTPHEADER, sentHeaders.get()) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_VERBOSE, verbose ? 1L : 0L) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_DEBUGFUNCTION, verbose ? &OnDebugText : static_cast<curl_debug_callback>(nullptr)) == CURLE_OK;
+  if (!ok) {
+    zrcurl::Log(zrcurl::kFailureLevel, "%s %s: libcurl refused the request settings.", MethodName(method), url);
+    return false;
+  }
+
+  const CURLcode result = curl_easy_perform(handle);
+  if (result != CURLE_OK) {
+    zrcurl::Log(zrcurl::kFailureLevel, "%s %s failed: %s (%s)", MethodName(method), url, curl_easy_strerror(result),
+                errorText[0] ? errorText : "no detail");
+    body.clear();
+    return false;
+  }
+  curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &httpStatus);
+  hasResponse = true;
+  if (!cookieJar.empty()) {
+    // Written now rather than at clean-up, so the cookies are on disk when the caller goes on.
+    curl_easy_setopt(handle, CURLOPT_COOKIELIST, "FLUSH");
+    zrcurl::RestrictCookieJar(cookieJar);
+  }
+  return true;
+}
+
+size_t ZRLibCurl::Impl::OnBody(char* data, size_t size, size_t count, void* self) {
+  Impl* impl = static_cast<Impl*>(self);
+  if (impl->writeCallback) return impl->writeCallback(data, size, count, impl->owner);
+  try {
+    impl->body.append(data, size * count);
+  } catch (...) {
+    return 0;  // libcurl ends the transfer with a write error
+  }
+  return size * count;
+}
+
+ZRLibCurl::ZRLibCurl() : impl_(std::make_unique<Impl>(this)) {}
+
+ZRLibCurl::~ZRLibCurl() { impl_->DeInit(); }
+
+bool ZRLibCurl::ZRLibCurlInit(const char* contentTypeHeader, bool failOnTransportErrorOnly, bool followRedirects,
+                              ZRLibCurlWriteCallback writeCallback) {
+  return Guarded("init", [&] {
+    return impl_->Init(contentTypeHeader, failOnTransportErrorOnly, followRedirects, writeCallback);
+  });
+}
+
+void ZRLibCurl::ZRLibCurlDeInit() { impl_->DeInit(); }
+
+bool ZRLibCurl::ZRLibCurlAppendHeader(_http_hdr_type_ kind, const char* value) {
+  return Guarded("append header", [&] { return impl_->AppendHeader(kind, value); });
+}
+
+void ZRLibCurl::ZRLibCurlFreeHttpHeaderList() { impl_->headers.Clear(); }
+
+bool ZRLibCurl::ZRLibCurlSendHttpReq(_http_req_type_ method, const char* url, const void* data,
+                                     unsigned long length, bool verbose, const char* /*reserved*/) {
+  return Guarded("send", [&] { return impl_->Send(method, url, data, length, verbose); });
+}
+
+const char* ZRLibCurl::GetHttpResponse(unsigned long& size, bool detach) {
+  if (!impl_->hasResponse) {
+    size = 0;
+    return nullptr;
+  }
+  size = impl_->body.size();
+  if (!detach) return impl_->body.c_str();
+  // A detached body belongs to the caller, who frees it with free().
+  char* copy = static_cast<char*>(std::malloc(size + 1));
+  if (copy) std::memcpy(copy, impl_->body.c_str(), size + 1);
+  impl_->body.clear();
+  impl_->hasResponse = false;
+  return copy;
+}
+
+long ZRLibCurl::GetHttpErrorCode() { return impl_->httpStatus; }

@@ -1,0 +1,56 @@
+#include "RequestHeaders.h"
+
+namespace zrcurl {
+namespace {
+
+bool IsSafe(const std::string& text) { return text.find_first_of("\r\n") == std::string::npos; }
+
+bool Append(HeaderList& list, const std::string& line) {
+  curl_slist* grown = curl_slist_append(list.get(), line.c_str());
+  if (!grown) return false;
+  list.release();
+  list.reset(grown);
+  return true;
+}
+
+}  // namespace
+
+bool RequestHeaders::AddLine(const std::string& line) {
+  if (!IsSafe(line) || line.find(':') == std::string::npos) return false;
+  lines_.push_back(line);
+  return true;
+}
+
+bool RequestHeaders::ReplaceContentType(const std::string& value) {
+  if (!IsSafe(value)) return false;
+  contentTypeOverride_ = "Content-Type: " + value;
+  return true;
+}
+
+bool RequestHeaders::SetAccept(const std::string& value) {
+  if (!IsSafe(value)) return false;
+  accept_ = "Accept: " + value;
+  return true;
+}
+
+void RequestHeaders::Clear() {
+  contentTypeOverride_.clear();
+  accept_.clear();
+  lines_.clear();
+}
+
+HeaderList RequestHeaders::Build() const {
+  HeaderList list;
+  const std::string& contentType = contentTypeOverride_.empty() ? initialContentType_ : contentTypeOverride_;
+  // No "Expect: 100-continue" pause before large bodies: the servers answer at once.
+  bool complete = Append(list, "Expect:");
+  if (complete && !contentType.empty()) complete = Append(list, contentType);
+  if (complete && !accept_.empty()) complete = Append(list, accept_);
+  for (const std::string& line : lines_) {
+    if (complete) complete = Append(list, line);
+  }
+  if (!complete) list.reset();
+  return list;
+}
+
+}  // namespace zrcurl

@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "HuaweiJSONChangeListRequests.h"
+#include "LogCapture.h"
+
+namespace {
+
+// One entry as the array writes it inside the change-list string (quotes escaped).
+std::string entry(const std::string& path, const std::string& inode = "12") {
+  return "{\\\"inode\\\":" + inode +
+         ",\\\"changeType\\\":1,\\\"fType\\\":2,\\\"filePath\\\":\\\"" + path +
+         "\\\",\\\"crTime\\\":1,\\\"cTime\\\":2,\\\"mTime\\\":3,\\\"aTime\\\":4,\\\"owner\\\":5,\\\"group\\\":6,"
+         "\\\"size\\\":18446744073709551615,\\\"links\\\":1,\\\"dosAttr\\\":32}";
+}
+
+std::string page(const std::vector<std::string>& entries, const std::string& progress = "50",
+                 const std::string& extra = "") {
+  std::string list;
+  for (const std::string& one : entries) list += (list.empty() ? "" : ",") + one;
+  return "{\"data\":{\"changeList\":\"[" + list + "]\",\"numChanges\":\"" + std::to_string(entries.size()) +
+         "\",\"progress\":\"" + progress +
+         "\",\"linkPos\":\"9\",\"linkPosType\":\"1\",\"posObj\":\"77\",\"posOffset\":\"3\",\"posType\":\"2\"" + extra +
+         "},\"error\":{\"code\":0,\"description\":\"0\"}}";
+}
+
+TEST(ChangeListPage, DecodesEntriesAndTheNextCursor) {
+  HuaweiJSONGetChangeListResult request(1);
+  std::string answer = page({entry("/dir/a b.txt", "9223372036854775809"), entry("/\xc3\xa9t\xc3\xa9")}, "100");
+  ASSERT_TRUE(request.parseResponse(answer));
+  const _HuaweiSnapshotChangeListInfo info = request.getChangeListInfo("s1");
+  EXPECT_EQ(info.sessionId, "s1");
+  EXPECT_EQ(info.progress, "100");
+  EXPECT_EQ(info.numChanges, "2");
+  EXPECT_EQ(info.posType, "2");
+  EXPECT_EQ(info.posObj, "77");
+  EXPECT_EQ(info.posOffset, "3");
+  EXPECT_EQ(info.linkPosType, "1");
+  EXPECT_EQ(info.linkPos, "9");
+  ASSERT_EQ(info.changes.size(), 2u);
+  const _HuaweiSnapshotChangeList& first = info.changes.front();
+  EXPECT_EQ(first.filePath, "/dir/a b.txt");
+  EXPECT_EQ(first.inode, 9223372036854775809ULL);
+  EXPECT_EQ(first.size, 18446744073709551615ULL);
+  EXPECT_EQ(first.changeType, 1);
+  EXPECT_EQ(first.fType, 2);
+  EXPECT_EQ(first.mTime, 3ULL);
+  EXPECT_EQ(first.dosAttr, 32U);
+  EXPECT_EQ(info.changes.back().filePath, "/\xc3\xa9t\xc3\xa9");
+}
+
+TEST(ChangeListPage, EmptyListAndExtraKeysAreFine) {
+  HuaweiJSONGetChangeListResult request(1);
+  std::string answer = page({}, "100", ",\"unknown\":{\"x\":[1,2]}");
+  ASSERT_TRUE(request.parseResponse(answer));
+  EXPECT_TRUE(request.getChangeListInfo("s").changes.empty());
+}
+
+TEST(ChangeListPage, BackslashesOfNamesAreRemovedBeforeAnythingElse) {
+  HuaweiJSONGetChangeListResult request(1);
+  // A name "a\b" reaches the page as a\\\\b inside the escaped list text.
+  std::string answer = page({entry("a\\\\\\\\b")});
+  ASSERT_TRUE(request.parseResponse(answer));
+  EXPECT_EQ(request.getChangeListInfo("s").changes.front().filePath, "ab");
+}
+
+TEST(ChangeListPage, UnparsableTextIsFalse) {
+  zrtest::LogCapture log;
+  HuaweiJSONGetChangeListResult request(1);
+  std::string answer = "<html>busy</html>";
+  EXPECT_FALSE(request.parseResponse(answer));
+  EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONGetChangeListResult::parseResponse", "Error when parsing the JSON response."));
+}
+
+struct EntityCase {
+  const char* raw;
+  const char* decoded;
+};
+
+class FileNameEntities : public testing::TestWithParam<EntityCase> {};
+
+TEST_P(FileNameEntities, DecodeInOnePassFromTheLeft) {
+  HuaweiJSONGetChangeListResult request(1);
+  std::string name = GetParam().raw;
+  ASSERT_TRUE(request.handleSpecialCharactersInFileName(name));
+  EXPECT_EQ(name, GetParam().decoded);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, FileNameEntities,
+                         testing::Values(EntityCase{"a&amp;b&#40;1&#41;.txt", "a&b(1).txt"},
+                                         EntityCase{"x&lt;y&gt;", "x<y>"}, EntityCase{"a&b", "ab"},
+                                         EntityCase{"a&", "a"}, EntityCase{"&amp;amp;", "&amp;"},
+                                         EntityCase{"it&#39;s", "it#39;s"}, EntityCase{"&&lt;", "<"},
+                                         EntityCase{"plain", "plain"}));
+
+TEST(FileNameEntities, RewritesAreLoggedAtLevelSixThroughTheLogWriter) {
+  zrtest::LogCapture log;
+  HuaweiJSONGetChangeListResult request(1);
+  std::string answer = page({entry("a&amp;b"), entry("plain")});
+  ASSERT_TRUE(request.parseResponse(answer));
+  const char* writer = "bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::string&)";
+  EXPECT_TRUE(log.HasLine(6, writer, "Changelist file returned by array:[a&amp;b] ")) << log.Dump();
+  EXPECT_TRUE(log.HasLine(6, writer, "Modified Changelist file:[a&b] "));
+  EXPECT_FALSE(log.ContainsText("[plain]"));
+
+  std::string empty;
+  EXPECT_FALSE(request.handleSpecialCharactersInFileName(empty));
+  EXPECT_TRUE(log.HasLine(-1, writer, "File name is empty!"));
+}
+
+class ChangeListPageDeathTest : public testing::TestWithParam<const char*> {};
+
+// Every key of the page and of its entries is required: removing any one ends the process.
+TEST_P(ChangeListPageDeathTest, MissingRequiredKeyEndsTheProcess) {
+  std::string answer = page({entry("f")});
+  const std::string key = GetParam();
+  const std::string quoted = key.front() == '\\' ? key : "\"" + key + "\"";
+  const std::string::size_type at = answer.find(quoted);
+  ASSERT_NE(at, std::string::npos) << key;
+  answer.replace(at, quoted.size(), key.front() == '\\' ? "\\\"renamed\\\"" : "\"renamed\"");
+  HuaweiJSONGetChangeListResult request(1);
+  EXPECT_DEATH(request.parseResponse(answer), "\\[JSONXX\\] expression 'has<T>\\(key\\)' failed");
+}
+
+INSTANTIATE_TEST_SUITE_P(PageKeys, ChangeListPageDeathTest,
+                         testing::Values("data", "changeList", "numChanges", "progress", "linkPos", "linkPosType",
+                                         "posObj", "posOffset", "posType"));
+INSTANTIATE_TEST_SUITE_P(EntryKeys, ChangeListPageDeathTest,
+                         testing::Values("\\\"inode\\\"", "\\\"changeType\\\"", "\\\"filePath\\\"", "\\\"dosAttr\\\"",
+                                         "\\\"size\\\""));
+
+TEST(ChangeListPageDeathTest, MistypedCursorEndsTheProcess) {
+  std::string answer = page({entry("f")});
+  answer.replace(answer.find("\"progress\":\"50\""), 15, "\"progress\":50");
+  HuaweiJSONGetChangeListResult request(1);
+  EXPECT_DEATH(request.parseResponse(answer), "has<T>\\(key\\)");
+}
+
+}  // namespace
