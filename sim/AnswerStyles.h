@@ -1,0 +1,37 @@
+// How successful answers of a route are shaped. The array is not consistent here, and clients
+// must cope: a list of one item comes as a bare object, an empty list comes without "data",
+// and some answers carry no "data" at all.
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <string>
+#include <utility>
+
+namespace arraysim {
+
+enum class EmptyListAnswer {
+  WithoutData,  // {"error":{...}}: what the array does
+  EmptyArray,   // {"data":[],"error":{...}}
+};
+
+struct AnswerStyle {
+  bool omitData = false;           // leave "data" out of a successful answer
+  bool singleItemAsObject = true;  // list routes: a list of one item as the bare item
+  EmptyListAnswer emptyList = EmptyListAnswer::WithoutData;
+};
+
+// Styles per route, keyed by method and route pattern as the resources register them, e.g.
+// ("GET", "filesystem"), ("GET", "fssnapshot/{}"), ("GET", "system/"). Thread-safe.
+class AnswerStyles {
+ public:
+  void set(const std::string& method, const std::string& route, const AnswerStyle& style);
+  AnswerStyle get(const std::string& method, const std::string& route) const;
+  void clear();
+
+ private:
+  mutable std::mutex mutex_;
+  std::map<std::pair<std::string, std::string>, AnswerStyle> styles_;
+};
+
+}  // namespace arraysim

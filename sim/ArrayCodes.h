@@ -1,0 +1,21 @@
+// The array's error codes that the simulator answers with.
+#pragma once
+
+namespace arraysim::codes {
+
+constexpr long long kSuccess = 0;
+// The session is missing, has ended, or the token, the cookie or the device in the path is wrong.
+constexpr long long kUnauthorized = -401;
+constexpr long long kBadCredentials = 1077949061;
+// A body that is no JSON object, a missing or malformed key, an unknown change-list cursor.
+constexpr long long kParameterIncorrect = 50331651;
+// An object named in the path or the body does not exist: vStore, file system, change-list
+// session, or a resource path the array does not serve.
+constexpr long long kObjectNotFound = 1077948996;
+// A snapshot of that name exists on the file system already.
+constexpr long long kNameExists = 1077948993;
+constexpr long long kSnapshotNotFound = 1073754118;
+// The file system refuses a snapshot with SnapDiff (also used by the refuse-any switch).
+constexpr long long kSnapDiffUnsupported = 1073754130;
+
+}  // namespace arraysim::codes

@@ -1,0 +1,41 @@
+// What a resource handler answers, before it is put into the array's envelope
+// {"data": ..., "error": {"code": N, "description": "..."}}.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+namespace arraysim {
+
+// One request to a resource under /deviceManager/rest/<device id>/, after the session check.
+struct ArrayRequest {
+  std::string method;
+  std::string path;                          // e.g. "fssnapshot/7@1", without the query
+  std::map<std::string, std::string> query;  // values exactly as sent (nothing is decoded)
+  std::string body;
+  std::vector<std::string> parameters;       // the values of the route's {} segments
+  std::string accountVStoreId;               // the vStore of the logged-in account, if any
+
+  std::optional<std::string> queryValue(const std::string& key) const;
+  // The body as JSON; nothing when it is not a JSON object.
+  std::optional<nlohmann::json> jsonBody() const;
+};
+
+struct Reply {
+  long long code = 0;
+  std::string description = "0";
+  nlohmann::json data = nlohmann::json::object();
+  bool isList = false;    // `data` is an array: the route's list style applies
+  std::string dataText;   // pre-rendered `data`, used instead of `data` when not empty
+
+  static Reply Object(nlohmann::json data);
+  static Reply List(nlohmann::json items);
+  static Reply Text(std::string dataText);
+  static Reply Error(long long code, std::string description);
+};
+
+}  // namespace arraysim

@@ -1,0 +1,44 @@
+#include "http/Router.h"
+
+namespace arraysim {
+namespace {
+
+std::vector<std::string> Segments(std::string_view path) {
+  std::vector<std::string> segments;
+  std::size_t start = 0;
+  while (true) {
+    const auto slash = path.find('/', start);
+    segments.emplace_back(path.substr(start, slash - start));
+    if (slash == std::string_view::npos) break;
+    start = slash + 1;
+  }
+  return segments;
+}
+
+}  // namespace
+
+void Router::add(std::string method, std::string pattern, RouteHandler handler) {
+  auto segments = Segments(pattern);
+  routes_.push_back(Route{std::move(method), std::move(pattern), std::move(segments), std::move(handler)});
+}
+
+std::optional<Router::Match> Router::match(const std::string& method, std::string_view path) const {
+  const auto segments = Segments(path);
+  for (const auto& route : routes_) {
+    if (route.method != method || route.segments.size() != segments.size()) continue;
+    std::vector<std::string> parameters;
+    bool matches = true;
+    for (std::size_t i = 0; i < segments.size() && matches; ++i) {
+      if (route.segments[i] == "{}") {
+        matches = !segments[i].empty();
+        parameters.push_back(segments[i]);
+      } else {
+        matches = route.segments[i] == segments[i];
+      }
+    }
+    if (matches) return Match{route.pattern, &route.handler, std::move(parameters)};
+  }
+  return std::nullopt;
+}
+
+}  // namespace arraysim

@@ -1,0 +1,38 @@
+// Finds the handler of a resource path. Patterns are paths whose "{}" segments match any one
+// non-empty segment ("fssnapshot/{}"); a trailing slash counts ("system/" is not "system").
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "http/Reply.h"
+
+namespace arraysim {
+
+using RouteHandler = std::function<Reply(const ArrayRequest&)>;
+
+class Router {
+ public:
+  struct Match {
+    std::string pattern;
+    const RouteHandler* handler;
+    std::vector<std::string> parameters;
+  };
+
+  void add(std::string method, std::string pattern, RouteHandler handler);
+  std::optional<Match> match(const std::string& method, std::string_view path) const;
+
+ private:
+  struct Route {
+    std::string method;
+    std::string pattern;
+    std::vector<std::string> segments;
+    RouteHandler handler;
+  };
+  std::vector<Route> routes_;
+};
+
+}  // namespace arraysim

@@ -1,0 +1,109 @@
+// huawei-array-sim: the array simulator as a process of its own.
+//
+//   huawei-array-sim --address 127.0.0.5 --account admin:secret --generate-files 1000000
+//
+// Prints "ready <address>:<port> ca=<path>" on standard output once it listens, and runs
+// until SIGINT or SIGTERM.
+#include <signal.h>
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "ArraySimulator.h"
+#include "Seed.h"
+
+namespace {
+
+arraysim::Account ParseAccount(const std::string& text) {
+  const auto first = text.find(':');
+  if (first == std::string::npos) throw CLI::ValidationError("--account", "expected user:password[:vstoreId]");
+  const auto second = text.find(':', first + 1);
+  arraysim::Account account;
+  account.user = text.substr(0, first);
+  account.password = text.substr(first + 1, second == std::string::npos ? std::string::npos : second - first - 1);
+  if (second != std::string::npos) account.vstoreId = text.substr(second + 1);
+  return account;
+}
+
+int WaitForStopSignal() {
+  sigset_t stopSignals;
+  sigemptyset(&stopSignals);
+  sigaddset(&stopSignals, SIGINT);
+  sigaddset(&stopSignals, SIGTERM);
+  int received = 0;
+  sigwait(&stopSignals, &received);
+  return received;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app{"Simulates a Huawei storage array's management interface over HTTPS."};
+  arraysim::SimulatorOptions options;
+  std::vector<std::string> accounts;
+  std::string seedFile;
+  std::size_t generateFiles = 0;
+  std::size_t generateChanges = 0;
+  bool generateChangesGiven = false;
+  app.add_option("--address", options.address, "Loopback address to listen on")->capture_default_str();
+  app.add_option("--port", options.port, "Port (0: any free port)")->capture_default_str();
+  app.add_option("--device-id", options.deviceId, "Device identifier of the array")->capture_default_str();
+  app.add_option("--account", accounts, "user:password[:vstoreId], repeatable (default admin:Admin@storage1)");
+  app.add_option("--seed", seedFile, "JSON file with the array's initial state")->check(CLI::ExistingFile);
+  app.add_option("--cert-dir", options.certificateDirectory, "Where to write the CA and the server certificate");
+  app.add_option("--page-size", options.changeListPageSize, "Entries per change-list page")->capture_default_str();
+  app.add_option("--threads", options.threads, "Worker threads")->capture_default_str();
+  app.add_option("--generate-files", generateFiles,
+                 "Make a file system with this many files and a snapshot pair that differs in them");
+  app.add_option_function<std::size_t>(
+      "--generate-changes",
+      [&](const std::size_t& count) {
+        generateChanges = count;
+        generateChangesGiven = true;
+      },
+      "Entries of the generated difference: half modified, a quarter created, a quarter deleted (default: all files)");
+  app.add_flag("!--no-record", options.recordRequests, "Do not keep the requests (long benchmarks)");
+  CLI11_PARSE(app, argc, argv);
+
+  // Block the stop signals before any thread starts, so that every thread inherits the mask
+  // and sigwait() alone receives them.
+  sigset_t stopSignals;
+  sigemptyset(&stopSignals);
+  sigaddset(&stopSignals, SIGINT);
+  sigaddset(&stopSignals, SIGTERM);
+  pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
+  signal(SIGPIPE, SIG_IGN);
+
+  try {
+    for (const auto& text : accounts) options.accounts.push_back(ParseAccount(text));
+    if (!seedFile.empty()) options.seed = arraysim::LoadSeedFile(seedFile);
+    arraysim::ArraySimulator simulator(options);
+
+    if (generateFiles > 0) {
+      const std::size_t changes = generateChangesGiven ? generateChanges : generateFiles;
+      arraysim::GenerationPlan plan;
+      plan.fileSystemName = "bench";
+      plan.tree.files = generateFiles;
+      plan.changes.modified = changes / 2;
+      plan.changes.deleted = changes / 4;
+      plan.changes.created = changes - plan.changes.modified - plan.changes.deleted;
+      const auto pair = simulator.generateSnapshotPair(plan);
+      std::cout << "generated fileSystem=" << pair.fileSystemId << " base=" << pair.baseSnapshotId
+                << " incremental=" << pair.incrementalSnapshotId << " changes=" << pair.changeCount << std::endl;
+    }
+
+    simulator.start();
+    std::cout << "ready " << simulator.address() << ":" << simulator.port() << " ca=" << simulator.caCertPath()
+              << std::endl;
+    const int signal = WaitForStopSignal();
+    std::cerr << "stopping on signal " << signal << std::endl;
+    simulator.stop();
+  } catch (const std::exception& error) {
+    std::cerr << "huawei-array-sim: " << error.what() << std::endl;
+    return 1;
+  }
+  return 0;
+}

@@ -1,0 +1,175 @@
+#include "resources/SnapshotResources.h"
+
+#include <stdexcept>
+
+#include "ArrayCodes.h"
+
+namespace arraysim {
+namespace {
+
+constexpr const char* kFileSystemParentType = "40";
+
+std::optional<std::string> StringField(const nlohmann::json& body, const char* key) {
+  const auto it = body.find(key);
+  if (it == body.end() || !it->is_string()) return std::nullopt;
+  return it->get<std::string>();
+}
+
+nlohmann::json SnapshotRecord(const SnapshotInfo& info) {
+  nlohmann::json record = {{"ID", info.id},
+                           {"NAME", info.name},
+                           {"PARENTID", info.parentId},
+                           {"PARENTNAME", info.parentName},
+                           {"PARENTTYPE", kFileSystemParentType},
+                           {"SNAPTYPE", info.snapType},
+                           {"TYPE", "48"},
+                           {"HEALTHSTATUS", "1"},
+                           {"ENABLESNAPDIFF", info.snapDiffEnabled ? "true" : "false"}};
+  if (!info.vstoreId.empty()) record["vstoreId"] = info.vstoreId;
+  return record;
+}
+
+// Spends one use of a refusal switch; kAlways never runs out.
+bool SpendRefusal(int& refusals) {
+  if (refusals == 0) return false;
+  if (refusals > 0) --refusals;
+  return true;
+}
+
+}  // namespace
+
+SnapshotResources::SnapshotResources(std::recursive_mutex& mutex, FileSystemResources& fileSystems)
+    : mutex_(mutex), fileSystems_(fileSystems) {}
+
+std::string SnapshotResources::take(const std::string& fileSystemId, const std::string& name, bool enableSnapDiff) {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  auto* fs = fileSystems_.find(fileSystemId);
+  if (fs == nullptr) throw std::invalid_argument("no file system \"" + fileSystemId + "\"");
+  if (nameTaken(fileSystemId, name)) throw std::invalid_argument("snapshot name taken: \"" + name + "\"");
+  return takeLocked(*fs, name, enableSnapDiff);
+}
+
+std::string SnapshotResources::takeLocked(FileSystem& fs, const std::string& name, bool enableSnapDiff) {
+  Snapshot snapshot;
+  snapshot.info.id = fs.info.id + "@" + std::to_string(++fs.snapshotsTaken);
+  snapshot.info.name = name;
+  snapshot.info.parentId = fs.info.id;
+  snapshot.info.parentName = fs.info.name;
+  snapshot.info.vstoreId = fs.info.vstoreId;
+  snapshot.info.snapDiffEnabled = enableSnapDiff;
+  snapshot.image = fs.tree.freeze();
+  const auto id = snapshot.info.id;
+  snapshots_[id] = std::move(snapshot);
+  return id;
+}
+
+bool SnapshotResources::nameTaken(const std::string& fileSystemId, const std::string& name) const {
+  for (const auto& entry : snapshots_) {
+    if (entry.second.info.parentId == fileSystemId && entry.second.info.name == name) return true;
+  }
+  return false;
+}
+
+void SnapshotResources::setType(const std::string& id, const std::string& snapType) {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  const auto it = snapshots_.find(id);
+  if (it == snapshots_.end()) throw std::invalid_argument("no snapshot \"" + id + "\"");
+  it->second.info.snapType = snapType;
+}
+
+void SnapshotResources::remove(const std::string& id) {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  snapshots_.erase(id);
+}
+
+const Snapshot* SnapshotResources::find(const std::string& id) const {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  const auto it = snapshots_.find(id);
+  return it == snapshots_.end() ? nullptr : &it->second;
+}
+
+bool SnapshotResources::exists(const std::string& id) const { return find(id) != nullptr; }
+
+std::optional<SnapshotInfo> SnapshotResources::info(const std::string& id) const {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  const auto* snapshot = find(id);
+  if (snapshot == nullptr) return std::nullopt;
+  return snapshot->info;
+}
+
+std::vector<SnapshotInfo> SnapshotResources::list() const {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  std::vector<SnapshotInfo> infos;
+  for (const auto& entry : snapshots_) infos.push_back(entry.second.info);
+  return infos;
+}
+
+TreeImage SnapshotResources::image(const std::string& id) const {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  const auto* snapshot = find(id);
+  if (snapshot == nullptr) throw std::invalid_argument("no snapshot \"" + id + "\"");
+  return snapshot->image;
+}
+
+void SnapshotResources::clear() {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  snapshots_.clear();
+}
+
+void SnapshotResources::registerRoutes(Router& router) {
+  router.add("POST", "fssnapshot", [this](const ArrayRequest& r) { return create(r); });
+  router.add("GET", "fssnapshot/{}", [this](const ArrayRequest& r) { return get(r); });
+  router.add("DELETE", "fssnapshot/{}", [this](const ArrayRequest& r) { return erase(r); });
+}
+
+Reply SnapshotResources::create(const ArrayRequest& request) {
+  const auto body = request.jsonBody();
+  if (!body) return Reply::Error(codes::kParameterIncorrect, "The request body is not a JSON object.");
+  const auto name = StringField(*body, "NAME");
+  const auto parentId = StringField(*body, "PARENTID");
+  const auto parentType = StringField(*body, "PARENTTYPE");
+  const auto vstoreId = StringField(*body, "vstoreId");
+  const auto snapDiff = StringField(*body, "ENABLESNAPDIFF").value_or("false");
+  if (!name || name->empty() || !parentId || parentType != std::optional<std::string>(kFileSystemParentType) ||
+      (snapDiff != "true" && snapDiff != "false")) {
+    return Reply::Error(codes::kParameterIncorrect, "The entered parameter is incorrect.");
+  }
+  auto* fs = fileSystems_.find(*parentId);
+  if (fs == nullptr || (vstoreId && *vstoreId != fs->info.vstoreId)) {
+    return Reply::Error(codes::kObjectNotFound, "The file system does not exist.");
+  }
+  if (SpendRefusal(fs->snapshotRefusals) || (snapDiff == "true" && SpendRefusal(fs->snapDiffRefusals))) {
+    return Reply::Error(codes::kSnapDiffUnsupported, "The file system does not support the SnapDiff function.");
+  }
+  if (nameTaken(fs->info.id, *name)) return Reply::Error(codes::kNameExists, "The name already exists.");
+  const auto id = takeLocked(*fs, *name, snapDiff == "true");
+  return Reply::Object(SnapshotRecord(snapshots_.at(id).info));
+}
+
+const Snapshot* SnapshotResources::visible(const ArrayRequest& request) const {
+  const auto* snapshot = find(request.parameters[0]);
+  const auto vstoreId = request.queryValue("vstoreId");
+  if (snapshot == nullptr || (vstoreId && *vstoreId != snapshot->info.vstoreId)) return nullptr;
+  return snapshot;
+}
+
+Reply SnapshotResources::get(const ArrayRequest& request) const {
+  const auto* snapshot = visible(request);
+  if (snapshot == nullptr) return Reply::Error(codes::kSnapshotNotFound, "The snapshot does not exist.");
+  return Reply::Object(SnapshotRecord(snapshot->info));
+}
+
+Reply SnapshotResources::erase(const ArrayRequest& request) {
+  const auto* snapshot = visible(request);
+  if (snapshot == nullptr) return Reply::Error(codes::kSnapshotNotFound, "The snapshot does not exist.");
+  // The array protects snapshots made for incremental backup from a plain delete.
+  if (snapshot->info.snapType == "8" && request.queryValue("DELINCREMENTALBACKUPSNAP") != std::optional<std::string>("true")) {
+    return Reply::Error(codes::kParameterIncorrect,
+                        "An incremental backup snapshot is deleted only with DELINCREMENTALBACKUPSNAP=true.");
+  }
+  const std::string id = snapshot->info.id;
+  snapshots_.erase(id);
+  return Reply::Object(nlohmann::json::object());
+}
+
+}  // namespace arraysim

@@ -1,0 +1,65 @@
+// File-system snapshots: POST fssnapshot, GET fssnapshot/<id>, DELETE fssnapshot/<id>.
+// A snapshot keeps a frozen image of its file system's tree at the time it was taken.
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "filetree/FileTree.h"
+#include "http/Router.h"
+#include "resources/FileSystemResources.h"
+
+namespace arraysim {
+
+struct SnapshotInfo {
+  std::string id;  // "<file system id>@<n>"
+  std::string name;
+  std::string parentId;
+  std::string parentName;
+  std::string snapType = "8";  // "8": a snapshot for incremental backup
+  std::string vstoreId;        // the file system's vStore
+  bool snapDiffEnabled = false;
+};
+
+struct Snapshot {
+  SnapshotInfo info;
+  TreeImage image;
+};
+
+class SnapshotResources {
+ public:
+  SnapshotResources(std::recursive_mutex& mutex, FileSystemResources& fileSystems);
+
+  // Takes a snapshot of the file system's live tree now and answers its identifier.
+  // Throws std::invalid_argument for an unknown file system or a name taken on it.
+  std::string take(const std::string& fileSystemId, const std::string& name, bool enableSnapDiff = true);
+  void setType(const std::string& id, const std::string& snapType);
+  void remove(const std::string& id);
+  bool exists(const std::string& id) const;
+  std::optional<SnapshotInfo> info(const std::string& id) const;
+  std::vector<SnapshotInfo> list() const;
+  // The frozen tree; throws std::invalid_argument for an unknown snapshot.
+  TreeImage image(const std::string& id) const;
+  // Lookup for the other resource families, which hold the lock already.
+  const Snapshot* find(const std::string& id) const;
+
+  void clear();
+  void registerRoutes(Router& router);
+
+ private:
+  std::string takeLocked(FileSystem& fs, const std::string& name, bool enableSnapDiff);
+  bool nameTaken(const std::string& fileSystemId, const std::string& name) const;
+  Reply create(const ArrayRequest& request);
+  Reply get(const ArrayRequest& request) const;
+  Reply erase(const ArrayRequest& request);
+  const Snapshot* visible(const ArrayRequest& request) const;
+
+  std::recursive_mutex& mutex_;
+  FileSystemResources& fileSystems_;
+  std::map<std::string, Snapshot> snapshots_;
+};
+
+}  // namespace arraysim

@@ -1,0 +1,103 @@
+#include "resources/SystemResources.h"
+
+#include "ArrayCodes.h"
+
+namespace arraysim {
+
+SystemResources::SystemResources(std::recursive_mutex& mutex, std::string deviceId)
+    : mutex_(mutex), deviceId_(std::move(deviceId)) {
+  clear();
+}
+
+void SystemResources::clear() {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  system_ = {{"ID", deviceId_},
+             {"NAME", "Huawei.Storage"},
+             {"HEALTHSTATUS", "1"},
+             {"RUNNINGSTATUS", "1"},
+             {"PRODUCTVERSION", "V600R005C20"},
+             {"PRODUCTMODE", "811"},
+             {"TYPE", "201"},
+             {"LOCATION", ""},
+             {"DESCRIPTION", ""}};
+  ndmp_.clear();
+  ndmp_[""] = NdmpSettings{};
+  vstores_.clear();
+}
+
+nlohmann::json SystemResources::systemRecord() const {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  return system_;
+}
+
+void SystemResources::setSystemField(const std::string& key, const std::string& value) {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  system_[key] = value;
+}
+
+void SystemResources::eraseSystemField(const std::string& key) {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  system_.erase(key);
+}
+
+void SystemResources::setNdmp(const NdmpSettings& settings) {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  ndmp_[settings.vstoreId] = settings;
+}
+
+void SystemResources::removeNdmp(const std::string& vstoreId) {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  ndmp_.erase(vstoreId);
+}
+
+std::optional<NdmpSettings> SystemResources::ndmp(const std::string& vstoreId) const {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  const auto it = ndmp_.find(vstoreId);
+  if (it == ndmp_.end()) return std::nullopt;
+  return it->second;
+}
+
+void SystemResources::addVStore(const VStore& vstore) {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  vstores_[vstore.id] = vstore;
+}
+
+void SystemResources::removeVStore(const std::string& id) {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  vstores_.erase(id);
+}
+
+std::optional<VStore> SystemResources::vstore(const std::string& id) const {
+  std::lock_guard<std::recursive_mutex> lock(mutex_);
+  const auto it = vstores_.find(id);
+  if (it == vstores_.end()) return std::nullopt;
+  return it->second;
+}
+
+void SystemResources::registerRoutes(Router& router) {
+  router.add("GET", "system/", [this](const ArrayRequest&) { return getSystem(); });
+  router.add("GET", "ndmpservice", [this](const ArrayRequest&) { return getNdmp(""); });
+  router.add("GET", "ndmpservice/{}", [this](const ArrayRequest& r) { return getNdmp(r.parameters[0]); });
+  router.add("GET", "vstore/{}", [this](const ArrayRequest& r) { return getVStore(r.parameters[0]); });
+}
+
+Reply SystemResources::getSystem() const { return Reply::Object(system_); }
+
+Reply SystemResources::getNdmp(const std::string& vstoreId) const {
+  const auto it = ndmp_.find(vstoreId);
+  if (it == ndmp_.end()) return Reply::Error(codes::kObjectNotFound, "The NDMP service is not configured.");
+  const auto& s = it->second;
+  nlohmann::json data = {{"isEnabled", s.isEnabled}, {"ip", s.ip},   {"port", s.port},
+                         {"version", s.version},     {"isSupportSnapshot", s.isSupportSnapshot}};
+  if (!s.vstoreId.empty()) data["vstoreId"] = s.vstoreId;
+  if (!s.vstoreName.empty()) data["vstoreName"] = s.vstoreName;
+  return Reply::Object(std::move(data));
+}
+
+Reply SystemResources::getVStore(const std::string& id) const {
+  const auto it = vstores_.find(id);
+  if (it == vstores_.end()) return Reply::Error(codes::kObjectNotFound, "The vStore does not exist.");
+  return Reply::Object({{"ID", it->second.id}, {"NAME", it->second.name}, {"RUNNINGSTATUS", it->second.runningStatus}});
+}
+
+}  // namespace arraysim
