@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <list>
 
-#include <boost/algorithm/string/erase.hpp>
-
 #include "ArrayNumbers.h"
 #include "CLogWriterInterface.h"
 #include "ConvertToString.h"
@@ -84,7 +82,7 @@ bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
   // also one that a file name held.
   replaceFirst(response, "\"[", "[");
   replaceFirst(response, "]\"", "]");
-  boost::algorithm::erase_all(response, "\\");
+  response.erase(std::remove(response.begin(), response.end(), '\\'), response.end());
 
   jsonxx::Object answer;
   answer.parse(response);
