@@ -1,2 +1,327 @@
+// jsonxx: the JSON document model of the library.
+//
+// A small tree of heap-allocated values, a lenient parser and a stream writer.
+// The rest of the library judges a response by Object::empty() rather than by
+// the parser's result, so the parser keeps whatever it read before a fault.
+// A value that is read with get<T>() without a prior has<T>() is a required
+// value: when it is missing or of another kind the process ends (assertion()).
 #pragma once
-namespace jsonxx {}
+
+#include <cstddef>
+#include <iosfwd>
+#include <map>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace jsonxx {
+
+/// The scalar kinds of the model.
+struct Null {};
+using Number = long double;
+using String = std::string;
+using Boolean = bool;
+
+class Array;
+class Object;
+class Value;
+
+namespace detail {
+template <class Source>
+class Reader;
+}  // namespace detail
+
+/// Does nothing when @p ok holds. Otherwise writes
+/// "[JSONXX] expression '<expression>' failed at <file>:<line> -> " to stderr
+/// and aborts through the C library's assertion failure, in every build type.
+void assertion(const char* file, int line, const char* expression, bool ok);
+
+/// A tagged union: a number, string, boolean, null, array or object, or
+/// invalid. Strings, arrays and objects are owned through pointers; copies
+/// are deep.
+class Value {
+ public:
+  /// The kinds; the numbering is fixed and other parts of the library rely on it.
+  enum class Type : int { Number = 0, String = 1, Boolean = 2, Null = 3, Array = 4, Object = 5, Invalid = 6 };
+
+  /// An invalid value: it writes nothing and satisfies only is<Value>().
+  Value() = default;
+  Value(const Value& other);
+  Value(Value&& other) noexcept;
+  Value& operator=(const Value& other);
+  Value& operator=(Value&& other) noexcept;
+  ~Value();
+
+  Value(const String& text);
+  Value(String&& text);
+  Value(const char* text);
+  Value(Boolean flag);
+  Value(Null);
+  Value(const Array& array);
+  Value(const Object& object);
+  /// Any arithmetic type but bool is stored as a Number.
+  template <class T, std::enable_if_t<std::is_arithmetic_v<T> && !std::is_same_v<T, bool>, int> = 0>
+  Value(T number) : type_(Type::Number) {
+    content_.number = static_cast<Number>(number);
+  }
+
+  Type type() const { return type_; }
+
+  /// True when the tag is T's kind; is<Value>() is always true.
+  template <class T>
+  bool is() const;
+
+  /// The content as T; ends the process unless is<T>().
+  /// get<Value>() gives the value itself.
+  template <class T>
+  T& get();
+  template <class T>
+  const T& get() const;
+
+  /// Frees an owned content and leaves the tag alone. The value has to be
+  /// assigned or parsed again before its content is read.
+  void reset();
+
+  /// Parses one value; see Object::parse for what the parser accepts.
+  bool parse(const std::string& text);
+  bool parse(std::istream& input);
+
+ private:
+  template <class Source>
+  friend class detail::Reader;
+  friend std::ostream& operator<<(std::ostream& out, const Value& value);
+
+  union Content {
+    Number number;
+    Boolean boolean;
+    String* string;
+    Array* array;
+    Object* object;
+  };
+
+  void copy_from(const Value& other);
+  void steal_from(Value& other) noexcept;
+
+  Type type_ = Type::Invalid;
+  Content content_{};
+};
+
+/// An ordered array of owned values.
+class Array {
+ public:
+  using Container = std::vector<Value*>;
+
+  Array() = default;
+  Array(const Array& other);
+  Array(Array&& other) noexcept;
+  /// Self-assignment does nothing; otherwise frees all values and copies.
+  Array& operator=(const Array& other);
+  Array& operator=(Array&& other) noexcept;
+  /// Frees all values and stores a copy of @p value as the only element, so a
+  /// Value that holds an array gives an array of one array.
+  Array& operator=(const Value& value);
+  ~Array();
+
+  /// Parses an array; see Object::parse for what the parser accepts.
+  bool parse(const std::string& text);
+  bool parse(std::istream& input);
+
+  std::size_t size() const { return values_.size(); }
+  bool empty() const { return values_.empty(); }
+
+  /// True when element @p i exists and is<T>().
+  template <class T>
+  bool has(unsigned int i) const;
+
+  /// Element @p i as T; ends the process when i >= size() or on another kind.
+  template <class T>
+  T& get(unsigned int i);
+  template <class T>
+  const T& get(unsigned int i) const;
+
+  /// Appends a copy of @p value.
+  Array& import(const Value& value);
+
+  /// Frees all values.
+  void reset();
+
+  const Container& values() const { return values_; }
+
+ private:
+  template <class Source>
+  friend class detail::Reader;
+
+  Container values_;
+};
+
+/// A sorted map from keys to owned values.
+class Object {
+ public:
+  using Map = std::map<std::string, Value*>;
+
+  Object() = default;
+  Object(const Object& other);
+  Object(Object&& other) noexcept;
+  /// Clears the pending key; self-assignment does nothing further; otherwise
+  /// frees all values and copies.
+  Object& operator=(const Object& other);
+  Object& operator=(Object&& other) noexcept;
+  ~Object();
+
+  /// Parses an object, leniently:
+  ///  - `//` comments up to the line end may stand before any token;
+  ///  - strings may be single-quoted;
+  ///  - a number is whatever `std::istream >> long double` accepts (`+5`, `.5`);
+  ///  - a `,` where a value is due counts as null;
+  ///  - trailing commas and a key without value before `}` are accepted;
+  ///  - text behind the closing brace is ignored.
+  /// Nothing is rolled back: on failure the members read so far stay.
+  /// Nesting deeper than kMaxDepth fails.
+  bool parse(const std::string& text);
+  bool parse(std::istream& input);
+
+  /// Containers nested deeper than this make parsing fail.
+  static constexpr int kMaxDepth = 512;
+
+  bool empty() const { return values_.empty(); }
+  std::size_t size() const { return values_.size(); }
+
+  /// True when @p key exists and its value is<T>().
+  template <class T>
+  bool has(const std::string& key) const;
+
+  /// The value under @p key as T; ends the process unless has<T>(key).
+  template <class T>
+  T& get(const std::string& key);
+  template <class T>
+  const T& get(const std::string& key) const;
+
+  /// Stores a copy of @p value under @p key, replacing an earlier value.
+  Object& import(const std::string& key, const Value& value);
+  /// Stores a copy of every member of @p other, replacing equal keys.
+  Object& import(const Object& other);
+
+  /// Builds by pairs: `object << "key" << value`. A string given while no key
+  /// is pending becomes the key; the next value is stored under it. (An empty
+  /// key cannot be built this way; use import.)
+  Object& operator<<(const Value& value);
+
+  /// Frees all values.
+  void reset();
+
+  const Map& kv_map() const { return values_; }
+
+ private:
+  template <class Source>
+  friend class detail::Reader;
+
+  Map values_;
+  std::string pending_key_;
+};
+
+/// Writers: no line breaks, ": " and ", " between members, keys in map order.
+/// Numbers go through the stream's own formatting. Strings escape `"`, `\`,
+/// `/`, the named control characters, and every other byte that is at most 31
+/// as a signed char as `\u` with at least four hex digits (byte 195 is written
+/// `\uffffffc3`). An invalid value writes nothing.
+std::ostream& operator<<(std::ostream& out, const Value& value);
+std::ostream& operator<<(std::ostream& out, const Array& array);
+std::ostream& operator<<(std::ostream& out, const Object& object);
+
+// ---------------------------------------------------------------------------
+// Typed access.
+
+template <class T>
+bool Value::is() const {
+  static_assert(!std::is_same_v<T, T>, "jsonxx::Value holds Number, String, Boolean, Null, Array or Object");
+  return false;
+}
+template <>
+inline bool Value::is<Value>() const { return true; }
+template <>
+inline bool Value::is<Number>() const { return type_ == Type::Number; }
+template <>
+inline bool Value::is<String>() const { return type_ == Type::String; }
+template <>
+inline bool Value::is<Boolean>() const { return type_ == Type::Boolean; }
+template <>
+inline bool Value::is<Null>() const { return type_ == Type::Null; }
+template <>
+inline bool Value::is<Array>() const { return type_ == Type::Array; }
+template <>
+inline bool Value::is<Object>() const { return type_ == Type::Object; }
+
+template <class T>
+T& Value::get() {
+  return const_cast<T&>(static_cast<const Value&>(*this).get<T>());
+}
+
+template <class T>
+const T& Value::get() const {
+  static_assert(!std::is_same_v<T, T>, "jsonxx::Value::get gives Number, String, Boolean, Array, Object or Value");
+  return *static_cast<const T*>(nullptr);
+}
+template <>
+inline const Value& Value::get<Value>() const { return *this; }
+template <>
+inline const Number& Value::get<Number>() const {
+  assertion(__FILE__, __LINE__, "is<Number>()", is<Number>());
+  return content_.number;
+}
+template <>
+inline const Boolean& Value::get<Boolean>() const {
+  assertion(__FILE__, __LINE__, "is<Boolean>()", is<Boolean>());
+  return content_.boolean;
+}
+// A reset() value keeps its tag but owns nothing: treat it as the wrong kind.
+template <>
+inline const String& Value::get<String>() const {
+  assertion(__FILE__, __LINE__, "is<String>()", is<String>() && content_.string != nullptr);
+  return *content_.string;
+}
+template <>
+inline const Array& Value::get<Array>() const {
+  assertion(__FILE__, __LINE__, "is<Array>()", is<Array>() && content_.array != nullptr);
+  return *content_.array;
+}
+template <>
+inline const Object& Value::get<Object>() const {
+  assertion(__FILE__, __LINE__, "is<Object>()", is<Object>() && content_.object != nullptr);
+  return *content_.object;
+}
+
+template <class T>
+bool Array::has(unsigned int i) const {
+  return i < size() && values_[i]->is<T>();
+}
+
+template <class T>
+T& Array::get(unsigned int i) {
+  return const_cast<T&>(static_cast<const Array&>(*this).get<T>(i));
+}
+
+template <class T>
+const T& Array::get(unsigned int i) const {
+  assertion(__FILE__, __LINE__, "i < size()", i < size());
+  return values_[i]->get<T>();
+}
+
+template <class T>
+bool Object::has(const std::string& key) const {
+  const auto found = values_.find(key);
+  return found != values_.end() && found->second->is<T>();
+}
+
+template <class T>
+T& Object::get(const std::string& key) {
+  return const_cast<T&>(static_cast<const Object&>(*this).get<T>(key));
+}
+
+template <class T>
+const T& Object::get(const std::string& key) const {
+  const auto found = values_.find(key);
+  assertion(__FILE__, __LINE__, "has<T>(key)", found != values_.end() && found->second->is<T>());
+  return found->second->get<T>();
+}
+
+}  // namespace jsonxx

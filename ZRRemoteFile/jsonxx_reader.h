@@ -1,0 +1,489 @@
+// The parser of the document model, written once over a character source.
+//
+// StreamSource reads a std::istream. BufferSource reads a string in place and
+// reproduces, operation by operation, what the same calls do on a
+// std::istringstream over that string in the "C" locale: the state bits
+// (eof, fail, bad), the sentry of every input function, put-back into the
+// string buffer (which fails, setting badbit, unless the character is the
+// one just before the read position), tellg/seekg and the long double
+// extraction. The parser therefore gives the same tree through both.
+#pragma once
+
+#include "jsonxx.h"
+#include "jsonxx_number.h"
+
+#include <cstddef>
+#include <istream>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace jsonxx {
+namespace detail {
+
+class StreamSource {
+ public:
+  using Position = std::streampos;
+
+  explicit StreamSource(std::istream& input) : input_(input) {}
+
+  bool good() const { return input_.good(); }
+  void skip_space() { input_ >> std::ws; }
+  bool get(char& c) { return static_cast<bool>(input_.get(c)); }
+  // No shortcuts: the stream goes through get() and putback().
+  bool take(char) { return false; }
+  bool plain_mismatch(char) { return false; }
+  int peek() { return input_.peek(); }
+  void putback(char c) { input_.putback(c); }
+  void clear() { input_.clear(); }
+  Position tell() { return input_.tellg(); }
+  void seek(Position position) { input_.seekg(position); }
+  bool extract(Number& number) { return static_cast<bool>(input_ >> number); }
+
+  /// Appends characters up to the next @p quote or backslash, or the end.
+  void append_plain(std::string& text, char quote) {
+    for (;;) {
+      const int c = input_.peek();
+      if (c == std::char_traits<char>::eof() || c == static_cast<unsigned char>(quote) || c == '\\') return;
+      text.push_back(static_cast<char>(c));
+      input_.ignore();
+    }
+  }
+
+ private:
+  std::istream& input_;
+};
+
+class BufferSource {
+ public:
+  using Position = std::ptrdiff_t;
+
+  BufferSource(const char* data, std::size_t size) : begin_(data), next_(data), end_(data + size) {}
+
+  bool good() const { return state_ == 0; }
+
+  void skip_space() {
+    if (!sentry()) return;
+    skip_space_chars();
+    if (next_ == end_) state_ |= kEof;
+  }
+
+  bool get(char& c) {
+    if (!sentry()) return false;
+    if (next_ == end_) {
+      state_ |= kEof | kFail;
+      return false;
+    }
+    c = *next_++;
+    return true;
+  }
+
+  /// Consumes the next character when it is @p expected: what a successful
+  /// get() would do. Otherwise changes nothing.
+  bool take(char expected) {
+    if (state_ != 0 || next_ == end_ || *next_ != expected) return false;
+    ++next_;
+    return true;
+  }
+
+  /// True when the next character is neither @p expected nor the start of
+  /// a comment: then match() gets it, puts it back and finds no comment,
+  /// which leaves the input as it was.
+  bool plain_mismatch(char expected) const {
+    return state_ == 0 && next_ != end_ && *next_ != expected && *next_ != '/';
+  }
+
+  int peek() {
+    if (!sentry()) return kEndOfInput;
+    if (next_ == end_) {
+      state_ |= kEof;
+      return kEndOfInput;
+    }
+    return static_cast<unsigned char>(*next_);
+  }
+
+  void putback(char c) {
+    state_ &= ~kEof;
+    if (!sentry()) return;
+    if (next_ != begin_ && next_[-1] == c)
+      --next_;
+    else
+      state_ |= kBad;
+  }
+
+  void clear() { state_ = 0; }
+
+  Position tell() {
+    if (!sentry()) return -1;
+    return next_ - begin_;
+  }
+
+  void seek(Position position) {
+    state_ &= ~kEof;
+    if (!sentry()) return;
+    if (position < 0 || position > end_ - begin_)
+      state_ |= kFail;
+    else
+      next_ = begin_ + position;
+  }
+
+  bool extract(Number& number) {
+    if (!sentry()) return false;
+    skip_space_chars();
+    if (next_ == end_) {
+      state_ |= kEof | kFail;
+      return false;
+    }
+    const NumberScan scan = scan_number(next_, end_);
+    next_ += scan.consumed;
+    if (!scan.ok) state_ |= kFail;
+    if (next_ == end_) state_ |= kEof;
+    number = scan.value;
+    return scan.ok;
+  }
+
+  void append_plain(std::string& text, char quote) {
+    if (!sentry()) return;
+    const char* run = next_;
+    while (next_ != end_ && *next_ != quote && *next_ != '\\') ++next_;
+    text.append(run, static_cast<std::size_t>(next_ - run));
+    if (next_ == end_) state_ |= kEof;
+  }
+
+ private:
+  enum : unsigned { kEof = 1, kFail = 2, kBad = 4 };
+  static constexpr int kEndOfInput = -1;
+
+  // Every input function of a stream starts with a sentry, which fails, and
+  // sets failbit, on a stream that is not good.
+  bool sentry() {
+    if (state_ == 0) return true;
+    state_ |= kFail;
+    return false;
+  }
+
+  // White space as the classic ctype table has it.
+  void skip_space_chars() {
+    while (next_ != end_ && (*next_ == ' ' || (*next_ >= '\t' && *next_ <= '\r'))) ++next_;
+  }
+
+  const char* begin_;
+  const char* next_;
+  const char* end_;
+  unsigned state_ = 0;
+};
+
+/// The calling thread's stack of array elements under construction.
+std::vector<Value*>& element_scratch();
+
+template <class Source>
+class Reader {
+ public:
+  explicit Reader(Source& input) : in_(input), elements_(element_scratch()) {}
+
+  bool object(Object& object) {
+    object.reset();
+    const DepthGuard guard(depth_);
+    if (guard.too_deep() || !match("{")) return false;
+    if (match("}")) return true;
+    KeyInserter keys(key_order_, depth_);
+    std::string key;
+    for (;;) {
+      key.clear();
+      if (!string(key)) {
+        if (in_.peek() == '}') break;
+        return false;
+      }
+      if (!match(":")) return false;
+      auto value = std::make_unique<Value>();
+      if (!this->value(*value)) break;
+      keys.store(object.values_, std::move(key), std::move(value));
+      if (!match(",")) break;
+    }
+    return match("}");
+  }
+
+  bool array(Array& array) {
+    array.reset();
+    const DepthGuard guard(depth_);
+    if (guard.too_deep() || !match("[")) return false;
+    if (match("]")) return true;
+    const ElementCollector elements(elements_, array.values_);
+    for (;;) {
+      auto value = std::make_unique<Value>();
+      if (!this->value(*value)) break;
+      elements_.push_back(value.get());
+      value.release();
+      if (!match(",")) break;
+    }
+    return match("]");
+  }
+
+  // Tries the kinds in a fixed order and takes the first that succeeds.
+  bool value(Value& value) {
+    value.reset();
+    value.type_ = Value::Type::Invalid;
+    char quote = 0;
+    if (opening_quote(quote)) {
+      auto text = std::make_unique<String>();
+      if (string_body(quote, *text)) return adopt(value, Value::Type::String, &Value::Content::string, text);
+    }
+    Number number = 0;
+    if (this->number(number)) {
+      value.type_ = Value::Type::Number;
+      value.content_.number = number;
+      return true;
+    }
+    Boolean flag = false;
+    if (boolean(flag)) {
+      value.type_ = Value::Type::Boolean;
+      value.content_.boolean = flag;
+      return true;
+    }
+    if (null()) {
+      value.type_ = Value::Type::Null;
+      return true;
+    }
+    if (in_.peek() == '[') {
+      auto array = std::make_unique<Array>();
+      if (this->array(*array)) return adopt(value, Value::Type::Array, &Value::Content::array, array);
+    }
+    auto object = std::make_unique<Object>();
+    if (this->object(*object)) return adopt(value, Value::Type::Object, &Value::Content::object, object);
+    return false;
+  }
+
+ private:
+  class DepthGuard {
+   public:
+    explicit DepthGuard(int& depth) : depth_(++depth) {}
+    ~DepthGuard() { --depth_; }
+    DepthGuard(const DepthGuard&) = delete;
+    DepthGuard& operator=(const DepthGuard&) = delete;
+    bool too_deep() const { return depth_ > Object::kMaxDepth; }
+
+   private:
+    int& depth_;
+  };
+
+  // Records in an array repeat their keys in the same order. For each depth
+  // the reader remembers, per key position of the last object, which of the
+  // keys before it followed it in the map; an object of the same shape then
+  // inserts with an exact hint, at two comparisons instead of a search. The
+  // map checks every hint, so a wrong guess costs only those comparisons.
+  struct KeyOrder {
+    std::vector<std::vector<int>> successors;  // by depth, by key position; -1: the end
+    std::vector<Object::Map::iterator> stored;  // the keys of the objects being read
+  };
+
+  class KeyInserter {
+   public:
+    KeyInserter(KeyOrder& order, int depth)
+        : order_(order), depth_(static_cast<std::size_t>(depth)), base_(order.stored.size()) {}
+    ~KeyInserter() { order_.stored.resize(base_); }
+    KeyInserter(const KeyInserter&) = delete;
+    KeyInserter& operator=(const KeyInserter&) = delete;
+
+    // A repeated key keeps its place; the later value replaces the earlier.
+    void store(Object::Map& map, std::string&& key, std::unique_ptr<Value> value) {
+      if (order_.successors.size() <= depth_) order_.successors.resize(depth_ + 1);
+      std::vector<int>& successors = order_.successors[depth_];
+      const std::size_t position = order_.stored.size() - base_;
+      const auto hint = position < successors.size() ? iterator_at(map, successors[position]) : map.end();
+      const std::size_t size_before = map.size();
+      // emplace_hint checks the hint once; the hinted try_emplace does it twice.
+      const auto slot = map.emplace_hint(hint, std::move(key), value.get());
+      if (map.size() == size_before) {
+        delete slot->second;
+        slot->second = value.get();
+      }
+      value.release();
+      if (position >= successors.size()) successors.resize(position + 1, -1);
+      const auto successor = std::next(slot);
+      if (successor != hint) successors[position] = position_of(map, successor);
+      order_.stored.push_back(slot);
+    }
+
+   private:
+    Object::Map::iterator iterator_at(Object::Map& map, int position) const {
+      return position < 0 ? map.end() : order_.stored[base_ + static_cast<std::size_t>(position)];
+    }
+
+    int position_of(Object::Map& map, Object::Map::iterator slot) const {
+      if (slot == map.end()) return -1;
+      for (std::size_t i = base_; i < order_.stored.size(); ++i)
+        if (order_.stored[i] == slot) return static_cast<int>(i - base_);
+      return -1;
+    }
+
+    KeyOrder& order_;
+    const std::size_t depth_;
+    const std::size_t base_;
+  };
+
+  // The elements of the arrays being read are stacked on a buffer that the
+  // thread keeps, and each array gets its vector once, at its exact size:
+  // growing a large vector element by element makes malloc consolidate all
+  // the small blocks that the last freed tree left behind. Whatever way the
+  // array ends, what it read so far is handed over.
+  class ElementCollector {
+   public:
+    ElementCollector(std::vector<Value*>& stack, Array::Container& target)
+        : stack_(stack), base_(stack.size()), target_(target) {}
+    ~ElementCollector() {
+      target_.assign(stack_.begin() + static_cast<std::ptrdiff_t>(base_), stack_.end());
+      stack_.resize(base_);
+    }
+    ElementCollector(const ElementCollector&) = delete;
+    ElementCollector& operator=(const ElementCollector&) = delete;
+
+   private:
+    std::vector<Value*>& stack_;
+    const std::size_t base_;
+    Array::Container& target_;
+  };
+
+  template <class T>
+  static bool adopt(Value& value, Value::Type type, T* Value::Content::*member, std::unique_ptr<T>& content) {
+    value.content_.*member = content.release();
+    value.type_ = type;
+    return true;
+  }
+
+  // Skips white space and comments, then takes the pattern whole or puts
+  // back what it had taken of it.
+  bool match(const char* pattern) {
+    in_.skip_space();
+    const char* next = pattern;
+    while (*next != '\0' && in_.take(*next)) ++next;
+    if (next == pattern && in_.plain_mismatch(*next)) return false;
+    char c = 0;
+    while (*next != '\0' && in_.good() && in_.get(c)) {
+      if (c == *next) {
+        ++next;
+        continue;
+      }
+      in_.putback(c);
+      if (comment()) continue;
+      while (next != pattern) in_.putback(*--next);
+      return false;
+    }
+    return *next == '\0';
+  }
+
+  // `//` up to a line end, and the white space behind it. Any other use of
+  // '/' is left on the input.
+  bool comment() {
+    if (in_.peek() != '/') return false;
+    char c = 0;
+    in_.get(c);
+    if (in_.peek() != '/') {
+      in_.putback('/');
+      in_.clear();
+      return false;
+    }
+    in_.get(c);
+    while (in_.get(c) && c != '\r' && c != '\n') {
+    }
+    if (in_.good()) in_.skip_space();
+    return true;
+  }
+
+  bool opening_quote(char& quote) {
+    if (match("\"")) {
+      quote = '"';
+      return true;
+    }
+    char c = 0;
+    if (in_.peek() == '\'' && in_.get(c)) {
+      quote = '\'';
+      return true;
+    }
+    return false;
+  }
+
+  bool string(std::string& text) {
+    char quote = 0;
+    return opening_quote(quote) && string_body(quote, text);
+  }
+
+  // Reads up to the closing quote; false at the end of input before it.
+  bool string_body(char quote, std::string& text) {
+    for (;;) {
+      in_.append_plain(text, quote);
+      char c = 0;
+      if (!in_.get(c)) return false;
+      if (c == quote) return true;
+      if (!in_.get(c)) return false;  // the character behind the backslash
+      switch (c) {
+        case '/': text += '/'; break;
+        case '\\': text += '\\'; break;
+        case 'b': text += '\b'; break;
+        case 'f': text += '\f'; break;
+        case 'n': text += '\n'; break;
+        case 'r': text += '\r'; break;
+        case 't': text += '\t'; break;
+        case 'u': unicode_escape(text); break;
+        default:
+          if (c != quote) text += '\\';
+          text += c;
+      }
+    }
+  }
+
+  // `\u`: up to four characters are read; their leading hex digits give a
+  // number whose low byte is added, without any UTF-8 encoding.
+  void unicode_escape(std::string& text) {
+    char digits[4];
+    int read = 0;
+    while (read < 4 && in_.get(digits[read])) ++read;
+    unsigned code = 0;
+    int used = 0;
+    for (; used < read; ++used) {
+      const int digit = hex_digit(digits[used]);
+      if (digit < 0) break;
+      code = code * 16 + static_cast<unsigned>(digit);
+    }
+    if (used > 0) text += static_cast<char>(code & 0xffu);
+  }
+
+  static int hex_digit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+  }
+
+  // Whatever `>> long double` accepts; on failure the input is as before.
+  bool number(Number& number) {
+    in_.skip_space();
+    const auto start = in_.tell();
+    if (in_.extract(number)) return true;
+    in_.clear();
+    in_.seek(start);
+    return false;
+  }
+
+  bool boolean(Boolean& flag) {
+    if (match("true")) {
+      flag = true;
+      return true;
+    }
+    if (match("false")) {
+      flag = false;
+      return true;
+    }
+    return false;
+  }
+
+  // A ',' where a value is due counts as null, and stays on the input.
+  bool null() { return match("null") || in_.peek() == ','; }
+
+  Source& in_;
+  std::vector<Value*>& elements_;
+  KeyOrder key_order_;
+  int depth_ = 0;
+};
+
+}  // namespace detail
+}  // namespace jsonxx
