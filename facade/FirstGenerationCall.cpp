@@ -23,7 +23,7 @@ bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& cal
       m_log.failure("%s", kBuildFailedText);
       return false;
     case FrameStep::Send:
-      if (!ownCodes || !ownCodes(m_frame.status().GetErrorCode())) m_log.failure("%s", texts.requestFailed.c_str());
+      if (!ownCodes || !ownCodes(m_frame.status())) m_log.failure("%s", texts.requestFailed.c_str());
       return false;
     case FrameStep::EmptyResponse:
       m_log.failure("%s", texts.emptyResponse.c_str());

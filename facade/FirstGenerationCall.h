@@ -23,14 +23,15 @@ class FirstGenerationCall {
   bool guard(const char* operationName);
   // False, logged as "The input parameter [<label>] is empty", when value is empty.
   bool argument(const std::string& value, const char* label);
-  // Build, send, check and parse; logs the text of the failing step. A failure whose array code
-  // `ownCodes` accepts is left to the operation, unlogged.
+  // Build, send, check and parse; logs the text of the failing step. A failed send that `ownCodes`
+  // accepts is left to the operation, unlogged.
   bool exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts,
                 const OwnArrayCodes& ownCodes = OwnArrayCodes());
   // guard() then exchange().
   bool run(const char* operationName, HuaweiJSONBase& request, const PlainCall& call,
            const FirstGenerationTexts& texts);
 
+  // The code of the last answer that the transport classified (not necessarily this call's).
   unsigned long long arrayCode() const { return m_frame.arrayCode(); }
   OperationLog& log() { return m_log; }
 

@@ -36,8 +36,9 @@ class PlainRequestFrame {
   HuaweiApi::ResultStatus m_status;
 };
 
-// Array codes that an operation handles itself; the frame stays silent about such a failure.
-using OwnArrayCodes = std::function<bool(unsigned long long code)>;
+// Failures that an operation handles itself: given the status of the failed send, true keeps the
+// frame silent about it.
+using OwnArrayCodes = std::function<bool(const HuaweiApi::ResultStatus& status)>;
 
 // Guard texts name the operation; ZrManageHuawei::init() does not exist, the text stands as it is.
 std::string guardText(const char* operationName);

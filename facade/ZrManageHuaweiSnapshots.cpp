@@ -22,8 +22,12 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
     HuaweiJSONCreateSnapshot request(m_jobId, fileSystemId, snapshot, snapDiff, vstoreId);
     FirstGenerationCall call = firstGeneration(log);
     if (!call.guard("createFileSystemSnapshot")) return false;
+    // Only this attempt's own answer counts as a refusal: a lost connection after one refusal must
+    // not turn into an endless loop of sends.
     bool refused = false;
-    const auto snapDiffRefused = [&refused](unsigned long long code) { return refused = code == kSnapDiffRefused; };
+    const auto snapDiffRefused = [&refused](const HuaweiApi::ResultStatus& status) {
+      return refused = status.Is(kSnapDiffRefused);
+    };
     if (call.exchange(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
                       {"Unable to create snapshot."}, snapDiffRefused)) {
       snapshot = request.getSnapshotUUID();
@@ -45,9 +49,10 @@ bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _H
   OperationLog log("ZrManageHuawei::getFileSystemSnapshotInfo", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("getFileSystemSnapshotInfo")) return false;
-  // An absent snapshot marks the record and is still a logged failure.
-  const auto markAbsent = [&](unsigned long long code) {
-    if (code == kSnapshotDoesNotExist) {
+  // An absent snapshot (as the transport's last classified answer tells) marks the record and is
+  // still a logged failure.
+  const auto markAbsent = [&](const HuaweiApi::ResultStatus&) {
+    if (call.arrayCode() == kSnapshotDoesNotExist) {
       info.id = snapshotId;
       info.notExist = true;
     }
@@ -66,7 +71,10 @@ bool ZrManageHuawei::isSnapshotPresent(std::string const& snapshotId, std::strin
   _HuaweiSnapshotInfo info;
   // Any failure, a lost connection too, reads as not present.
   const bool present = getFileSystemSnapshotInfo(snapshotId, info, vstoreId);
-  if (!present && info.notExist) {
+  unsigned long long code = 0;
+  std::string text;
+  if (!present) m_restApi.getErrorInfo(code, text);
+  if (!present && code == kSnapshotDoesNotExist) {
     log.line(0, "Snapshot [%s] does not exist on the array. It must have been externally deleted.",
              snapshotId.c_str());
   }

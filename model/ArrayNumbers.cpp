@@ -10,6 +10,12 @@ const long double kTwoTo64 = 18446744073709551616.0L;
 }  // namespace
 
 unsigned long long toUnsigned64(long double value) {
+  // The array's numbers are nearly always in range; only the rest pays for the reduction.
+  if (value >= 0 && value < kTwoTo64) {
+    if (value < kTwoTo63) return static_cast<unsigned long long>(value);
+    return static_cast<unsigned long long>(value - kTwoTo63) | (1ULL << 63);
+  }
+  if (value < 0 && value > -kTwoTo63) return static_cast<unsigned long long>(static_cast<long long>(value));
   if (!std::isfinite(value)) return 0;
   long double whole = std::fmod(std::trunc(value), kTwoTo64);
   if (whole < 0) whole += kTwoTo64;
