@@ -101,34 +101,60 @@ bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
                                              {"posOffset", &m_info.posOffset},
                                              {"posType", &m_info.posType}});
 
-  using HuaweiNumbers::toSigned32;
-  using HuaweiNumbers::toUnsigned32;
-  using HuaweiNumbers::toUnsigned64;
   std::list<_HuaweiSnapshotChangeList> changes;
   for (unsigned int i = 0; i < changeList.size(); ++i) {
-    jsonxx::Object& entry = changeList.get<jsonxx::Object>(i);
     _HuaweiSnapshotChangeList change;
-    change.inode = toUnsigned64(entry.get<long double>("inode"));
-    change.changeType = toSigned32(entry.get<long double>("changeType"));
-    change.fType = toSigned32(entry.get<long double>("fType"));
-    change.filePath = entry.get<std::string>("filePath");
-    if (change.filePath.find('&') != std::string::npos && !handleSpecialCharactersInFileName(change.filePath)) {
+    if (!readChange(changeList.get<jsonxx::Object>(i), change)) {
       debug.DebugLvl(kLog, -1, m_jobId, "Unable to modify the file name[%s] with special characters.",
                      change.filePath.c_str());
       return false;
     }
-    change.crTime = toUnsigned64(entry.get<long double>("crTime"));
-    change.cTime = toUnsigned64(entry.get<long double>("cTime"));
-    change.mTime = toUnsigned64(entry.get<long double>("mTime"));
-    change.aTime = toUnsigned64(entry.get<long double>("aTime"));
-    change.owner = toUnsigned64(entry.get<long double>("owner"));
-    change.group = toUnsigned64(entry.get<long double>("group"));
-    change.size = toUnsigned64(entry.get<long double>("size"));
-    change.links = toSigned32(entry.get<long double>("links"));
-    change.dosAttr = toUnsigned32(entry.get<long double>("dosAttr"));
     changes.push_back(std::move(change));
   }
   m_info.changes = std::move(changes);
+  return true;
+}
+
+bool HuaweiJSONGetChangeListResult::readChange(jsonxx::Object& entry, _HuaweiSnapshotChangeList& change) {
+  // One walk over the entry's sorted members finds every key; the keys are then read in the
+  // array's order, and one that is absent or mistyped goes through the asserting getter, which
+  // ends the process at the same place as a direct read would.
+  enum Key { kATime, kChangeType, kCTime, kCrTime, kDosAttr, kFType, kFilePath, kGroup, kInode, kLinks, kMTime,
+             kOwner, kSize, kKeyCount };
+  static const char* const kNames[kKeyCount] = {"aTime", "changeType", "cTime", "crTime", "dosAttr",
+                                                "fType", "filePath", "group", "inode", "links",
+                                                "mTime", "owner", "size"};
+  jsonxx::Value* found[kKeyCount] = {};
+  int next = 0;
+  for (const auto& member : entry.kv_map()) {
+    while (next < kKeyCount && member.first.compare(kNames[next]) > 0) ++next;
+    if (next == kKeyCount) break;
+    if (member.first == kNames[next]) found[next++] = member.second;
+  }
+  const auto number = [&](Key key) -> long double {
+    if (found[key] == nullptr || !found[key]->is<jsonxx::Number>()) return entry.get<long double>(kNames[key]);
+    return found[key]->get<jsonxx::Number>();
+  };
+
+  using HuaweiNumbers::toSigned32;
+  using HuaweiNumbers::toUnsigned64;
+  change.inode = toUnsigned64(number(kInode));
+  change.changeType = toSigned32(number(kChangeType));
+  change.fType = toSigned32(number(kFType));
+  if (found[kFilePath] == nullptr || !found[kFilePath]->is<jsonxx::String>()) entry.get<std::string>("filePath");
+  change.filePath = std::move(found[kFilePath]->get<jsonxx::String>());  // the tree is dropped after the page
+  if (change.filePath.find('&') != std::string::npos && !handleSpecialCharactersInFileName(change.filePath)) {
+    return false;
+  }
+  change.crTime = toUnsigned64(number(kCrTime));
+  change.cTime = toUnsigned64(number(kCTime));
+  change.mTime = toUnsigned64(number(kMTime));
+  change.aTime = toUnsigned64(number(kATime));
+  change.owner = toUnsigned64(number(kOwner));
+  change.group = toUnsigned64(number(kGroup));
+  change.size = toUnsigned64(number(kSize));
+  change.links = toSigned32(number(kLinks));
+  change.dosAttr = HuaweiNumbers::toUnsigned32(number(kDosAttr));
   return true;
 }
 

@@ -6,6 +6,7 @@
 
 #include "HuaweiIncludes.h"
 #include "HuaweiJSONBase.h"
+#include "jsonxx.h"
 
 class HuaweiJSONGetChangeListSession : public HuaweiJSONBase {
  public:
@@ -42,6 +43,9 @@ class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {
   _HuaweiSnapshotChangeListInfo getChangeListInfo(std::string const& sessionId);
 
  private:
+  // Decodes one entry; false when its file name cannot be decoded.
+  bool readChange(jsonxx::Object& entry, _HuaweiSnapshotChangeList& change);
+
   _HuaweiSnapshotChangeListInfo m_info;
   std::map<std::string, char> m_specialCharacters;
 };
