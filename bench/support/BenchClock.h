@@ -25,9 +25,10 @@ inline double medianSecondsPerIteration(const std::function<void()>& body, int i
 }
 
 // Times several bodies in alternating rounds (A, B, A, B, ...), so that a slow phase of a shared
-// machine falls on all of them alike, and gives each body's median seconds per iteration.
-inline std::vector<double> interleavedMedianSecondsPerIteration(const std::vector<std::function<void()>>& bodies,
-                                                                int iterations, int rounds = 7) {
+// machine falls on all of them alike. Answers, per body, the seconds per iteration of each round;
+// samples of the same round index are neighbours in time, so their ratio is a paired comparison.
+inline std::vector<std::vector<double>> interleavedSecondsPerIteration(const std::vector<std::function<void()>>& bodies,
+                                                                       int iterations, int rounds) {
   std::vector<std::vector<double>> samples(bodies.size());
   for (int round = 0; round < rounds; ++round) {
     for (std::size_t which = 0; which < bodies.size(); ++which) {
@@ -37,12 +38,7 @@ inline std::vector<double> interleavedMedianSecondsPerIteration(const std::vecto
       samples[which].push_back(elapsed.count() / iterations);
     }
   }
-  std::vector<double> medians;
-  for (auto& perBody : samples) {
-    std::sort(perBody.begin(), perBody.end());
-    medians.push_back(perBody[perBody.size() / 2]);
-  }
-  return medians;
+  return samples;
 }
 
 // The median of some samples (the upper one of the middle two for an even count).

@@ -1,0 +1,306 @@
+// A whole change-list walk over HTTPS through ZrManageHuawei::getSnapshotChangeList, page by page
+// until the closing empty page at progress "100", against the array simulator running as a
+// process of its own, so that this process holds the library's memory only.
+//
+//   bench_changelist_walk                       runs itself twice, for 100,000 and 1,000,000
+//                                               entries, and compares peak memory
+//   bench_changelist_walk --entries N [--rounds R] [--page-size P]
+//                                               one simulator, R walks of about N entries
+//
+// Bytes received are what the simulator wrote to its sockets during the walk (wchar of
+// /proc/<pid>/io; OpenSSL writes TLS records with write()): page bodies with their HTTP headers
+// and TLS framing, counted without touching the library and with nothing else talking to that
+// simulator. (This process's own rchar would not see them: libcurl receives with recv().)
+// The simulator's CPU time comes from /proc/<pid>/stat, this process's from getrusage.
+#include <signal.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "BenchClock.h"
+#include "TkLogSink.h"
+#include "ZRLibCurlOptions.h"
+#include "ZrManageHuawei.h"
+
+extern char** environ;
+
+namespace {
+
+constexpr const char* kAddress = "127.0.0.22";
+
+// A child process whose standard output we read line by line.
+class Child {
+ public:
+  explicit Child(const std::vector<std::string>& arguments) {
+    int fds[2];
+    if (pipe(fds) != 0) throw std::runtime_error("pipe failed");
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, fds[1], STDOUT_FILENO);
+    posix_spawn_file_actions_addclose(&actions, fds[0]);
+    posix_spawn_file_actions_addclose(&actions, fds[1]);
+    std::vector<char*> argv;
+    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+    argv.push_back(nullptr);
+    const int failed = posix_spawn(&pid_, argv[0], &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    close(fds[1]);
+    if (failed) throw std::runtime_error("cannot start " + arguments[0] + ": " + std::strerror(failed));
+    out_ = fdopen(fds[0], "r");
+  }
+  ~Child() {
+    stop(SIGTERM);
+    if (out_) std::fclose(out_);
+  }
+
+  // The next line without its end, or false at the end of the output.
+  bool readLine(std::string& line) {
+    line.clear();
+    for (int c; (c = std::fgetc(out_)) != EOF;) {
+      if (c == '\n') return true;
+      line += static_cast<char>(c);
+    }
+    return !line.empty();
+  }
+  // Sends the signal (none: just waits) and answers the exit status.
+  int stop(int signal) {
+    if (pid_ <= 0) return status_;
+    if (signal) kill(pid_, signal);
+    waitpid(pid_, &status_, 0);
+    pid_ = -1;
+    return status_;
+  }
+  pid_t pid() const { return pid_; }
+
+ private:
+  pid_t pid_ = -1;
+  int status_ = 0;
+  FILE* out_ = nullptr;
+};
+
+// The value of "key=value" among blank-separated words of a line.
+std::string Field(const std::string& line, const std::string& key) {
+  std::istringstream words(line);
+  for (std::string word; words >> word;) {
+    if (word.compare(0, key.size() + 1, key + "=") == 0) return word.substr(key.size() + 1);
+  }
+  return std::string();
+}
+
+unsigned long long BytesWritten(pid_t pid) {
+  std::ifstream io("/proc/" + std::to_string(pid) + "/io");
+  for (std::string key; io >> key;) {
+    unsigned long long value = 0;
+    io >> value;
+    if (key == "wchar:") return value;
+  }
+  throw std::runtime_error("cannot read /proc/" + std::to_string(pid) + "/io");
+}
+
+double CpuSeconds(pid_t pid) {
+  std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
+  std::string text((std::istreambuf_iterator<char>(stat)), std::istreambuf_iterator<char>());
+  std::istringstream fields(text.substr(text.rfind(')') + 2));  // after "pid (name) "
+  std::string field;
+  unsigned long long user = 0, system = 0;
+  for (int index = 3; fields >> field; ++index) {
+    if (index == 14) user = std::stoull(field);
+    if (index == 15) {
+      system = std::stoull(field);
+      break;
+    }
+  }
+  return static_cast<double>(user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+double OwnCpuSeconds() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+         static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+
+double Seconds(std::chrono::steady_clock::time_point since) {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - since).count();
+}
+
+struct Walk {
+  bool ok = false;
+  unsigned long long entries = 0, pages = 0, bytes = 0;
+  double seconds = 0, clientCpu = 0, simulatorCpu = 0;
+};
+
+Walk WalkOnce(ZrManageHuawei& array, const std::string& fileSystem, const std::string& base,
+              const std::string& incremental, pid_t simulator) {
+  Walk walk;
+  std::map<int, unsigned long long> byType;
+  _HuaweiSnapshotChangeListInfo page;
+  const unsigned long long bytesBefore = BytesWritten(simulator);
+  const double clientCpuBefore = OwnCpuSeconds(), simulatorCpuBefore = CpuSeconds(simulator);
+  const auto start = std::chrono::steady_clock::now();
+  for (;;) {
+    if (!array.getSnapshotChangeList(fileSystem, base, incremental, page)) return walk;
+    if (page.changes.empty() && page.progress == "100") break;
+    ++walk.pages;
+    walk.entries += page.changes.size();
+    for (const auto& change : page.changes) ++byType[change.changeType];
+  }
+  walk.seconds = Seconds(start);
+  walk.clientCpu = OwnCpuSeconds() - clientCpuBefore;
+  walk.simulatorCpu = CpuSeconds(simulator) - simulatorCpuBefore;
+  walk.bytes = BytesWritten(simulator) - bytesBefore;
+  walk.ok = byType.size() == 3;  // created, modified and deleted entries all came through
+  return walk;
+}
+
+int RunWalks(const std::string& simulatorPath, unsigned long long entries, int rounds, int pageSize) {
+  tklog::SetMaxLevel(4);  // the default level; lines go to a sink that drops them
+  tklog::SetSink([](const tklog::LogLine& line) {
+    if (line.level < 0) std::fprintf(stderr, "%s: %s\n", line.name.c_str(), line.text.c_str());
+  });
+
+  const auto spawned = std::chrono::steady_clock::now();
+  std::vector<std::string> arguments = {simulatorPath,
+                                        "--address", kAddress,
+                                        "--generate-files", std::to_string(entries),
+                                        "--generate-changes", std::to_string(entries),
+                                        "--no-record"};
+  if (pageSize > 0) arguments.insert(arguments.end(), {"--page-size", std::to_string(pageSize)});
+  Child simulator(arguments);
+  std::string fileSystem, base, incremental, expected, ca, line;
+  while (ca.empty() && simulator.readLine(line)) {
+    if (line.rfind("generated ", 0) == 0) {
+      fileSystem = Field(line, "fileSystem");
+      base = Field(line, "base");
+      incremental = Field(line, "incremental");
+      expected = Field(line, "changes");
+    } else if (line.rfind("ready ", 0) == 0) {
+      ca = Field(line, "ca");
+    }
+  }
+  if (ca.empty() || base.empty()) {
+    std::fprintf(stderr, "the simulator did not become ready\n");
+    return 1;
+  }
+  const double startup = Seconds(spawned);
+
+  ZRLibCurlOptions tls;
+  tls.caBundlePath = ca;
+  ZRLibCurlSetOptions(tls);
+  int exitCode = 0;
+  {
+    ZrManageHuawei array(1);
+    if (!array.createSession("admin", "Admin@storage1", kAddress)) {  // the simulator's default account
+      std::fprintf(stderr, "login failed\n");
+      return 1;
+    }
+    const double residentBefore = zrbench::peakResidentMiB();
+    std::vector<double> seconds, clientCpu, simulatorCpu, megabytes;
+    Walk last;
+    for (int round = 0; round < rounds && exitCode == 0; ++round) {
+      last = WalkOnce(array, fileSystem, base, incremental, simulator.pid());
+      if (!last.ok || std::to_string(last.entries) != expected) {
+        std::fprintf(stderr, "walk %d failed or incomplete: %llu entries, %s expected\n", round + 1, last.entries,
+                     expected.c_str());
+        exitCode = 1;
+      }
+      seconds.push_back(last.seconds);
+      clientCpu.push_back(last.clientCpu);
+      simulatorCpu.push_back(last.simulatorCpu);
+      megabytes.push_back(static_cast<double>(last.bytes) / 1e6);
+      std::printf("  walk %d: %.2f s\n", round + 1, last.seconds);
+    }
+    if (exitCode == 0) {
+      const double walkSeconds = zrbench::median(seconds);
+      std::printf("%llu entries in %llu pages (simulator start with generation %.1f s), median of %d walks:\n",
+                  last.entries, last.pages, startup, rounds);
+      std::printf("  wall %.2f s   %.0f entries/s   %.1f MB received, %.1f MB/s\n", walkSeconds,
+                  static_cast<double>(last.entries) / walkSeconds, zrbench::median(megabytes),
+                  zrbench::median(megabytes) / walkSeconds);
+      std::printf("  CPU: benchmark process (library) %.2f s, simulator %.2f s\n", zrbench::median(clientCpu),
+                  zrbench::median(simulatorCpu));
+      std::printf("  peak RSS of this process: %.1f MiB (%.1f MiB after login, before the walks)\n",
+                  zrbench::peakResidentMiB(), residentBefore);
+      std::printf("RESULT entries=%llu seconds=%.3f rss=%.1f\n", last.entries, walkSeconds,
+                  zrbench::peakResidentMiB());
+    }
+  }
+  std::fflush(stdout);
+  ZRLibCurlSetOptions(ZRLibCurlOptions());  // closes pooled connections before the simulator stops
+  simulator.stop(SIGTERM);
+  return exitCode;
+}
+
+// Runs this program once per size: peak RSS only grows, so each size needs a process of its own.
+int Drive(int rounds) {
+  char self[4096];
+  const ssize_t length = readlink("/proc/self/exe", self, sizeof self - 1);
+  if (length <= 0) return 1;
+  self[length] = '\0';
+  struct Row {
+    std::string entries, seconds, rss;
+  };
+  std::vector<Row> rows;
+  for (const char* entries : {"100000", "1000000"}) {
+    std::printf("== %s entries\n", entries);
+    std::fflush(stdout);
+    Child run({self, "--entries", entries, "--rounds", std::to_string(rounds)});
+    std::string line;
+    Row row;
+    while (run.readLine(line)) {
+      if (line.rfind("RESULT ", 0) == 0) {
+        row = {Field(line, "entries"), Field(line, "seconds"), Field(line, "rss")};
+      } else {
+        std::printf("%s\n", line.c_str());
+      }
+    }
+    if (run.stop(0) != 0 || row.rss.empty()) return 1;
+    rows.push_back(row);
+  }
+  std::printf("\n%12s %10s %14s\n", "entries", "walk s", "peak RSS MiB");
+  for (const Row& row : rows) {
+    std::printf("%12s %10s %14s\n", row.entries.c_str(), row.seconds.c_str(), row.rss.c_str());
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  unsigned long long entries = 0;
+  int rounds = 3, pageSize = 0;
+  for (int i = 1; i < argc; ++i) {
+    const bool hasValue = i + 1 < argc;
+    if (hasValue && !std::strcmp(argv[i], "--entries")) {
+      entries = std::strtoull(argv[++i], nullptr, 10);
+    } else if (hasValue && !std::strcmp(argv[i], "--rounds")) {
+      rounds = std::atoi(argv[++i]);
+    } else if (hasValue && !std::strcmp(argv[i], "--page-size")) {
+      pageSize = std::atoi(argv[++i]);
+    } else {
+      std::fprintf(stderr, "usage: %s [--entries N [--page-size P]] [--rounds R]\n", argv[0]);
+      return 2;
+    }
+  }
+  if (rounds <= 0) return 2;
+  signal(SIGPIPE, SIG_IGN);
+  try {
+    return entries ? RunWalks(ZR_ARRAY_SIMULATOR, entries, rounds, pageSize) : Drive(rounds);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "bench_changelist_walk: %s\n", error.what());
+    return 1;
+  }
+}

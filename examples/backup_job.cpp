@@ -1,0 +1,309 @@
+// An incremental backup job on one Huawei array, driven through ZrManageHuawei alone:
+// log in, look at the array, take a base snapshot, let files change, take an incremental
+// snapshot, walk the change list between the two, delete both snapshots and log out.
+//
+//   backup_job --with-simulator [--address 127.0.0.1]
+//       runs against the bundled array simulator, started in this process, which also changes
+//       the files between the two snapshots
+//   ZR_ARRAY_PASSWORD=... backup_job --host 10.0.0.5 --user backup --ca-bundle array-ca.pem
+//       runs against a real array (the password comes from the environment or a prompt)
+#include <termios.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <list>
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "ArraySimulator.h"
+#include "TkLogSink.h"
+#include "ZRLibCurlOptions.h"
+#include "ZrManageHuawei.h"
+
+namespace {
+
+// Any failure of the job: main prints it as one line and exits with 1.
+struct JobFailure : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+void require(bool ok, const std::string& what) {
+  if (!ok) throw JobFailure(what + " failed (the array log above tells why)");
+}
+
+// The library tells its reasons in the log: show errors and operator progress, and the HTTPS
+// client's failure details (refused connection, untrusted certificate), which it logs at level 3.
+void installLogSink() {
+  tklog::SetMaxLevel(3);
+  tklog::SetSink([](const tklog::LogLine& line) {
+    if (line.level > 0 && line.name != "ZRLibCurl") return;
+    const char* tag = line.level < 0 ? "[error]" : line.level > 0 ? "[https]" : "[array]";
+    std::cout.flush();  // keeps the job's own lines and the library's in order
+    std::fprintf(stderr, "  %s %s: %s\n", tag, line.name.c_str(), line.text.c_str());
+  });
+}
+
+std::string readPassword() {
+  if (const char* fromEnvironment = std::getenv("ZR_ARRAY_PASSWORD")) return fromEnvironment;
+  std::string password;
+  termios saved{};
+  const bool terminal = isatty(STDIN_FILENO) && tcgetattr(STDIN_FILENO, &saved) == 0;
+  if (terminal) {
+    termios silent = saved;
+    silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    tcsetattr(STDIN_FILENO, TCSANOW, &silent);
+  }
+  std::cerr << "Password: " << std::flush;
+  std::getline(std::cin, password);
+  if (terminal) {
+    tcsetattr(STDIN_FILENO, TCSANOW, &saved);
+    std::cerr << "\n";
+  }
+  if (password.empty()) throw JobFailure("no password (set ZR_ARRAY_PASSWORD or type it at the prompt)");
+  return password;
+}
+
+// A small array: two file systems with files, two interfaces, NDMP on the first one.
+nlohmann::json simulatorSeed() {
+  return nlohmann::json::parse(R"({
+    "system": {"NAME": "lab-array", "PRODUCTVERSION": "V600R005C20"},
+    "ndmp": [{"isEnabled": "true", "ip": "192.168.100.21", "port": "10000", "version": "4"}],
+    "lifs": [{"NAME": "lif-ndmp", "IPV4ADDR": "192.168.100.21"},
+             {"NAME": "lif-nfs", "IPV4ADDR": "192.168.100.22", "IPV6ADDR": "fd00::22"}],
+    "filesystems": [
+      {"NAME": "projects", "steps": [
+        {"write": "/reports/2023.txt", "size": 1200}, {"write": "/reports/2024.txt", "size": 800},
+        {"write": "/reports/draft (old).txt", "size": 10}, {"write": "/src/main.cpp", "size": 4000},
+        {"mkdir": "/tmp"}, {"write": "/tmp/build.log", "size": 99}]},
+      {"NAME": "home", "generate": {"files": 200, "filesPerDirectory": 50}}],
+    "changeListPageSize": 4
+  })");
+}
+
+// What users do between two backups, done directly on the simulated array.
+void changeFiles(arraysim::ArraySimulator& simulator, const std::string& fileSystemId) {
+  simulator.files(fileSystemId)
+      .writeFile("/reports/2023.txt", 1500)                       // modified
+      .remove("/reports/draft (old).txt")                         // deleted
+      .writeFile("/reports/R&D plan (v2).txt", 42)                // ampersand, parentheses, blanks
+      .writeFile("/reports/r\xC3\xA9sum\xC3\xA9 \xE6\x97\xA5\xE6\x9C\xAC.txt", 7)  // non-ASCII (UTF-8)
+      .makeDirectory("/photos/summer 2024")                       // a new directory
+      .writeFile("/photos/summer 2024/beach.jpg", 300000)
+      .remove("/tmp");                                            // a directory with its contents
+}
+
+// Deletes the snapshots the job took, whatever happens after they were taken.
+class SnapshotsTaken {
+ public:
+  SnapshotsTaken(ZrManageHuawei& array, std::string vstoreId) : array_(array), vstoreId_(std::move(vstoreId)) {}
+  ~SnapshotsTaken() { deleteAll(); }
+  void add(const std::string& id) { ids_.push_back(id); }
+  bool deleteAll() {
+    bool ok = true;
+    for (const std::string& id : ids_) {
+      const bool deleted = array_.deleteFileSystemSnapshot(id, vstoreId_);
+      std::cout << (deleted ? "deleted snapshot " : "could not delete snapshot ") << id << "\n";
+      ok = ok && deleted;
+    }
+    ids_.clear();
+    return ok;
+  }
+
+ private:
+  ZrManageHuawei& array_;
+  std::string vstoreId_;
+  std::vector<std::string> ids_;
+};
+
+struct WalkSummary {
+  std::map<int, unsigned long long> countByType;
+  std::map<int, std::vector<std::string>> examples;
+};
+
+// Walks the change list page by page. The library deletes the change-list session itself when
+// the walk ends, and also when a page fails (it then sets sessionFailed to 1). A walk that stops
+// otherwise, such as on an exception while handling a page, would leave the session open on the
+// array: the guard deletes it then.
+WalkSummary walkChangeList(ZrManageHuawei& array, const std::string& fileSystemId, const std::string& base,
+                           const std::string& incremental) {
+  _HuaweiSnapshotChangeListInfo page;  // a fresh record is the cursor of the first page
+  bool sessionClosed = false;
+  struct SessionGuard {
+    ZrManageHuawei& array;
+    const _HuaweiSnapshotChangeListInfo& page;
+    const bool& closed;
+    ~SessionGuard() {
+      if (!closed && !page.sessionId.empty()) array.deleteSnapshotChangeListSession(page.sessionId);
+    }
+  } guard{array, page, sessionClosed};
+
+  WalkSummary summary;
+  unsigned long long pages = 0, entries = 0;
+  for (;;) {
+    if (!array.getSnapshotChangeList(fileSystemId, base, incremental, page)) {
+      sessionClosed = page.sessionFailed == 1;  // else none was opened, or the guard deletes it
+      throw JobFailure("change list walk broke after " + std::to_string(pages) + " pages");
+    }
+    if (page.changes.empty() && page.progress == "100") {
+      sessionClosed = true;  // the end of the walk: the library has deleted the session
+      break;
+    }
+    ++pages;
+    entries += page.changes.size();
+    for (const _HuaweiSnapshotChangeList& change : page.changes) {
+      ++summary.countByType[change.changeType];
+      auto& names = summary.examples[change.changeType];
+      if (names.size() < 6) names.push_back(change.filePath + (change.fType == 2 ? "/" : ""));
+    }
+    std::cout << "  page " << pages << ": " << page.changes.size() << " entries, " << entries << " so far, "
+              << page.progress << "% done\n";
+  }
+  std::cout << "change list complete: " << entries << " entries in " << pages << " pages\n";
+  return summary;
+}
+
+void printSummary(const WalkSummary& summary) {
+  // The change types are the array's codes: 0 created, 1 modified, 2 deleted.
+  const std::map<int, const char*> kinds = {{0, "created"}, {1, "modified"}, {2, "deleted"}};
+  for (const auto& [code, label] : kinds) {
+    const auto count = summary.countByType.find(code);
+    std::cout << "  " << label << ": " << (count == summary.countByType.end() ? 0 : count->second);
+    const auto names = summary.examples.find(code);
+    if (names != summary.examples.end()) {
+      const char* separator = "  (";
+      for (const std::string& name : names->second) std::cout << separator << name, separator = ", ";
+      std::cout << (summary.countByType.at(code) > names->second.size() ? ", ...)" : ")");
+    }
+    std::cout << "\n";
+  }
+  for (const auto& [code, count] : summary.countByType) {
+    if (!kinds.count(code)) std::cout << "  change type " << code << ": " << count << "\n";
+  }
+}
+
+struct JobSettings {
+  std::string host, user, password, fileSystemName;
+  unsigned long long jobId = 1;
+  int intervalSeconds = 0;
+};
+
+void runJob(const JobSettings& settings, arraysim::ArraySimulator* simulator) {
+  ZrManageHuawei array(settings.jobId);  // logs out and removes the cookie file when destroyed
+  require(array.createSession(settings.user, settings.password, settings.host), "login to " + settings.host);
+
+  _HuaweiSystemInformation system;
+  require(array.getSystemInformation(system), "reading the system information");
+  const std::string vstore = array.getvStoreId();  // "-12345": the login belongs to no vStore
+  std::cout << "logged in to " << system.name << " (ID " << system.id << ", version " << system.productVersion
+            << ") as " << settings.user << ", vStore " << vstore << "\n";
+
+  std::list<_HuaweiFileSystemsInfo> fileSystems;
+  require(array.getFileSystemsList(fileSystems, vstore), "listing file systems");
+  std::cout << "file systems:\n";
+  for (const auto& fs : fileSystems) std::cout << "  " << fs.id << "  " << fs.name << "\n";
+  std::list<_HuaweiArrayInterfaces> interfaces;
+  require(array.getArrayInterfaces(interfaces), "listing interfaces");
+  std::cout << "interfaces:\n";
+  for (const auto& lif : interfaces) {
+    std::cout << "  " << lif.name << "  " << lif.ipv4Address << (lif.ipv6Address.empty() ? "" : " ")
+              << lif.ipv6Address << (lif.ndmpMonitoringIp ? "  [NDMP]" : "") << "\n";
+  }
+
+  const _HuaweiFileSystemsInfo* chosen = nullptr;
+  for (const auto& fs : fileSystems) {
+    if (settings.fileSystemName.empty() || fs.name == settings.fileSystemName) {
+      chosen = &fs;
+      break;
+    }
+  }
+  if (!chosen) throw JobFailure("no file system named '" + settings.fileSystemName + "'");
+  std::cout << "backing up file system " << chosen->name << " (" << chosen->id << ")\n";
+
+  SnapshotsTaken snapshots(array, vstore);
+  const std::string prefix = "backup-job-" + std::to_string(settings.jobId) + "-";
+  std::string base = prefix + "base";  // the name goes in, the array's identifier comes out
+  require(array.createFileSystemSnapshot(std::stoull(chosen->id), base, true, vstore), "taking the base snapshot");
+  snapshots.add(base);
+  std::cout << "base snapshot " << base << "\n";
+
+  if (simulator) {
+    changeFiles(*simulator, chosen->id);
+    std::cout << "the simulator changed some files\n";
+  } else if (settings.intervalSeconds > 0) {
+    std::cout << "waiting " << settings.intervalSeconds << " s for files to change\n";
+    std::this_thread::sleep_for(std::chrono::seconds(settings.intervalSeconds));
+  }
+
+  std::string incremental = prefix + "incremental";
+  require(array.createFileSystemSnapshot(std::stoull(chosen->id), incremental, true, vstore),
+          "taking the incremental snapshot");
+  snapshots.add(incremental);
+  std::cout << "incremental snapshot " << incremental << "\n";
+
+  std::cout << "walking the change list:\n";
+  printSummary(walkChangeList(array, chosen->id, base, incremental));
+
+  require(snapshots.deleteAll(), "deleting the snapshots");
+  require(array.closeSession(), "logout");
+  std::cout << "session closed; job done\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app{"An incremental backup job on a Huawei array: two snapshots and the files changed between them."};
+  bool withSimulator = false;
+  std::string address = "127.0.0.1", caBundle;
+  JobSettings settings;
+  app.add_flag("--with-simulator", withSimulator, "Run against the bundled array simulator, started here");
+  app.add_option("--address", address, "Loopback address of the simulator (port 8088)")->capture_default_str();
+  app.add_option("--host", settings.host, "Management address of the array");
+  app.add_option("--user", settings.user, "User name (the password comes from ZR_ARRAY_PASSWORD or a prompt)");
+  app.add_option("--ca-bundle", caBundle, "PEM file with the CA that signed the array's certificate");
+  app.add_option("--file-system", settings.fileSystemName, "File system to back up (default: the first one)");
+  app.add_option("--interval", settings.intervalSeconds, "Seconds between the two snapshots on a real array");
+  app.add_option("--job-id", settings.jobId, "Job identifier")->capture_default_str();
+  CLI11_PARSE(app, argc, argv);
+
+  installLogSink();
+  std::unique_ptr<arraysim::ArraySimulator> simulator;
+  int exitCode = 0;
+  try {
+    ZRLibCurlOptions tls;  // certificate and host name are always verified
+    if (withSimulator) {
+      arraysim::SimulatorOptions options;
+      options.address = address;
+      options.seed = simulatorSeed();
+      simulator = std::make_unique<arraysim::ArraySimulator>(options);
+      simulator->start();
+      std::cout << "array simulator listening on " << simulator->baseUrl() << "\n";
+      tls.caBundlePath = simulator->caCertPath();
+      settings.host = address;
+      settings.user = arraysim::SimulatorOptions::kDefaultUser;
+      settings.password = arraysim::SimulatorOptions::kDefaultPassword;
+      if (settings.fileSystemName.empty()) settings.fileSystemName = "projects";
+    } else {
+      if (settings.host.empty() || settings.user.empty()) {
+        throw JobFailure("give --host and --user, or --with-simulator");
+      }
+      tls.caBundlePath = caBundle;  // empty: the system's CA store
+      settings.password = readPassword();
+    }
+    ZRLibCurlSetOptions(tls);
+    runJob(settings, simulator.get());
+  } catch (const std::exception& error) {
+    std::cerr << "backup_job: " << error.what() << std::endl;
+    exitCode = 1;
+  }
+  ZRLibCurlSetOptions(ZRLibCurlOptions());  // closes pooled connections before the simulator stops
+  return exitCode;
+}
