@@ -95,6 +95,8 @@ struct ClassificationCase {
   const char* text;
 };
 
+inline void PrintTo(const ClassificationCase& row, std::ostream* out) { *out << row.label; }
+
 class Classification : public Transport, public testing::WithParamInterface<ClassificationCase> {};
 
 TEST_P(Classification, FollowsTheErrorObjectNotTheHttpStatus) {

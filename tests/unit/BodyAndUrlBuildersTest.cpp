@@ -38,6 +38,8 @@ struct SnapshotBodyCase {
   const char* expected;
 };
 
+inline void PrintTo(const SnapshotBodyCase& row, std::ostream* out) { *out << row.label; }
+
 class SnapshotCreationBody : public testing::TestWithParam<SnapshotBodyCase> {};
 
 TEST_P(SnapshotCreationBody, IsConcatenatedFromItsPieces) {
@@ -98,6 +100,8 @@ struct MaskCase {
   std::string password;
   std::string expected;
 };
+
+inline void PrintTo(const MaskCase& row, std::ostream* out) { *out << row.label; }
 
 class PasswordMasking : public testing::TestWithParam<MaskCase> {};
 

@@ -79,6 +79,8 @@ struct EntityCase {
   const char* decoded;
 };
 
+inline void PrintTo(const EntityCase& row, std::ostream* out) { *out << row.raw; }
+
 class FileNameEntities : public testing::TestWithParam<EntityCase> {};
 
 TEST_P(FileNameEntities, DecodeInOnePassFromTheLeft) {

@@ -29,6 +29,8 @@ struct UrlCase {
   const char* expected;
 };
 
+inline void PrintTo(const UrlCase& row, std::ostream* out) { *out << row.label; }
+
 class SelfDescribingUrl : public testing::TestWithParam<UrlCase> {};
 
 TEST_P(SelfDescribingUrl, AlwaysHasTheQuestionMark) {
