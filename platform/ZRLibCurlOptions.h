@@ -1,6 +1,6 @@
 // Process-wide settings of ZRLibCurl: trust, time-outs and connection sharing.
 // Set them once at start-up; a change applies to clients made afterwards and drops pooled
-// connections so that nothing verified under the old trust settings is reused.
+// connections and recycled handles so that nothing verified under the old trust settings is reused.
 #pragma once
 
 #include <string>

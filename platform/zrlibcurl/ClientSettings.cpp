@@ -21,7 +21,8 @@ Current& CurrentGeneration() {
 ClientSettings::ClientSettings(const ZRLibCurlOptions& options)
     : options(options),
       trust(options.caBundlePath),
-      share(options.shareConnections ? std::make_unique<ConnectionShare>() : nullptr) {}
+      share(options.shareConnections ? std::make_unique<ConnectionShare>() : nullptr),
+      handles(share && share->Handle()) {}
 
 std::shared_ptr<ClientSettings> CurrentClientSettings() {
   Current& current = CurrentGeneration();
@@ -41,7 +42,9 @@ void ZRLibCurlSetOptions(const ZRLibCurlOptions& options) {
     previous = std::move(current.settings);
     current.settings = std::move(fresh);
   }
-  // previous is released here, outside the lock: closing its pooled connections takes time.
+  // Outside the lock: freeing handles and closing pooled connections takes time. Clients still
+  // holding the old generation finish with it; their handles are freed, not recycled.
+  if (previous) previous->handles.Retire();
 }
 
 ZRLibCurlOptions ZRLibCurlGetOptions() { return zrcurl::CurrentClientSettings()->options; }

@@ -7,8 +7,10 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "ClientSettings.h"
+#include "CookieFileCache.h"
 #include "CookieJar.h"
 #include "CurlGlobal.h"
 #include "CurlLog.h"
@@ -63,6 +65,7 @@ struct ZRLibCurl::Impl {
   bool AppendHeader(_http_hdr_type_ kind, const char* value);
   bool Send(_http_req_type_ method, const char* url, const void* data, unsigned long length, bool verbose);
   bool SetMethodAndBody(_http_req_type_ method, const void* data, unsigned long length);
+  bool LoadCookieFiles();
   void ForgetResponse();
   static size_t OnBody(char* data, size_t size, size_t count, void* self);
 
@@ -72,6 +75,8 @@ struct ZRLibCurl::Impl {
   std::shared_ptr<zrcurl::ClientSettings> settings;
   zrcurl::RequestHeaders headers;
   zrcurl::HeaderList sentHeaders;  // libcurl reads the list during the transfer
+  // Cookie files named since the last request; like libcurl, the next request loads them once.
+  std::vector<std::string> cookieFiles;
   std::string cookieJar;
   ZRLibCurlWriteCallback writeCallback = nullptr;
 
@@ -86,7 +91,7 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
   DeInit();
   zrcurl::EnsureCurlGlobalInit();
   settings = zrcurl::CurrentClientSettings();
-  handle = curl_easy_init();
+  handle = settings->handles.Take();
   if (!handle) {
     zrcurl::Log(zrcurl::kFailureLevel, "libcurl gave no handle.");
     settings.reset();
@@ -111,12 +116,16 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
 
 void ZRLibCurl::Impl::DeInit() {
   if (handle) {
-    curl_easy_cleanup(handle);  // writes the cookie jar, if any
+    settings->handles.Give(handle);  // recycled or freed; either way the cookie jar, if any, is written
     handle = nullptr;
-    if (!cookieJar.empty()) zrcurl::RestrictCookieJar(cookieJar);
+    if (!cookieJar.empty()) {
+      zrcurl::RestrictCookieJar(cookieJar);
+      zrcurl::CookieFileWritten();
+    }
   }
   sentHeaders.reset();
   headers = zrcurl::RequestHeaders();
+  cookieFiles.clear();
   cookieJar.clear();
   ForgetResponse();
   settings.reset();  // the last client of an old generation closes its connections here
@@ -132,7 +141,8 @@ bool ZRLibCurl::Impl::AppendHeader(_http_hdr_type_ kind, const char* value) {
     case HTTP_HDR_ACCEPT:
       return headers.SetAccept(value);
     case HTTP_HDR_COOKIE_FILE:
-      return curl_easy_setopt(handle, CURLOPT_COOKIEFILE, value) == CURLE_OK;
+      cookieFiles.emplace_back(value);
+      return true;
     case HTTP_HDR_COOKIE_JAR: {
       std::string error;
       if (!zrcurl::PrepareCookieJar(value, error)) {
@@ -164,6 +174,34 @@ bool ZRLibCurl::Impl::SetMethodAndBody(_http_req_type_ method, const void* data,
   return ok;
 }
 
+// The cookies of the files named since the last request go into the handle's cookie engine, from
+// the lines cached for each file; when a file is unusual, libcurl reads them all itself, as it
+// does for a file given with CURLOPT_COOKIEFILE.
+bool ZRLibCurl::Impl::LoadCookieFiles() {
+  if (cookieFiles.empty()) return true;
+  std::vector<std::shared_ptr<const zrcurl::CookieLines>> cached;
+  for (const std::string& path : cookieFiles) {
+    cached.push_back(zrcurl::CookieFileLines(path));
+    if (!cached.back()) break;
+  }
+  bool ok = true;
+  if (cached.back()) {
+    // The cookie engine is on with a cookie file, even an empty one; "" reads no file.
+    ok &= curl_easy_setopt(handle, CURLOPT_COOKIEFILE, "") == CURLE_OK;
+    for (const auto& lines : cached) {
+      for (const std::string& line : *lines) {
+        ok &= curl_easy_setopt(handle, CURLOPT_COOKIELIST, line.c_str()) == CURLE_OK;
+      }
+    }
+  } else {
+    for (const std::string& path : cookieFiles) {
+      ok &= curl_easy_setopt(handle, CURLOPT_COOKIEFILE, path.c_str()) == CURLE_OK;
+    }
+  }
+  cookieFiles.clear();
+  return ok;
+}
+
 void ZRLibCurl::Impl::ForgetResponse() {
   hasResponse = false;
   body.clear();
@@ -183,7 +221,7 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
     return false;
   }
   sentHeaders = headers.Build();
-  bool ok = sentHeaders != nullptr && SetMethodAndBody(method, data, length);
+  bool ok = sentHeaders != nullptr && SetMethodAndBody(method, data, length) && LoadCookieFiles();
   ok &= curl_easy_setopt(handle, CURLOPT_URL, url) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_HTTPHEADER, sentHeaders.get()) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_VERBOSE, verbose ? 1L : 0L) == CURLE_OK;
@@ -206,6 +244,7 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
     // Written now rather than at clean-up, so the cookies are on disk when the caller goes on.
     curl_easy_setopt(handle, CURLOPT_COOKIELIST, "FLUSH");
     zrcurl::RestrictCookieJar(cookieJar);
+    zrcurl::CookieFileWritten();
   }
   return true;
 }

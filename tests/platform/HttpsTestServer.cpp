@@ -17,6 +17,9 @@ HttpsTestServer::HttpsTestServer(const arraysim::CertificateFiles& files)
   server_.set_tcp_nodelay(true);
   server_.set_keep_alive_max_count(100000);
   server_.set_keep_alive_timeout(2);  // bounds the wait for idle pooled connections at shutdown
+  // A worker stays with its connection while the connection is kept alive: enough workers for the
+  // connections of the busiest concurrency test, so that none waits for another to time out.
+  server_.new_task_queue = [] { return new httplib::ThreadPool(16); };
   const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
     Answer(request, response);
   };
@@ -57,8 +60,11 @@ void HttpsTestServer::Answer(const httplib::Request& request, httplib::Response&
     requests_.push_back({request.method, request.path, request.body, request.headers, request.remote_port});
   }
   const std::string statusPrefix = "/status/";
+  const std::string loginPrefix = "/login/";
   if (request.path == "/login") {
     response.set_header("Set-Cookie", "session=s3cr3t; Path=/; Secure; HttpOnly");
+  } else if (request.path.compare(0, loginPrefix.size(), loginPrefix) == 0) {
+    response.set_header("Set-Cookie", "session=" + request.path.substr(loginPrefix.size()) + "; Path=/; Secure; HttpOnly");
   } else if (request.path.compare(0, statusPrefix.size(), statusPrefix) == 0) {
     response.status = std::stoi(request.path.substr(statusPrefix.size()));
   }

@@ -1,6 +1,7 @@
 // A local HTTPS server for client tests: listens on 127.0.0.1 at a port of its choosing, records
 // every request, and answers:
 //   /login        200, sets the cookie "session=s3cr3t"
+//   /login/<v>    200, sets the cookie "session=<v>"
 //   /status/<n>   status n, JSON body
 //   anything else 200, JSON body naming the path
 #pragma once
