@@ -7,9 +7,14 @@
 
 #include "jsonxx_reader.h"
 
+#include <sys/mman.h>
+
+#include <cstdint>
 #include <cstdio>
 #include <locale>
 #include <memory>
+#include <mutex>
+#include <new>
 #include <ostream>
 #include <sstream>
 #include <utility>
@@ -22,6 +27,318 @@ void assertion(const char* file, int line, const char* expression, bool ok) {
   std::fflush(stderr);
   assert(ok);
 }
+
+// ---------------------------------------------------------------------------
+// Blocks.
+//
+// A page of a thousand records is some thirty thousand blocks of a few sizes,
+// built and freed within a millisecond. malloc keeps only seven blocks per size
+// in its thread cache; the rest go through its shared bins, with atomics and
+// consolidation, and each block carries malloc's header. So blocks of up to
+// 128 bytes come from the thread's own free lists, one per multiple of eight
+// bytes, with neither locks nor atomics; an empty list is refilled from the
+// shared depot, or else carved from a 64 KiB chunk that the thread keeps. A
+// block freed on any thread joins that thread's list.
+//
+// What a thread keeps idle is bounded per size: beyond kListLimit bytes, half
+// of the list moves to the depot, where any thread takes it up again. At its
+// exit a thread hands all its lists and the rest of its chunk to the depot.
+// The chunks themselves stay with the process until it ends: the memory held
+// is what the trees needed at their peak.
+//
+// Under AddressSanitizer every block goes to operator new and delete, so that
+// the sanitizer sees each one.
+
+#if defined(__SANITIZE_ADDRESS__)
+#define JSONXX_KEEP_BLOCKS 0
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define JSONXX_KEEP_BLOCKS 0
+#endif
+#endif
+#ifndef JSONXX_KEEP_BLOCKS
+#define JSONXX_KEEP_BLOCKS 1
+#endif
+
+namespace {
+
+#if JSONXX_KEEP_BLOCKS
+
+constexpr std::size_t kGranule = 8;
+constexpr std::size_t kClasses = 16;  // blocks of 8, 16, ..., 128 bytes
+constexpr std::size_t kRegionBytes = std::size_t{1} << 20;
+constexpr std::size_t kChunkBytes = std::size_t{64} << 10;  // a thread's share of a region
+constexpr std::size_t kCarveBytes = std::size_t{4} << 10;  // carved at once for one size
+constexpr std::size_t kListLimit = std::size_t{2} << 20;   // idle bytes a thread keeps per size
+constexpr std::size_t kDepotRefill = 256;                  // blocks a thread takes from the depot at once
+
+constexpr std::size_t class_of(std::size_t size) { return (size - 1) / kGranule; }
+constexpr std::size_t block_bytes(std::size_t c) { return (c + 1) * kGranule; }
+constexpr std::uint32_t list_limit(std::size_t c) { return static_cast<std::uint32_t>(kListLimit / block_bytes(c)); }
+
+struct FreeBlock {
+  FreeBlock* next;
+};
+
+enum class ListsState : unsigned char {
+  Unused,    // nothing kept yet, no exit handler
+  Active,    // keeps blocks; the exit handler is registered
+  Released,  // the thread is ending: its lists went to the depot
+};
+
+// Plain data, zero-initialised, without constructor or destructor: reading it
+// costs no guard, and it is usable until the thread's storage goes. The
+// library is loaded with the program, so the initial-exec model applies,
+// which spares a __tls_get_addr call per access.
+struct FreeLists {
+  FreeBlock* head[kClasses];
+  std::uint32_t count[kClasses];
+  char* carve_next;  // the rest of the thread's chunk
+  char* carve_end;
+  ListsState state;
+};
+
+__attribute__((tls_model("initial-exec"))) thread_local FreeLists free_lists;
+
+// The blocks that threads gave up, and the rests of the chunks of ended
+// threads. It is never destroyed, as threads may end after static
+// destruction.
+struct Depot {
+  struct Spare {
+    Spare* next;
+    char* end;
+  };
+
+  std::mutex mutex;
+  FreeBlock* head[kClasses] = {};
+  std::size_t count[kClasses] = {};
+  Spare* spares = nullptr;
+  char* region_next = nullptr;  // the chunks not yet handed out
+  char* region_end = nullptr;
+};
+
+Depot& depot() {
+  static Depot* const instance = new Depot;
+  return *instance;
+}
+
+// Pushes the chain first..last of n blocks onto the depot's list.
+void to_depot(std::size_t c, FreeBlock* first, FreeBlock* last, std::size_t n) {
+  Depot& shared = depot();
+  const std::lock_guard<std::mutex> lock(shared.mutex);
+  last->next = shared.head[c];
+  shared.head[c] = first;
+  shared.count[c] += n;
+}
+
+struct ListsRelease {
+  ListsRelease() = default;
+  ListsRelease(const ListsRelease&) = delete;
+  ListsRelease& operator=(const ListsRelease&) = delete;
+  // At the thread's exit (for the main thread: at the start of exit(), before
+  // static destructors): everything goes to the depot. Blocks freed on the
+  // thread later, by destructors that run afterwards, go there one by one.
+  ~ListsRelease() {
+    FreeLists& lists = free_lists;
+    lists.state = ListsState::Released;
+    for (std::size_t c = 0; c < kClasses; ++c) {
+      FreeBlock* first = lists.head[c];
+      if (!first) continue;
+      FreeBlock* last = first;
+      while (last->next) last = last->next;
+      to_depot(c, first, last, lists.count[c]);
+      lists.head[c] = nullptr;
+      lists.count[c] = 0;
+    }
+    const std::size_t rest = static_cast<std::size_t>(lists.carve_end - lists.carve_next);
+    if (rest >= sizeof(Depot::Spare) + kGranule) {
+      Depot& shared = depot();
+      auto* spare = reinterpret_cast<Depot::Spare*>(lists.carve_next);
+      spare->end = lists.carve_end;
+      const std::lock_guard<std::mutex> lock(shared.mutex);
+      spare->next = shared.spares;
+      shared.spares = spare;
+    }
+    lists.carve_next = lists.carve_end = nullptr;
+  }
+};
+
+void start_lists(FreeLists& lists) {
+  static thread_local ListsRelease release;
+  (void)release;
+  lists.state = ListsState::Active;
+}
+
+// A new chunk for the thread: the rest of an ended thread's chunk, or fresh
+// memory. Fresh chunks are cut from regions mapped apart from malloc's heap:
+// blocks that never go back would otherwise pin the top of that heap, and
+// change how malloc serves and trims everything else in the process.
+void new_chunk(FreeLists& lists) {
+  Depot& shared = depot();
+  const std::lock_guard<std::mutex> lock(shared.mutex);
+  if (Depot::Spare* spare = shared.spares) {
+    shared.spares = spare->next;
+    lists.carve_next = reinterpret_cast<char*>(spare);
+    lists.carve_end = spare->end;
+    return;
+  }
+  if (shared.region_next == shared.region_end) {
+    void* region = mmap(nullptr, kRegionBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (region == MAP_FAILED) throw std::bad_alloc();
+    shared.region_next = static_cast<char*>(region);
+    shared.region_end = shared.region_next + kRegionBytes;
+  }
+  lists.carve_next = shared.region_next;
+  lists.carve_end = shared.region_next + kChunkBytes;
+  shared.region_next += kChunkBytes;
+}
+
+// The slow way of an allocation: the list of its size is empty.
+__attribute__((noinline)) void* allocate_slowly(std::size_t c) {
+  FreeLists& lists = free_lists;
+  const std::size_t bytes = block_bytes(c);
+  if (lists.state == ListsState::Released) return ::operator new(bytes);  // any block may join a list
+  if (lists.state == ListsState::Unused) start_lists(lists);
+
+  // Blocks that other threads gave up.
+  {
+    Depot& shared = depot();
+    const std::lock_guard<std::mutex> lock(shared.mutex);
+    if (FreeBlock* first = shared.head[c]) {
+      FreeBlock* last = first;
+      std::size_t n = 1;
+      while (n < kDepotRefill && last->next) {
+        last = last->next;
+        ++n;
+      }
+      shared.head[c] = last->next;
+      shared.count[c] -= n;
+      last->next = nullptr;
+      lists.head[c] = first->next;
+      lists.count[c] = static_cast<std::uint32_t>(n - 1);
+      return first;
+    }
+  }
+
+  // A run of new blocks, carved in address order. Sizes that are multiples
+  // of 16 keep the alignment of long double.
+  std::uintptr_t aligned = 0;
+  for (;;) {
+    aligned = (reinterpret_cast<std::uintptr_t>(lists.carve_next) + 15) & ~std::uintptr_t{15};
+    if (lists.carve_next != nullptr && aligned + bytes <= reinterpret_cast<std::uintptr_t>(lists.carve_end)) break;
+    new_chunk(lists);  // what is left of the old one is too small for this size
+  }
+  char* const start = reinterpret_cast<char*>(aligned);
+  std::size_t n = static_cast<std::size_t>(lists.carve_end - start) / bytes;
+  if (n > kCarveBytes / bytes) n = kCarveBytes / bytes;
+  lists.carve_next = start + n * bytes;
+  FreeBlock* head = nullptr;
+  for (std::size_t i = n - 1; i > 0; --i) {
+    auto* block = reinterpret_cast<FreeBlock*>(start + i * bytes);
+    block->next = head;
+    head = block;
+  }
+  lists.head[c] = head;
+  lists.count[c] = static_cast<std::uint32_t>(n - 1);
+  return start;
+}
+
+// The slow way of a free: the thread has no lists yet, its list of this size
+// is full, or the thread is ending.
+__attribute__((noinline)) void free_slowly(void* block, std::size_t c) noexcept {
+  FreeLists& lists = free_lists;
+  auto* freed = static_cast<FreeBlock*>(block);
+  if (lists.state == ListsState::Released) {
+    to_depot(c, freed, freed, 1);
+    return;
+  }
+  if (lists.state == ListsState::Unused) {
+    start_lists(lists);
+  } else {
+    // Half of the list goes to the depot.
+    const std::size_t n = lists.count[c] / 2;
+    FreeBlock* const first = lists.head[c];
+    FreeBlock* last = first;
+    for (std::size_t i = 1; i < n; ++i) last = last->next;
+    lists.head[c] = last->next;
+    lists.count[c] -= static_cast<std::uint32_t>(n);
+    to_depot(c, first, last, n);
+  }
+  freed->next = lists.head[c];
+  lists.head[c] = freed;
+  ++lists.count[c];
+}
+
+#endif  // JSONXX_KEEP_BLOCKS
+
+}  // namespace
+
+void* detail::allocate_block(std::size_t size) {
+#if JSONXX_KEEP_BLOCKS
+  if (size - 1 < kClasses * kGranule) {  // 1 to 128 bytes
+    const std::size_t c = class_of(size);
+    FreeLists& lists = free_lists;
+    if (FreeBlock* block = lists.head[c]) {
+      lists.head[c] = block->next;
+      --lists.count[c];
+      return block;
+    }
+    return allocate_slowly(c);
+  }
+#endif
+  return ::operator new(size);
+}
+
+void detail::free_block(void* block, std::size_t size) noexcept {
+#if JSONXX_KEEP_BLOCKS
+  if (size - 1 < kClasses * kGranule) {
+    const std::size_t c = class_of(size);
+    FreeLists& lists = free_lists;
+    if (lists.state == ListsState::Active && lists.count[c] < list_limit(c)) {
+      auto* kept = static_cast<FreeBlock*>(block);
+      kept->next = lists.head[c];
+      lists.head[c] = kept;
+      ++lists.count[c];
+      return;
+    }
+    free_slowly(block, c);
+    return;
+  }
+#endif
+  (void)size;
+  ::operator delete(block);
+}
+
+// The string of a string value is a block of its own as well.
+String* detail::new_string() { return new (allocate_block(sizeof(String))) String(); }
+
+namespace {
+template <class... Args>
+String* string_block(Args&&... args);
+}  // namespace
+
+String* detail::new_string(const char* text, std::size_t size) { return string_block(text, size); }
+
+void detail::delete_string(String* text) noexcept {
+  if (!text) return;
+  text->~String();
+  free_block(text, sizeof(String));
+}
+
+namespace {
+
+template <class... Args>
+String* string_block(Args&&... args) {
+  void* block = detail::allocate_block(sizeof(String));
+  try {
+    return new (block) String(std::forward<Args>(args)...);
+  } catch (...) {
+    detail::free_block(block, sizeof(String));
+    throw;
+  }
+}
+
+}  // namespace
 
 // ---------------------------------------------------------------------------
 // Parsing entry points.
@@ -103,9 +420,9 @@ Value& Value::operator=(Value&& other) noexcept {
 
 Value::~Value() { reset(); }
 
-Value::Value(const String& text) : type_(Type::String) { content_.string = new String(text); }
-Value::Value(String&& text) : type_(Type::String) { content_.string = new String(std::move(text)); }
-Value::Value(const char* text) : type_(Type::String) { content_.string = new String(text); }
+Value::Value(const String& text) : type_(Type::String) { content_.string = string_block(text); }
+Value::Value(String&& text) : type_(Type::String) { content_.string = string_block(std::move(text)); }
+Value::Value(const char* text) : type_(Type::String) { content_.string = string_block(text); }
 Value::Value(Boolean flag) : type_(Type::Boolean) { content_.boolean = flag; }
 Value::Value(Null) : type_(Type::Null) {}
 Value::Value(const Array& array) : type_(Type::Array) { content_.array = new Array(array); }
@@ -114,7 +431,7 @@ Value::Value(const Object& object) : type_(Type::Object) { content_.object = new
 void Value::reset() {
   switch (type_) {
     case Type::String:
-      delete content_.string;
+      detail::delete_string(content_.string);
       content_.string = nullptr;
       break;
     case Type::Array:
@@ -135,7 +452,7 @@ void Value::copy_from(const Value& other) {
   content_ = other.content_;
   switch (other.type_) {
     case Type::String:
-      if (other.content_.string) content_.string = new String(*other.content_.string);
+      if (other.content_.string) content_.string = string_block(*other.content_.string);
       break;
     case Type::Array:
       if (other.content_.array) content_.array = new Array(*other.content_.array);
@@ -201,7 +518,11 @@ Array& Array::import(const Value& value) {
 }
 
 void Array::reset() {
-  for (Value* value : values_) delete value;
+  const std::size_t n = values_.size();
+  for (std::size_t i = 0; i < n; ++i) {
+    if (i + 4 < n) __builtin_prefetch(values_[i + 4]);
+    delete values_[i];
+  }
   values_.clear();
 }
 
@@ -271,7 +592,12 @@ Object& Object::operator<<(const Value& value) {
 }
 
 void Object::reset() {
-  for (auto& member : values_) delete member.second;
+  for (auto it = values_.begin(), end = values_.end(); it != end;) {
+    Value* value = it->second;
+    ++it;
+    if (it != end) __builtin_prefetch(it->second);
+    delete value;
+  }
   values_.clear();
 }
 

@@ -29,6 +29,51 @@ class Value;
 namespace detail {
 template <class Source>
 class Reader;
+
+/// The blocks of a tree: values, containers, map nodes and string objects.
+/// Blocks of up to 128 bytes come from the calling thread's free lists and go
+/// back to the list of the thread that frees them, whichever thread allocated
+/// them: no locks, no atomics, as a tree is used by one thread at a time,
+/// though not necessarily always the same. What a thread keeps idle is
+/// bounded; the rest, and everything at the thread's exit, goes to a shared
+/// depot for other threads. Larger blocks go to operator new.
+void* allocate_block(std::size_t size);
+void free_block(void* block, std::size_t size) noexcept;
+
+/// The order of the keys of an Object: std::string's own (bytes compared as
+/// unsigned char, a prefix before the longer key), done in line. Keys are
+/// short and mostly differ in their first bytes, and the library's memcmp
+/// costs more than the whole comparison.
+struct KeyLess {
+  bool operator()(const std::string& a, const std::string& b) const noexcept {
+    const std::size_t size = a.size() < b.size() ? a.size() : b.size();
+    const char* p = a.data();
+    const char* q = b.data();
+    for (std::size_t i = 0; i < size; ++i) {
+      if (p[i] != q[i]) return static_cast<unsigned char>(p[i]) < static_cast<unsigned char>(q[i]);
+    }
+    return a.size() < b.size();
+  }
+};
+
+/// The allocator of the map nodes of an Object.
+template <class T>
+class BlockAllocator {
+ public:
+  using value_type = T;
+
+  BlockAllocator() noexcept = default;
+  template <class U>
+  BlockAllocator(const BlockAllocator<U>&) noexcept {}
+
+  T* allocate(std::size_t n) { return static_cast<T*>(allocate_block(n * sizeof(T))); }
+  void deallocate(T* block, std::size_t n) noexcept { free_block(block, n * sizeof(T)); }
+
+  template <class U>
+  bool operator==(const BlockAllocator<U>&) const noexcept { return true; }
+  template <class U>
+  bool operator!=(const BlockAllocator<U>&) const noexcept { return false; }
+};
 }  // namespace detail
 
 /// Does nothing when @p ok holds. Otherwise writes
@@ -51,6 +96,12 @@ class Value {
   Value& operator=(const Value& other);
   Value& operator=(Value&& other) noexcept;
   ~Value();
+
+  // Values, arrays and objects are blocks (see detail::allocate_block).
+  static void* operator new(std::size_t size) { return detail::allocate_block(size); }
+  static void operator delete(void* block, std::size_t size) noexcept { detail::free_block(block, size); }
+  static void* operator new(std::size_t, void* where) noexcept { return where; }
+  static void operator delete(void*, void*) noexcept {}
 
   Value(const String& text);
   Value(String&& text);
@@ -122,6 +173,12 @@ class Array {
   Array& operator=(const Value& value);
   ~Array();
 
+  // Values, arrays and objects are blocks (see detail::allocate_block).
+  static void* operator new(std::size_t size) { return detail::allocate_block(size); }
+  static void operator delete(void* block, std::size_t size) noexcept { detail::free_block(block, size); }
+  static void* operator new(std::size_t, void* where) noexcept { return where; }
+  static void operator delete(void*, void*) noexcept {}
+
   /// Parses an array; see Object::parse for what the parser accepts.
   bool parse(const std::string& text);
   bool parse(std::istream& input);
@@ -157,7 +214,8 @@ class Array {
 /// A sorted map from keys to owned values.
 class Object {
  public:
-  using Map = std::map<std::string, Value*>;
+  using Map = std::map<std::string, Value*, detail::KeyLess,
+                       detail::BlockAllocator<std::pair<const std::string, Value*>>>;
 
   Object() = default;
   Object(const Object& other);
@@ -167,6 +225,12 @@ class Object {
   Object& operator=(const Object& other);
   Object& operator=(Object&& other) noexcept;
   ~Object();
+
+  // Values, arrays and objects are blocks (see detail::allocate_block).
+  static void* operator new(std::size_t size) { return detail::allocate_block(size); }
+  static void operator delete(void* block, std::size_t size) noexcept { detail::free_block(block, size); }
+  static void* operator new(std::size_t, void* where) noexcept { return where; }
+  static void operator delete(void*, void*) noexcept {}
 
   /// Parses an object, leniently:
   ///  - `//` comments up to the line end may stand before any token;

@@ -13,9 +13,13 @@
 #include "jsonxx_number.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <istream>
 #include <memory>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace jsonxx {
@@ -33,6 +37,10 @@ class StreamSource {
   // No shortcuts: the stream goes through get() and putback().
   bool take(char) { return false; }
   bool plain_mismatch(char) { return false; }
+  int next_plain() const { return -1; }
+  void skip_plain() {}
+  bool plain_string(const char*&, std::size_t&) { return false; }
+  bool extract_integer(Number&) { return false; }
   int peek() { return input_.peek(); }
   void putback(char c) { input_.putback(c); }
   void clear() { input_.clear(); }
@@ -66,6 +74,34 @@ class BufferSource {
     if (!sentry()) return;
     skip_space_chars();
     if (next_ == end_) state_ |= kEof;
+  }
+
+  /// The next character when the input is good and it is no white space:
+  /// then skip_space() would change nothing, and a get() would return it.
+  /// Otherwise -1.
+  int next_plain() const {
+    if (state_ != 0 || next_ == end_ || is_space(*next_)) return -1;
+    return static_cast<unsigned char>(*next_);
+  }
+
+  /// Consumes the character that next_plain() gave.
+  void skip_plain() { ++next_; }
+
+  /// A quoted string without escapes, in place: when the next character is
+  /// a quote (no white space before it) and the same quote closes the text
+  /// before any backslash, gives the text between them and consumes it all,
+  /// which is what the parser's own reading of it leaves behind too.
+  /// Otherwise changes nothing.
+  bool plain_string(const char*& text, std::size_t& size) {
+    if (state_ != 0 || next_ == end_ || (*next_ != '"' && *next_ != '\'')) return false;
+    const char quote = *next_;
+    const char* const start = next_ + 1;
+    const char* const close = find_quote_or_backslash(start, end_, quote);
+    if (close == end_ || *close != quote) return false;
+    text = start;
+    size = static_cast<std::size_t>(close - start);
+    next_ = close + 1;
+    return true;
   }
 
   bool get(char& c) {
@@ -134,6 +170,7 @@ class BufferSource {
       state_ |= kEof | kFail;
       return false;
     }
+    if (extract_integer(number)) return true;
     const NumberScan scan = scan_number(next_, end_);
     next_ += scan.consumed;
     if (!scan.ok) state_ |= kFail;
@@ -145,9 +182,41 @@ class BufferSource {
   void append_plain(std::string& text, char quote) {
     if (!sentry()) return;
     const char* run = next_;
-    while (next_ != end_ && *next_ != quote && *next_ != '\\') ++next_;
+    next_ = find_quote_or_backslash(next_, end_, quote);
     text.append(run, static_cast<std::size_t>(next_ - run));
     if (next_ == end_) state_ |= kEof;
+  }
+
+  // Only under extract(), or where next_plain() gave a digit or '-': then the
+  // white space skipped before it, the sentries and tell() change nothing.
+  //
+  // The plain integers that fit in 64 bits, which make most numbers, without
+  // the general scan: the stream takes an optional '-' and the digits, and
+  // converts them exactly. Anything else (a '+', a '.', an exponent, more
+  // digits) is left to scan_number. Expects a good input, not at its end.
+  bool extract_integer(Number& number) {
+    const char* p = next_;
+    const bool negative = *p == '-';
+    if (negative) ++p;
+    const char* const digits = p;
+    std::uint64_t value = 0;
+    // Up to 16 digits eight at a time, the rest one by one.
+    for (int word = 0; word < 2 && end_ - p >= 8; ++word) {
+      const int run = leading_digits(p, value);
+      p += run;
+      if (run < 8) break;
+    }
+    for (; p != end_ && static_cast<unsigned char>(*p - '0') < 10; ++p) {
+      if (p - digits >= 20 || __builtin_mul_overflow(value, 10u, &value) ||
+          __builtin_add_overflow(value, static_cast<unsigned>(*p - '0'), &value))
+        return false;
+    }
+    if (p == digits) return false;
+    if (p != end_ && (*p == '.' || *p == 'e' || *p == 'E')) return false;
+    store_integer(number, value, negative);
+    next_ = p;
+    if (next_ == end_) state_ |= kEof;
+    return true;
   }
 
  private:
@@ -163,8 +232,84 @@ class BufferSource {
   }
 
   // White space as the classic ctype table has it.
+  static bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
   void skip_space_chars() {
-    while (next_ != end_ && (*next_ == ' ' || (*next_ >= '\t' && *next_ <= '\r'))) ++next_;
+    const char* p = next_;
+    while (p != end_ && is_space(*p)) ++p;
+    next_ = p;
+  }
+
+  // The first quote or backslash in [p, end), or end. Eight bytes at a time:
+  // a byte equal to the one sought becomes zero under the exclusive or, and
+  // the lowest set high bit of (x - 0x01..) & ~x marks the first zero byte
+  // exactly (a borrow only marks bytes above a zero byte).
+  static const char* find_quote_or_backslash(const char* p, const char* end, char quote) {
+    if (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__) {
+      constexpr std::uint64_t kOnes = 0x0101010101010101u;
+      constexpr std::uint64_t kHighs = 0x8080808080808080u;
+      const std::uint64_t quotes = kOnes * static_cast<unsigned char>(quote);
+      const std::uint64_t backslashes = kOnes * static_cast<unsigned char>('\\');
+      while (end - p >= 8) {
+        std::uint64_t word;
+        std::memcpy(&word, p, sizeof word);
+        const std::uint64_t q = word ^ quotes;
+        const std::uint64_t b = word ^ backslashes;
+        const std::uint64_t found = (((q - kOnes) & ~q) | ((b - kOnes) & ~b)) & kHighs;
+        if (found != 0) return p + (__builtin_ctzll(found) >> 3);
+        p += 8;
+      }
+    }
+    while (p != end && *p != quote && *p != '\\') ++p;
+    return p;
+  }
+
+
+  // Stores the integer exactly. Where long double is the x87 extended format,
+  // the bits are put together directly: the conversion and the 80-bit store
+  // of the x87 unit cost more than all the digits before them.
+  static void store_integer(Number& number, std::uint64_t value, bool negative) {
+#if (defined(__x86_64__) || defined(__i386__)) && __LDBL_MANT_DIG__ == 64
+    // Significand with its explicit leading one, then sign and biased exponent.
+    std::uint16_t sign_exponent = negative ? 0x8000u : 0u;
+    if (value != 0) {
+      const int shift = __builtin_clzll(value);
+      value <<= shift;
+      sign_exponent = static_cast<std::uint16_t>(sign_exponent | (16383 + 63 - shift));
+    }
+    unsigned char bits[sizeof(Number)] = {};
+    std::memcpy(bits, &value, sizeof value);
+    std::memcpy(bits + sizeof value, &sign_exponent, sizeof sign_exponent);
+    std::memcpy(&number, bits, sizeof number);
+#else
+    const Number magnitude = static_cast<Number>(value);
+    number = negative ? -magnitude : magnitude;
+#endif
+  }
+
+  // The number of digits that the eight bytes at p start with, which are
+  // appended to value. Little-endian: the first character lands in the lowest
+  // byte; elsewhere the caller goes on one by one.
+  static int leading_digits(const char* p, std::uint64_t& value) {
+    if (__BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__) return 0;
+    std::uint64_t word;
+    std::memcpy(&word, p, sizeof word);
+    // A digit byte is 0x30..0x39: high nibble 3, and no carry out of the low
+    // nibble when 6 is added. Carries run only into later bytes, behind the
+    // first one that is no digit, so that one is found exactly.
+    const std::uint64_t tested = (word & 0xF0F0F0F0F0F0F0F0u) | (((word + 0x0606060606060606u) & 0xF0F0F0F0F0F0F0F0u) >> 4);
+    const std::uint64_t other = tested ^ 0x3333333333333333u;
+    const int run = other == 0 ? 8 : __builtin_ctzll(other) >> 3;
+    if (run == 0) return 0;
+    // The digits, moved to the top bytes, read as a number with leading zeros.
+    std::uint64_t chunk = (word - 0x3030303030303030u) << (8 * (8 - run));
+    chunk = (chunk * 10 + (chunk >> 8)) & 0x00FF00FF00FF00FFu;
+    chunk = (chunk * 100 + (chunk >> 16)) & 0x0000FFFF0000FFFFu;
+    chunk = (chunk * 10000 + (chunk >> 32)) & 0xFFFFFFFFu;
+    static constexpr std::uint64_t kScale[9] = {1,      10,      100,      1000,      10000,
+                                                100000, 1000000, 10000000, 100000000};
+    value = value * kScale[run] + chunk;
+    return run;
   }
 
   const char* begin_;
@@ -176,6 +321,29 @@ class BufferSource {
 /// The calling thread's stack of array elements under construction.
 std::vector<Value*>& element_scratch();
 
+/// The string object of a string value, as a block (see allocate_block).
+String* new_string();
+String* new_string(const char* text, std::size_t size);
+void delete_string(String* text) noexcept;
+
+/// Owns a string from new_string() until a value adopts it.
+class StringBlock {
+ public:
+  StringBlock() : text_(new_string()) {}
+  ~StringBlock() { delete_string(text_); }
+  StringBlock(const StringBlock&) = delete;
+  StringBlock& operator=(const StringBlock&) = delete;
+  String& operator*() const { return *text_; }
+  String* release() {
+    String* text = text_;
+    text_ = nullptr;
+    return text;
+  }
+
+ private:
+  String* text_;
+};
+
 template <class Source>
 class Reader {
  public:
@@ -184,54 +352,70 @@ class Reader {
   bool object(Object& object) {
     object.reset();
     const DepthGuard guard(depth_);
-    if (guard.too_deep() || !match("{")) return false;
-    if (match("}")) return true;
+    if (guard.too_deep() || !match('{')) return false;
+    if (match('}')) return true;
     KeyInserter keys(key_order_, depth_);
-    std::string key;
+    std::string key;  // a key read with escapes, or from a stream
     for (;;) {
-      key.clear();
-      if (!string(key)) {
-        if (in_.peek() == '}') break;
-        return false;
+      const char* key_text = nullptr;
+      std::size_t key_size = 0;
+      if (!in_.plain_string(key_text, key_size)) {
+        key.clear();
+        if (!parse_string(key)) {
+          if (in_.peek() == '}') break;
+          return false;
+        }
+        key_text = key.data();
+        key_size = key.size();
       }
-      if (!match(":")) return false;
+      if (!match(':')) return false;
       auto value = std::make_unique<Value>();
       if (!this->value(*value)) break;
-      keys.store(object.values_, std::move(key), std::move(value));
-      if (!match(",")) break;
+      keys.store(object.values_, key_text, key_size, std::move(value));
+      if (!match(',')) break;
     }
-    return match("}");
+    return match('}');
   }
 
   bool array(Array& array) {
     array.reset();
     const DepthGuard guard(depth_);
-    if (guard.too_deep() || !match("[")) return false;
-    if (match("]")) return true;
+    if (guard.too_deep() || !match('[')) return false;
+    if (match(']')) return true;
     const ElementCollector elements(elements_, array.values_);
     for (;;) {
       auto value = std::make_unique<Value>();
       if (!this->value(*value)) break;
       elements_.push_back(value.get());
       value.release();
-      if (!match(",")) break;
+      if (!match(',')) break;
     }
-    return match("]");
+    return match(']');
   }
 
   // Tries the kinds in a fixed order and takes the first that succeeds.
   bool value(Value& value) {
     value.reset();
     value.type_ = Value::Type::Invalid;
+    const char* text = nullptr;
+    std::size_t size = 0;
+    if (in_.plain_string(text, size)) {
+      value.content_.string = new_string(text, size);
+      value.type_ = Value::Type::String;
+      return true;
+    }
     char quote = 0;
     if (opening_quote(quote)) {
-      auto text = std::make_unique<String>();
-      if (string_body(quote, *text)) return adopt(value, Value::Type::String, &Value::Content::string, text);
+      StringBlock text;
+      if (string_body(quote, *text)) {
+        value.content_.string = text.release();
+        value.type_ = Value::Type::String;
+        return true;
+      }
     }
-    Number number = 0;
-    if (this->number(number)) {
+    // The value owns nothing here, so the number may go straight in.
+    if (this->number(value.content_.number)) {
       value.type_ = Value::Type::Number;
-      value.content_.number = number;
       return true;
     }
     Boolean flag = false;
@@ -285,14 +469,15 @@ class Reader {
     KeyInserter& operator=(const KeyInserter&) = delete;
 
     // A repeated key keeps its place; the later value replaces the earlier.
-    void store(Object::Map& map, std::string&& key, std::unique_ptr<Value> value) {
+    void store(Object::Map& map, const char* key, std::size_t key_size, std::unique_ptr<Value> value) {
       if (order_.successors.size() <= depth_) order_.successors.resize(depth_ + 1);
       std::vector<int>& successors = order_.successors[depth_];
       const std::size_t position = order_.stored.size() - base_;
       const auto hint = position < successors.size() ? iterator_at(map, successors[position]) : map.end();
       const std::size_t size_before = map.size();
       // emplace_hint checks the hint once; the hinted try_emplace does it twice.
-      const auto slot = map.emplace_hint(hint, std::move(key), value.get());
+      const auto slot = map.emplace_hint(hint, std::piecewise_construct, std::forward_as_tuple(key, key_size),
+                                         std::forward_as_tuple(value.get()));
       if (map.size() == size_before) {
         delete slot->second;
         slot->second = value.get();
@@ -350,6 +535,20 @@ class Reader {
     return true;
   }
 
+  // match() of a single character. Where the next character is at hand and
+  // no white space, it decides alone: taken when it is the one sought, and a
+  // mismatch that leaves the input as it was unless it may start a comment.
+  bool match(char expected) {
+    const int next = in_.next_plain();
+    if (next == static_cast<unsigned char>(expected)) {
+      in_.skip_plain();
+      return true;
+    }
+    if (next >= 0 && next != '/') return false;
+    const char pattern[2] = {expected, '\0'};
+    return match(pattern);
+  }
+
   // Skips white space and comments, then takes the pattern whole or puts
   // back what it had taken of it.
   bool match(const char* pattern) {
@@ -364,7 +563,7 @@ class Reader {
         continue;
       }
       in_.putback(c);
-      if (comment()) continue;
+      if (parse_comment()) continue;
       while (next != pattern) in_.putback(*--next);
       return false;
     }
@@ -373,7 +572,7 @@ class Reader {
 
   // `//` up to a line end, and the white space behind it. Any other use of
   // '/' is left on the input.
-  bool comment() {
+  bool parse_comment() {
     if (in_.peek() != '/') return false;
     char c = 0;
     in_.get(c);
@@ -390,7 +589,7 @@ class Reader {
   }
 
   bool opening_quote(char& quote) {
-    if (match("\"")) {
+    if (match('"')) {
       quote = '"';
       return true;
     }
@@ -402,7 +601,8 @@ class Reader {
     return false;
   }
 
-  bool string(std::string& text) {
+  // A quoted string: double quotes, or single ones, closed by the same.
+  bool parse_string(std::string& text) {
     char quote = 0;
     return opening_quote(quote) && string_body(quote, text);
   }
@@ -456,6 +656,16 @@ class Reader {
 
   // Whatever `>> long double` accepts; on failure the input is as before.
   bool number(Number& number) {
+    // A character that no number starts with fails the extraction without
+    // taking anything, which the seek back would undo anyway.
+    const int next = in_.next_plain();
+    if (next >= 0) {
+      if (static_cast<unsigned>(next - '0') < 10 || next == '-') {
+        if (in_.extract_integer(number)) return true;
+      } else if (next != '+' && next != '.') {
+        return false;
+      }
+    }
     in_.skip_space();
     const auto start = in_.tell();
     if (in_.extract(number)) return true;
