@@ -1,6 +1,8 @@
 #include "HuaweiJSONChangeListRequests.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <list>
 
 #include "ArrayNumbers.h"
@@ -24,12 +26,59 @@ void writeDecoderLine(int level, int line, const char* format, Arguments... argu
   }
 }
 
-void replaceFirst(std::string& text, const char* pattern, const char* replacement) {
-  const std::string::size_type at = text.find(pattern);
-  if (at != std::string::npos) text.replace(at, 2, replacement);
+}  // namespace
+
+namespace HuaweiPageRepair {
+
+void repair(std::string& page) {
+  // The same result as: replace the first "[ with [, then the first ]" of that text with ], then
+  // erase every backslash; done in one pass. Dropping the quote of "[ cannot create a ]", but it
+  // breaks one that ends in that very quote, which the search therefore skips.
+  const std::string::size_type openingQuote = page.find("\"[");
+  std::string::size_type closingQuote = std::string::npos;
+  for (std::string::size_type at = page.find("]\""); at != std::string::npos; at = page.find("]\"", at + 1)) {
+    if (at + 1 != openingQuote) {
+      closingQuote = at + 1;
+      break;
+    }
+  }
+  // Backslashes come every few bytes in a page, so a branch-free copy beats searching for them.
+  char* const text = &page[0];
+  std::string::size_type write = 0;
+  const auto keepAllButBackslashes = [&](std::string::size_type from, std::string::size_type to) {
+    const auto keepByte = [&](std::string::size_type at) {
+      const char c = text[at];
+      text[write] = c;
+      write += c != '\\';
+    };
+    std::string::size_type read = from;
+    for (; read + 8 <= to; read += 8) {
+      // A word without backslash moves whole (the zero-byte test on the word xor backslashes).
+      std::uint64_t word;
+      std::memcpy(&word, text + read, 8);
+      const std::uint64_t probe = word ^ 0x5C5C5C5C5C5C5C5CULL;
+      if (((probe - 0x0101010101010101ULL) & ~probe & 0x8080808080808080ULL) == 0) {
+        std::memmove(text + write, text + read, 8);
+        write += 8;
+      } else {
+        for (std::string::size_type at = read; at < read + 8; ++at) keepByte(at);
+      }
+    }
+    for (; read < to; ++read) keepByte(read);
+  };
+  std::string::size_type dropped[2] = {openingQuote, closingQuote};
+  if (dropped[1] < dropped[0]) std::swap(dropped[0], dropped[1]);
+  std::string::size_type from = 0;
+  for (const std::string::size_type at : dropped) {
+    if (at == std::string::npos) break;
+    keepAllButBackslashes(from, at);
+    from = at + 1;
+  }
+  keepAllButBackslashes(from, page.size());
+  page.resize(write);
 }
 
-}  // namespace
+}  // namespace HuaweiPageRepair
 
 HuaweiJSONGetChangeListSession::HuaweiJSONGetChangeListSession(unsigned long long const& jobId,
                                                                std::string const& baseSnapshotId,
@@ -80,9 +129,7 @@ bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
 
   // "changeList":"[{\"inode\":...}]" becomes "changeList":[{"inode":...}]. Every backslash goes,
   // also one that a file name held.
-  replaceFirst(response, "\"[", "[");
-  replaceFirst(response, "]\"", "]");
-  response.erase(std::remove(response.begin(), response.end(), '\\'), response.end());
+  HuaweiPageRepair::repair(response);
 
   jsonxx::Object answer;
   answer.parse(response);
@@ -115,6 +162,31 @@ bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
   return true;
 }
 
+namespace {
+
+// The entry keys, told apart by length and first letter (each pair is unique); -1 for any other.
+int changeKeyOf(const std::string& key) {
+  if (key.empty()) return -1;
+  switch (key.size() * 256 + static_cast<unsigned char>(key[0])) {
+    case 5 * 256 + 'a': return 0;   // aTime
+    case 10 * 256 + 'c': return 1;  // changeType
+    case 5 * 256 + 'c': return 2;   // cTime
+    case 6 * 256 + 'c': return 3;   // crTime
+    case 7 * 256 + 'd': return 4;   // dosAttr
+    case 5 * 256 + 'f': return 5;   // fType
+    case 8 * 256 + 'f': return 6;   // filePath
+    case 5 * 256 + 'g': return 7;   // group
+    case 5 * 256 + 'i': return 8;   // inode
+    case 5 * 256 + 'l': return 9;   // links
+    case 5 * 256 + 'm': return 10;  // mTime
+    case 5 * 256 + 'o': return 11;  // owner
+    case 4 * 256 + 's': return 12;  // size
+    default: return -1;
+  }
+}
+
+}  // namespace
+
 bool HuaweiJSONGetChangeListResult::readChange(jsonxx::Object& entry, _HuaweiSnapshotChangeList& change) {
   // One walk over the entry's sorted members finds every key; the keys are then read in the
   // array's order, and one that is absent or mistyped goes through the asserting getter, which
@@ -125,11 +197,9 @@ bool HuaweiJSONGetChangeListResult::readChange(jsonxx::Object& entry, _HuaweiSna
                                                 "fType", "filePath", "group", "inode", "links",
                                                 "mTime", "owner", "size"};
   jsonxx::Value* found[kKeyCount] = {};
-  int next = 0;
   for (const auto& member : entry.kv_map()) {
-    while (next < kKeyCount && member.first.compare(kNames[next]) > 0) ++next;
-    if (next == kKeyCount) break;
-    if (member.first == kNames[next]) found[next++] = member.second;
+    const int key = changeKeyOf(member.first);
+    if (key >= 0 && member.first == kNames[key]) found[key] = member.second;
   }
   const auto number = [&](Key key) -> long double {
     if (found[key] == nullptr || !found[key]->is<jsonxx::Number>()) return entry.get<long double>(kNames[key]);

@@ -8,6 +8,14 @@
 #include "HuaweiJSONBase.h"
 #include "jsonxx.h"
 
+namespace HuaweiPageRepair {
+
+// The text repair of a change-list page: the array sends the list as a string holding the escaped
+// text of an array. The first "[ becomes [, then the first ]" becomes ], then every backslash goes.
+void repair(std::string& page);
+
+}  // namespace HuaweiPageRepair
+
 class HuaweiJSONGetChangeListSession : public HuaweiJSONBase {
  public:
   HuaweiJSONGetChangeListSession(unsigned long long const& jobId, std::string const& baseSnapshotId,

@@ -38,13 +38,6 @@ std::string makePage(int count) {
          "\"error\":{\"code\":0,\"description\":\"0\"}}";
 }
 
-// The text repair of the decoder, repeated here to time it apart.
-void repair(std::string& text) {
-  text.replace(text.find("\"["), 2, "[");
-  text.replace(text.find("]\""), 2, "]");
-  text.erase(std::remove(text.begin(), text.end(), '\\'), text.end());
-}
-
 }  // namespace
 
 int main() {
@@ -68,18 +61,26 @@ int main() {
         request.parseResponse(text);
       },
       iterations);
+  // The benchmark copies the page before each decode, because the decoder repairs the text in
+  // place; the library decodes the string the transport received and makes no such copy.
+  const double copyOnly = zrbench::medianSecondsPerIteration(
+      [&] {
+        std::string text = wire;
+        asm volatile("" : : "r"(text.data()) : "memory");
+      },
+      iterations);
   // Where the decode's time goes: the copy and text repair alone, then with the document model's
   // parse (and the free of its tree), the rest being the records.
   const double repairOnly = zrbench::medianSecondsPerIteration(
       [&] {
         std::string text = wire;
-        repair(text);
+        HuaweiPageRepair::repair(text);
       },
       iterations);
   const double repairAndParse = zrbench::medianSecondsPerIteration(
       [&] {
         std::string text = wire;
-        repair(text);
+        HuaweiPageRepair::repair(text);
         jsonxx::Object answer;
         answer.parse(text);
       },
@@ -103,9 +104,14 @@ int main() {
               megabytes / rapidWire);
   std::printf("%-48s %9.1f us  %7.1f MB/s\n", "RapidJSON DOM, page text repaired", rapidRepaired * 1e6,
               megabytes / rapidRepaired);
-  std::printf("  of which copy + repair %.1f us, document model parse + free %.1f us, records %.1f us\n",
-              repairOnly * 1e6, (repairAndParse - repairOnly) * 1e6, (decode - repairAndParse) * 1e6);
-  std::printf("ratio decode / RapidJSON (page as sent):  %.2fx of RapidJSON's throughput\n", rapidWire / decode);
-  std::printf("ratio decode / RapidJSON (page repaired): %.2fx of RapidJSON's throughput\n", rapidRepaired / decode);
+  const double decodeOnly = decode - copyOnly;
+  std::printf("  of which the benchmark's copy %.1f us, repair %.1f us, document model parse + free %.1f us, records %.1f us\n",
+              copyOnly * 1e6, (repairOnly - copyOnly) * 1e6, (repairAndParse - repairOnly) * 1e6,
+              (decode - repairAndParse) * 1e6);
+  // RapidJSON's figure swings with the heap's state; the verdict takes its faster run (target >= 0.40x).
+  const double rapid = std::min(rapidWire, rapidRepaired);
+  std::printf("ratio decode / RapidJSON: %.2fx of RapidJSON's throughput, %.2fx with the benchmark's copy "
+              "(RapidJSON as sent %.0f us, repaired %.0f us)\n",
+              rapid / decodeOnly, rapid / decode, rapidWire * 1e6, rapidRepaired * 1e6);
   return 0;
 }

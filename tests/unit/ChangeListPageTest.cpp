@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -64,6 +66,34 @@ TEST(ChangeListPage, BackslashesOfNamesAreRemovedBeforeAnythingElse) {
   std::string answer = page({entry("a\\\\\\\\b")});
   ASSERT_TRUE(request.parseResponse(answer));
   EXPECT_EQ(request.getChangeListInfo("s").changes.front().filePath, "ab");
+}
+
+// The repair in the words of the array's format: three steps, each over the whole text.
+std::string repairedStepByStep(std::string text) {
+  std::string::size_type at = text.find("\"[");
+  if (at != std::string::npos) text.replace(at, 2, "[");
+  at = text.find("]\"");
+  if (at != std::string::npos) text.replace(at, 2, "]");
+  text.erase(std::remove(text.begin(), text.end(), '\\'), text.end());
+  return text;
+}
+
+TEST(ChangeListPage, OnePassRepairEqualsTheThreeSteps) {
+  std::mt19937 random(7);
+  const char alphabet[] = {'"', '[', ']', '\\', 'a'};
+  for (const std::string& corner : {std::string("]\"[x]\""), std::string("\"["), std::string("]\""), std::string("\\\\"),
+                                    std::string(""), std::string("\"[]\"")}) {
+    std::string text = corner;
+    HuaweiPageRepair::repair(text);
+    EXPECT_EQ(text, repairedStepByStep(corner)) << corner;
+  }
+  for (int round = 0; round < 20000; ++round) {
+    std::string text(random() % 12, ' ');
+    for (char& c : text) c = alphabet[random() % sizeof alphabet];
+    std::string repaired = text;
+    HuaweiPageRepair::repair(repaired);
+    ASSERT_EQ(repaired, repairedStepByStep(text)) << text;
+  }
 }
 
 TEST(ChangeListPage, UnparsableTextIsFalse) {
