@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <list>
+#include <string_view>
 
 #include "ArrayNumbers.h"
 #include "CLogWriterInterface.h"
@@ -46,25 +47,32 @@ void repair(std::string& page) {
   char* const text = &page[0];
   std::string::size_type write = 0;
   const auto keepAllButBackslashes = [&](std::string::size_type from, std::string::size_type to) {
-    const auto keepByte = [&](std::string::size_type at) {
-      const char c = text[at];
-      text[write] = c;
-      write += c != '\\';
-    };
     std::string::size_type read = from;
     for (; read + 8 <= to; read += 8) {
-      // A word without backslash moves whole (the zero-byte test on the word xor backslashes).
+      // Eight bytes at a time: the backslash bytes are found with an exact per-byte test and
+      // squeezed out of the word in a register, highest first, before the word is stored whole.
       std::uint64_t word;
       std::memcpy(&word, text + read, 8);
       const std::uint64_t probe = word ^ 0x5C5C5C5C5C5C5C5CULL;
-      if (((probe - 0x0101010101010101ULL) & ~probe & 0x8080808080808080ULL) == 0) {
-        std::memmove(text + write, text + read, 8);
-        write += 8;
-      } else {
-        for (std::string::size_type at = read; at < read + 8; ++at) keepByte(at);
+      std::uint64_t backslashes =
+          ~(((probe & 0x7F7F7F7F7F7F7F7FULL) + 0x7F7F7F7F7F7F7F7FULL) | probe) & 0x8080808080808080ULL;
+      int kept = 8;
+      while (backslashes != 0) {
+        const int bit = 63 - __builtin_clzll(backslashes);
+        const int shift = bit - 7;  // first bit of that byte
+        const std::uint64_t below = word & ((1ULL << shift) - 1);
+        word = shift == 56 ? below : (below | ((word >> (shift + 8)) << shift));
+        backslashes &= ~(1ULL << bit);
+        --kept;
       }
+      std::memcpy(text + write, &word, 8);  // write <= read: only bytes already read are overwritten
+      write += static_cast<std::string::size_type>(kept);
     }
-    for (; read < to; ++read) keepByte(read);
+    for (; read < to; ++read) {
+      const char c = text[read];
+      text[write] = c;
+      write += c != '\\';
+    }
   };
   std::string::size_type dropped[2] = {openingQuote, closingQuote};
   if (dropped[1] < dropped[0]) std::swap(dropped[0], dropped[1]);
@@ -150,13 +158,12 @@ bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
 
   std::list<_HuaweiSnapshotChangeList> changes;
   for (unsigned int i = 0; i < changeList.size(); ++i) {
-    _HuaweiSnapshotChangeList change;
+    _HuaweiSnapshotChangeList& change = changes.emplace_back();
     if (!readChange(changeList.get<jsonxx::Object>(i), change)) {
       debug.DebugLvl(kLog, -1, m_jobId, "Unable to modify the file name[%s] with special characters.",
                      change.filePath.c_str());
       return false;
     }
-    changes.push_back(std::move(change));
   }
   m_info.changes = std::move(changes);
   return true;
@@ -193,16 +200,16 @@ bool HuaweiJSONGetChangeListResult::readChange(jsonxx::Object& entry, _HuaweiSna
   // ends the process at the same place as a direct read would.
   enum Key { kATime, kChangeType, kCTime, kCrTime, kDosAttr, kFType, kFilePath, kGroup, kInode, kLinks, kMTime,
              kOwner, kSize, kKeyCount };
-  static const char* const kNames[kKeyCount] = {"aTime", "changeType", "cTime", "crTime", "dosAttr",
+  static const std::string_view kNames[kKeyCount] = {"aTime", "changeType", "cTime", "crTime", "dosAttr",
                                                 "fType", "filePath", "group", "inode", "links",
                                                 "mTime", "owner", "size"};
   jsonxx::Value* found[kKeyCount] = {};
   for (const auto& member : entry.kv_map()) {
     const int key = changeKeyOf(member.first);
-    if (key >= 0 && member.first == kNames[key]) found[key] = member.second;
+    if (key >= 0 && std::string_view(member.first) == kNames[key]) found[key] = member.second;
   }
   const auto number = [&](Key key) -> long double {
-    if (found[key] == nullptr || !found[key]->is<jsonxx::Number>()) return entry.get<long double>(kNames[key]);
+    if (found[key] == nullptr || !found[key]->is<jsonxx::Number>()) return entry.get<long double>(std::string(kNames[key]));
     return found[key]->get<jsonxx::Number>();
   };
 

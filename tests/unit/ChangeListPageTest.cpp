@@ -88,7 +88,7 @@ TEST(ChangeListPage, OnePassRepairEqualsTheThreeSteps) {
     EXPECT_EQ(text, repairedStepByStep(corner)) << corner;
   }
   for (int round = 0; round < 20000; ++round) {
-    std::string text(random() % 12, ' ');
+    std::string text(random() % 40, ' ');
     for (char& c : text) c = alphabet[random() % sizeof alphabet];
     std::string repaired = text;
     HuaweiPageRepair::repair(repaired);
