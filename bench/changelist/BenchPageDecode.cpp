@@ -8,41 +8,14 @@
 #include <rapidjson/document.h>
 
 #include "BenchClock.h"
+#include "ChangeListPageText.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "TkLogSink.h"
 #include "jsonxx.h"
 
-namespace {
-
-// A page of `count` entries as the array sends it: the list is a string holding escaped JSON text.
-std::string makePage(int count) {
-  std::mt19937_64 random(42);
-  const char* names[] = {"report final.docx", "photo-\xc3\xa9t\xc3\xa9.jpg", "a&amp;b&#40;1&#41;.txt", "data.bin",
-                         "notes"};
-  std::string list;
-  for (int i = 0; i < count; ++i) {
-    const unsigned long long big = random();
-    char entry[640];
-    std::snprintf(entry, sizeof entry,
-                  "{\\\"inode\\\":%llu,\\\"changeType\\\":%d,\\\"fType\\\":%d,\\\"filePath\\\":\\\"/export/home/user%d/"
-                  "projects/dir%d/%s\\\",\\\"crTime\\\":%llu,\\\"cTime\\\":%llu,\\\"mTime\\\":%llu,\\\"aTime\\\":%llu,"
-                  "\\\"owner\\\":%d,\\\"group\\\":%d,\\\"size\\\":%llu,\\\"links\\\":1,\\\"dosAttr\\\":32}",
-                  big, i % 3, i % 2, i % 50, i % 7, names[i % 5], 1700000000ULL + i, 1700000100ULL + i,
-                  1700000200ULL + i, 1700000300ULL + i, 1000 + i % 10, 100, big >> 20);
-    list += (i ? "," : "");
-    list += entry;
-  }
-  return "{\"data\":{\"changeList\":\"[" + list +
-         "]\",\"numChanges\":\"1000\",\"progress\":\"42\",\"linkPos\":\"18446744073709551614\","
-         "\"linkPosType\":\"255\",\"posObj\":\"1000\",\"posOffset\":\"0\",\"posType\":\"1\"},"
-         "\"error\":{\"code\":0,\"description\":\"0\"}}";
-}
-
-}  // namespace
-
 int main() {
   tklog::SetMaxLevel(4);  // the decoder's level-6 lines are off, as in production
-  const std::string wire = makePage(1000);
+  const std::string wire = zrbench::changeListPageText(1000, true);
   std::string repaired = wire;
   {
     HuaweiJSONGetChangeListResult request(1);
