@@ -1,3 +1,4 @@
+#include "WrittenText.h"
 #include "jsonxx.h"
 
 #include <gtest/gtest.h>
@@ -14,13 +15,6 @@ using jsonxx::Number;
 using jsonxx::Object;
 using jsonxx::String;
 using jsonxx::Value;
-
-template <class T>
-std::string written(const T& tree) {
-  std::ostringstream out;
-  out << tree;
-  return out.str();
-}
 
 Object parsed(const std::string& text) {
   Object object;

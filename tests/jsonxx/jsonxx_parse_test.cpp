@@ -1,3 +1,4 @@
+#include "WrittenText.h"
 #include "jsonxx.h"
 
 #include <gtest/gtest.h>
@@ -10,13 +11,6 @@ namespace {
 using jsonxx::Array;
 using jsonxx::Object;
 using jsonxx::Value;
-
-template <class T>
-std::string written(const T& tree) {
-  std::ostringstream out;
-  out << tree;
-  return out.str();
-}
 
 std::string nested_arrays(int depth) {
   return "{\"a\":" + std::string(depth, '[') + std::string(depth, ']') + "}";

@@ -2,6 +2,7 @@
 // lists, and a block freed on another thread joins that thread's lists; none
 // of this may mix up two trees, lose memory without bound, or break when
 // trees outlive the thread that built them or the process's own teardown.
+#include "WrittenText.h"
 #include "jsonxx.h"
 
 #include <gtest/gtest.h>
@@ -24,13 +25,6 @@ namespace {
 using jsonxx::Array;
 using jsonxx::Object;
 using jsonxx::Value;
-
-template <class T>
-std::string written(const T& tree) {
-  std::ostringstream out;
-  out << tree;
-  return out.str();
-}
 
 // A change-list page of `entries` records; `seed` makes each page differ.
 std::string page(int entries, int seed) {
