@@ -40,6 +40,14 @@ class Reader;
 void* allocate_block(std::size_t size);
 void free_block(void* block, std::size_t size) noexcept;
 
+/// Makes the classes that derive from it (values, arrays, objects) blocks of the pool.
+struct PooledBlock {
+  static void* operator new(std::size_t size) { return allocate_block(size); }
+  static void operator delete(void* block, std::size_t size) noexcept { free_block(block, size); }
+  static void* operator new(std::size_t, void* where) noexcept { return where; }
+  static void operator delete(void*, void*) noexcept {}
+};
+
 /// The order of the keys of an Object: std::string's own (bytes compared as
 /// unsigned char, a prefix before the longer key), done in line. Keys are
 /// short and mostly differ in their first bytes, and the library's memcmp
@@ -84,7 +92,7 @@ void assertion(const char* file, int line, const char* expression, bool ok);
 /// A tagged union: a number, string, boolean, null, array or object, or
 /// invalid. Strings, arrays and objects are owned through pointers; copies
 /// are deep.
-class Value {
+class Value : public detail::PooledBlock {
  public:
   /// The kinds; the numbering is fixed and other parts of the library rely on it.
   enum class Type : int { Number = 0, String = 1, Boolean = 2, Null = 3, Array = 4, Object = 5, Invalid = 6 };
@@ -96,12 +104,6 @@ class Value {
   Value& operator=(const Value& other);
   Value& operator=(Value&& other) noexcept;
   ~Value();
-
-  // Values, arrays and objects are blocks (see detail::allocate_block).
-  static void* operator new(std::size_t size) { return detail::allocate_block(size); }
-  static void operator delete(void* block, std::size_t size) noexcept { detail::free_block(block, size); }
-  static void* operator new(std::size_t, void* where) noexcept { return where; }
-  static void operator delete(void*, void*) noexcept {}
 
   Value(const String& text);
   Value(String&& text);
@@ -158,7 +160,7 @@ class Value {
 };
 
 /// An ordered array of owned values.
-class Array {
+class Array : public detail::PooledBlock {
  public:
   using Container = std::vector<Value*>;
 
@@ -172,12 +174,6 @@ class Array {
   /// Value that holds an array gives an array of one array.
   Array& operator=(const Value& value);
   ~Array();
-
-  // Values, arrays and objects are blocks (see detail::allocate_block).
-  static void* operator new(std::size_t size) { return detail::allocate_block(size); }
-  static void operator delete(void* block, std::size_t size) noexcept { detail::free_block(block, size); }
-  static void* operator new(std::size_t, void* where) noexcept { return where; }
-  static void operator delete(void*, void*) noexcept {}
 
   /// Parses an array; see Object::parse for what the parser accepts.
   bool parse(const std::string& text);
@@ -212,7 +208,7 @@ class Array {
 };
 
 /// A sorted map from keys to owned values.
-class Object {
+class Object : public detail::PooledBlock {
  public:
   using Map = std::map<std::string, Value*, detail::KeyLess,
                        detail::BlockAllocator<std::pair<const std::string, Value*>>>;
@@ -225,12 +221,6 @@ class Object {
   Object& operator=(const Object& other);
   Object& operator=(Object&& other) noexcept;
   ~Object();
-
-  // Values, arrays and objects are blocks (see detail::allocate_block).
-  static void* operator new(std::size_t size) { return detail::allocate_block(size); }
-  static void operator delete(void* block, std::size_t size) noexcept { detail::free_block(block, size); }
-  static void* operator new(std::size_t, void* where) noexcept { return where; }
-  static void operator delete(void*, void*) noexcept {}
 
   /// Parses an object, leniently:
   ///  - `//` comments up to the line end may stand before any token;

@@ -14,10 +14,9 @@ struct FirstGenerationTexts {
   std::string parseFailed = kParseFailedText;
 };
 
-class FirstGenerationCall {
+class FirstGenerationCall : public PlainFrameCall {
  public:
-  FirstGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log)
-      : m_frame(transport), m_sessionOpen(sessionOpen), m_log(log) {}
+  using PlainFrameCall::PlainFrameCall;
 
   // False, logged with the operation's name, when no session is open.
   bool guard(const char* operationName);
@@ -30,13 +29,4 @@ class FirstGenerationCall {
   // guard() then exchange().
   bool run(const char* operationName, HuaweiJSONBase& request, const PlainCall& call,
            const FirstGenerationTexts& texts);
-
-  // The code of the last answer that the transport classified (not necessarily this call's).
-  unsigned long long arrayCode() const { return m_frame.arrayCode(); }
-  OperationLog& log() { return m_log; }
-
- private:
-  PlainRequestFrame m_frame;
-  bool m_sessionOpen;
-  OperationLog& m_log;
 };

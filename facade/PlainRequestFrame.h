@@ -36,6 +36,27 @@ class PlainRequestFrame {
   HuaweiApi::ResultStatus m_status;
 };
 
+class OperationLog;
+
+// What the first- and second-generation adapters share: the frame of one call, whether the
+// session was open when the call began, and the operation's log.
+class PlainFrameCall {
+ public:
+  PlainFrameCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log)
+      : m_frame(transport), m_sessionOpen(sessionOpen), m_log(log) {}
+
+  // The code of the last answer that the transport classified (not necessarily this call's).
+  unsigned long long arrayCode() const { return m_frame.arrayCode(); }
+  // The status of this call's last send.
+  const HuaweiApi::ResultStatus& status() const { return m_frame.status(); }
+  OperationLog& log() { return m_log; }
+
+ protected:
+  PlainRequestFrame m_frame;
+  bool m_sessionOpen;
+  OperationLog& m_log;
+};
+
 // Failures that an operation handles itself: given the status of the failed send, true keeps the
 // frame silent about it.
 using OwnArrayCodes = std::function<bool(const HuaweiApi::ResultStatus& status)>;

@@ -16,12 +16,12 @@ struct SecondGenerationTexts {
   std::string parseFailed = std::string("[ERROR] ") + kParseFailedText;
 };
 
-class SecondGenerationCall {
+class SecondGenerationCall : public PlainFrameCall {
  public:
   // signature: the operation's signature as text, e.g.
   // "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)".
   SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log, const char* signature)
-      : m_frame(transport), m_sessionOpen(sessionOpen), m_log(log), m_signature(signature) {}
+      : PlainFrameCall(transport, sessionOpen, log), m_signature(signature) {}
 
   CXoError guard(const char* operationName);
   // "[ERROR] Invalid input parameters" when any of the values is empty.
@@ -32,14 +32,6 @@ class SecondGenerationCall {
   // An error of this operation with the given text.
   CXoError error(const std::string& text) const;
 
-  // The failure of the last exchange, as the transport classified it.
-  const HuaweiApi::ResultStatus& status() const { return m_frame.status(); }
-  unsigned long long arrayCode() const { return m_frame.arrayCode(); }
-  OperationLog& log() { return m_log; }
-
  private:
-  PlainRequestFrame m_frame;
-  bool m_sessionOpen;
-  OperationLog& m_log;
   const char* m_signature;
 };
