@@ -1,6 +1,7 @@
 #include "HuaweiJSONChangeListRequests.h"
 
 #include <algorithm>
+#include <cstdarg>
 #include <cstdint>
 #include <cstring>
 #include <list>
@@ -11,6 +12,7 @@
 #include "ConvertToString.h"
 #include "DeletionAnswer.h"
 #include "HandBuiltBody.h"
+#include "PrintfToString.h"
 #include "ResponseReading.h"
 #include "TkDebug.h"
 
@@ -20,11 +22,14 @@ const int kFileSystemParentType = 40;
 const char kDecoderSignature[] = "bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::string&)";
 
 // The decoder writes through the host's log writer, asking its level first.
-template <typename... Arguments>
-void writeDecoderLine(int level, int line, const char* format, Arguments... arguments) {
-  if (g_ptrLogWriter && g_ptrLogWriter->GetLogLevel() >= level) {
-    g_ptrLogWriter->WriteLog(level, kDecoderSignature, line, format, arguments...);
-  }
+void writeDecoderLine(int level, int line, const char* format, ...) __attribute__((format(printf, 3, 4)));
+void writeDecoderLine(int level, int line, const char* format, ...) {
+  if (!g_ptrLogWriter || g_ptrLogWriter->GetLogLevel() < level) return;
+  va_list arguments;
+  va_start(arguments, format);
+  const std::string text = zrplatform::VFormat(format, arguments);
+  va_end(arguments);
+  g_ptrLogWriter->WriteLog(level, kDecoderSignature, line, "%s", text.c_str());
 }
 
 }  // namespace

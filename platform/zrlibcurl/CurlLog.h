@@ -1,6 +1,9 @@
 // Log lines of the HTTPS client, under the log name "ZRLibCurl".
 #pragma once
 
+#include <cstdarg>
+
+#include "PrintfToString.h"
 #include "TkDebug.h"
 
 namespace zrcurl {
@@ -11,10 +14,13 @@ constexpr int kFailureLevel = 3;
 constexpr int kWarningLevel = 0;
 constexpr int kNoiseLevel = 7;
 
-template <typename... Args>
-void Log(int level, const char* format, Args... args) {
-  TkDebug log(nullptr);
-  log.DebugLvl(kLogName, level, format, args...);
+inline void Log(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
+inline void Log(int level, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const std::string text = zrplatform::VFormat(format, arguments);
+  va_end(arguments);
+  TkDebug(nullptr).DebugLvl(kLogName, level, "%s", text.c_str());
 }
 
 }  // namespace zrcurl
