@@ -19,6 +19,8 @@
 class HuaweiJSONBaseV2;
 class OperationLog;
 class FirstGenerationCall;
+class SecondGenerationCall;
+class ThirdGenerationCall;
 
 class ZrManageHuawei {
  public:
@@ -75,7 +77,10 @@ class ZrManageHuawei {
   bool deleteSnapshotChangeListSession(std::string const& sessionId);
 
  private:
+  // The frames of the three generations of operation, bound to this object's session.
   FirstGenerationCall firstGeneration(OperationLog& log);
+  SecondGenerationCall secondGeneration(OperationLog& log, const char* signature);
+  ThirdGenerationCall thirdGeneration(const char* logName, const char* operationName);
 
   HuaweiRestAPI m_restApi;
   unsigned long long m_jobId;
