@@ -8,6 +8,7 @@
 #pragma once
 
 #include <list>
+#include <vector>
 #include <string>
 
 #include "CXoError.h"
@@ -75,6 +76,21 @@ class ZrManageHuawei {
   bool getSnapshotChangeList(std::string const& parentId, std::string const& baseSnapshotId,
                              std::string const& incrementalSnapshotId, _HuaweiSnapshotChangeListInfo& info);
   bool deleteSnapshotChangeListSession(std::string const& sessionId);
+
+  // ---- Share lookup, CIFS and NFS shares ----
+
+  // ---- LUN and LUN snapshot lookup, LUN snapshot lifecycle ----
+
+  // ---- Initiators, hosts and host groups ----
+
+  // ---- LUN groups ----
+
+  // ---- Mapping views ----
+
+  // ---- LUN provisioning ----
+
+  // ---- Clones ----
+
 
  private:
   // The frames of the three generations of operation, bound to this object's session.
