@@ -19,8 +19,6 @@
 class HuaweiJSONBaseV2;
 class OperationLog;
 class FirstGenerationCall;
-class SecondGenerationCall;
-class ThirdGenerationCall;
 
 class ZrManageHuawei {
  public:
@@ -77,10 +75,7 @@ class ZrManageHuawei {
   bool deleteSnapshotChangeListSession(std::string const& sessionId);
 
  private:
-  // The frames of the three generations of operation, bound to this object's session.
   FirstGenerationCall firstGeneration(OperationLog& log);
-  SecondGenerationCall secondGeneration(OperationLog& log, const char* signature);
-  ThirdGenerationCall thirdGeneration(const char* logName, const char* operationName);
 
   HuaweiRestAPI m_restApi;
   unsigned long long m_jobId;
