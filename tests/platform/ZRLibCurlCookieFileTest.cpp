@@ -127,7 +127,7 @@ TEST_F(ZRLibCurlCookieFile, ContentsSendTheCookiesLibcurlSends) {
     for (const std::string& path : paths) curl_easy_setopt(handle, CURLOPT_COOKIEFILE, path.c_str());
     ASSERT_EQ(curl_easy_perform(handle), CURLE_OK);
     curl_easy_cleanup(handle);
-    const RecordedRequest& byLibcurl = server_.Requests().back();
+    const RecordedRequest byLibcurl = server_.Requests().back();
     EXPECT_EQ(byLibcurl.HasHeader("Cookie") ? byLibcurl.Header("Cookie") : "-", c.cookie) << "libcurl itself";
   }
 }
