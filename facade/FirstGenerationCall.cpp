@@ -14,33 +14,28 @@ bool FirstGenerationCall::argument(const std::string& value, const char* label) 
   return false;
 }
 
-bool FirstGenerationCall::required(const std::string& value, const char* failureText) {
-  if (!value.empty()) return true;
-  m_log.failure("%s", failureText);
-  return false;
-}
-
-bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call, const FailureTexts& texts) {
+bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts,
+                                   const OwnArrayCodes& ownCodes) {
   switch (m_frame.exchange(request, call)) {
     case FrameStep::Completed:
       return true;
     case FrameStep::Build:
-      m_log.failure("%s", texts.buildFailed(kBuildFailedText).c_str());
+      m_log.failure("%s", kBuildFailedText);
       return false;
     case FrameStep::Send:
-      if (!texts.handles(m_frame.status().GetErrorCode())) m_log.failure("%s", texts.requestFailed().c_str());
+      if (!ownCodes || !ownCodes(m_frame.status())) m_log.failure("%s", texts.requestFailed.c_str());
       return false;
     case FrameStep::EmptyResponse:
-      m_log.failure("%s", texts.emptyResponse(kEmptyResponseText).c_str());
+      m_log.failure("%s", texts.emptyResponse.c_str());
       return false;
     case FrameStep::Parse:
-      m_log.failure("%s", texts.parseFailed(kParseFailedText).c_str());
+      m_log.failure("%s", texts.parseFailed.c_str());
       return false;
   }
   return false;
 }
 
 bool FirstGenerationCall::run(const char* operationName, HuaweiJSONBase& request, const PlainCall& call,
-                              const FailureTexts& texts) {
+                              const FirstGenerationTexts& texts) {
   return guard(operationName) && exchange(request, call, texts);
 }

@@ -4,10 +4,15 @@
 
 #include <string>
 
-#include "FailureTexts.h"
 #include "PlainRequestFrame.h"
 
 class OperationLog;
+
+struct FirstGenerationTexts {
+  std::string requestFailed;
+  std::string emptyResponse = kEmptyResponseText;
+  std::string parseFailed = kParseFailedText;
+};
 
 class FirstGenerationCall : public PlainFrameCall {
  public:
@@ -17,11 +22,11 @@ class FirstGenerationCall : public PlainFrameCall {
   bool guard(const char* operationName);
   // False, logged as "The input parameter [<label>] is empty", when value is empty.
   bool argument(const std::string& value, const char* label);
-  // False, logged with the operation's own text, when value is empty.
-  bool required(const std::string& value, const char* failureText);
-  // Build, send, check and parse; logs the text of the failing step. A failed send with a code that
-  // `texts` hands to the operation is left to it, unlogged.
-  bool exchange(HuaweiJSONBase& request, const PlainCall& call, const FailureTexts& texts);
+  // Build, send, check and parse; logs the text of the failing step. A failed send that `ownCodes`
+  // accepts is left to the operation, unlogged.
+  bool exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts,
+                const OwnArrayCodes& ownCodes = OwnArrayCodes());
   // guard() then exchange().
-  bool run(const char* operationName, HuaweiJSONBase& request, const PlainCall& call, const FailureTexts& texts);
+  bool run(const char* operationName, HuaweiJSONBase& request, const PlainCall& call,
+           const FirstGenerationTexts& texts);
 };

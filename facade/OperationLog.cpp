@@ -20,12 +20,18 @@ std::string formatArguments(const char* format, va_list arguments) {
 
 }  // namespace
 
+OperationLog::OperationLog(const char* name, unsigned long long jobId)
+    : m_facadeDebug(nullptr), m_name(name), m_jobId(jobId), m_failuresByError(false) {}
+
+OperationLog::OperationLog(TkDebug& facadeDebug, const char* name, unsigned long long jobId, bool failuresByError)
+    : m_facadeDebug(&facadeDebug), m_name(name), m_jobId(jobId), m_failuresByError(failuresByError) {}
+
 void OperationLog::failure(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   const std::string text = formatArguments(format, arguments);
   va_end(arguments);
-  if (m_failures == Failures::ThroughError) {
+  if (m_failuresByError) {
     target().Error(m_name, "%s", text.c_str());
   } else {
     target().DebugLvl(m_name, -1, static_cast<long long>(m_jobId), "%s", text.c_str());
@@ -38,12 +44,4 @@ void OperationLog::line(int level, const char* format, ...) {
   const std::string text = formatArguments(format, arguments);
   va_end(arguments);
   target().DebugLvl(m_name, level, static_cast<long long>(m_jobId), "%s", text.c_str());
-}
-
-void OperationLog::lineWithoutJob(int level, const char* format, ...) {
-  va_list arguments;
-  va_start(arguments, format);
-  const std::string text = formatArguments(format, arguments);
-  va_end(arguments);
-  target().DebugLvl(m_name, level, "%s", text.c_str());
 }

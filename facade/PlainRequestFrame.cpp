@@ -14,13 +14,11 @@ std::string guardText(const char* operationName) {
 }
 
 FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& call) {
-  m_sent = false;
   std::string body;
   if (call.method == HUAWEI_REQ_POST || call.method == HUAWEI_REQ_PUT) {
     if (!request.buildRequest(body) || body.empty()) return FrameStep::Build;
   }
   std::string response;
-  m_sent = true;
   switch (call.method) {
     case HUAWEI_REQ_GET: m_status = m_transport.get(call.resource, response, call.opType); break;
     case HUAWEI_REQ_POST: m_status = m_transport.post(call.resource, body, response, call.opType); break;

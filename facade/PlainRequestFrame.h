@@ -3,6 +3,7 @@
 // where it stopped; each generation turns that into its own kind of failure.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "HuaweiApiResultStatus.h"
@@ -27,15 +28,12 @@ class PlainRequestFrame {
   FrameStep exchange(HuaweiJSONBase& request, const PlainCall& call);
 
   const HuaweiApi::ResultStatus& status() const { return m_status; }
-  // Whether the request reached the transport (a body that could not be built stops before).
-  bool sent() const { return m_sent; }
   // The array's code of the last classified answer, as the transport keeps it.
   unsigned long long arrayCode() const;
 
  private:
   HuaweiRestAPI& m_transport;
   HuaweiApi::ResultStatus m_status;
-  bool m_sent = false;
 };
 
 class OperationLog;
@@ -51,9 +49,6 @@ class PlainFrameCall {
   unsigned long long arrayCode() const { return m_frame.arrayCode(); }
   // The status of this call's last send.
   const HuaweiApi::ResultStatus& status() const { return m_frame.status(); }
-  bool sent() const { return m_frame.sent(); }
-  // Whether this call's own send failed with the given array code (an earlier answer never counts).
-  bool failedWith(unsigned long long code) const { return m_frame.sent() && m_frame.status().IsError() && m_frame.status().Is(code); }
   OperationLog& log() { return m_log; }
 
  protected:
@@ -61,6 +56,10 @@ class PlainFrameCall {
   bool m_sessionOpen;
   OperationLog& m_log;
 };
+
+// Failures that an operation handles itself: given the status of the failed send, true keeps the
+// frame silent about it.
+using OwnArrayCodes = std::function<bool(const HuaweiApi::ResultStatus& status)>;
 
 // Guard texts name the operation; ZrManageHuawei::init() does not exist, the text stands as it is.
 std::string guardText(const char* operationName);

@@ -3,25 +3,18 @@
 #pragma once
 
 #include <string>
-#include <utility>
 
 #include "CXoError.h"
-#include "FailureTexts.h"
 #include "PlainRequestFrame.h"
-#include "YbString.h"
 
 class OperationLog;
 
-// Most second-generation guards carry the "[ERROR] " prefix; some operations' do not.
-enum class GuardStyle { ErrorPrefix, Bare };
-
-// An argument that must not be empty, with the operation's text for when it is.
-struct RequiredArgument {
-  const std::string& value;
-  const char* failureText;
+struct SecondGenerationTexts {
+  std::string requestFailed;
+  std::string buildFailed = std::string("[ERROR] ") + kBuildFailedText;
+  std::string emptyResponse = std::string("[ERROR] ") + kEmptyResponseText;
+  std::string parseFailed = std::string("[ERROR] ") + kParseFailedText;
 };
-
-extern const char kInvalidInputParametersText[];
 
 class SecondGenerationCall : public PlainFrameCall {
  public:
@@ -30,21 +23,14 @@ class SecondGenerationCall : public PlainFrameCall {
   SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log, const char* signature)
       : PlainFrameCall(transport, sessionOpen, log), m_signature(signature) {}
 
-  // The guard's text names `operationName`, which is not always the operation's own name.
-  CXoError guard(const char* operationName, GuardStyle style = GuardStyle::ErrorPrefix);
-  // The text of the first empty argument, in the given order.
-  CXoError required(std::initializer_list<RequiredArgument> arguments);
+  CXoError guard(const char* operationName);
   // "[ERROR] Invalid input parameters" when any of the values is empty.
   CXoError arguments(std::initializer_list<const std::string*> values);
-  // Build, send, check and parse. Unnamed texts are the "[ERROR] "-prefixed texts of the frame.
-  // After a failed send the operation may read failedWith() or arrayCode() to tell its own words.
-  CXoError exchange(HuaweiJSONBase& request, const PlainCall& call, const FailureTexts& texts);
+  // Build, send, check and parse. After a failed send the operation may read arrayCode() to give
+  // a code of its own meaning its own words.
+  CXoError exchange(HuaweiJSONBase& request, const PlainCall& call, const SecondGenerationTexts& texts);
   // An error of this operation with the given text.
   CXoError error(const std::string& text) const;
-  template <typename... Arguments>
-  CXoError error(const char* format, Arguments... arguments) const {
-    return error(YbString::Format(format, arguments...));
-  }
 
  private:
   const char* m_signature;

@@ -20,8 +20,6 @@
 class HuaweiJSONBaseV2;
 class OperationLog;
 class FirstGenerationCall;
-class SecondGenerationCall;
-class ThirdGenerationCall;
 
 class ZrManageHuawei {
  public:
@@ -93,10 +91,7 @@ class ZrManageHuawei {
 
 
  private:
-  // The frames of the three generations of operation, bound to this object's session.
   FirstGenerationCall firstGeneration(OperationLog& log);
-  SecondGenerationCall secondGeneration(OperationLog& log, const char* signature);
-  ThirdGenerationCall thirdGeneration(const char* logName, const char* operationName);
 
   HuaweiRestAPI m_restApi;
   unsigned long long m_jobId;

@@ -1,7 +1,6 @@
 // Change lists between two file-system snapshots, walked page by page with the caller's cursor.
 #include "ConvertToString.h"
 #include "FirstGenerationCall.h"
-#include "HuaweiArrayCodes.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "HuaweiOpTypes.h"
 #include "OperationLog.h"
@@ -10,6 +9,7 @@
 #include "ZrManageHuawei.h"
 
 namespace {
+const int kFileSystemParentType = 40;
 const char kWalkComplete[] = "100";
 }  // namespace
 
@@ -19,11 +19,11 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
                                                             int const& parentType) {
   (void)parentType;  // the request always names a file system
   HuaweiJSONGetChangeListSession request(m_jobId, baseSnapshotId, incrementalSnapshotId, parentId);
-  OperationLog log = OperationLog::event("ZrManageHuawei::createSnapshotChangeListSession", m_jobId);
+  OperationLog log("ZrManageHuawei::createSnapshotChangeListSession", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.run("createSnapshotChangeListSession", request,
                 {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
-                FailureTexts("Unable to create change list session information"))) {
+                {"Unable to create change list session information"})) {
     return std::string();
   }
   const std::string sessionId = request.getSessionId();
@@ -35,7 +35,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
                                            std::string const& incrementalSnapshotId,
                                            _HuaweiSnapshotChangeListInfo& info) {
   HuaweiJSONGetChangeListResult request(m_jobId);
-  OperationLog log = OperationLog::event("ZrManageHuawei::getSnapshotChangeList", m_jobId);
+  OperationLog log("ZrManageHuawei::getSnapshotChangeList", m_jobId);
   info.changes.clear();
   if (baseSnapshotId.empty() || incrementalSnapshotId.empty()) {
     log.failure("Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]", incrementalSnapshotId.c_str(),
@@ -44,7 +44,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
   }
   if (info.sessionId.empty()) {
     info.sessionId =
-        createSnapshotChangeListSession(parentId, baseSnapshotId, incrementalSnapshotId, HuaweiParentType::FILE_SYSTEM);
+        createSnapshotChangeListSession(parentId, baseSnapshotId, incrementalSnapshotId, kFileSystemParentType);
     if (info.sessionId.empty()) {
       log.failure("Unable to get the Snap Change List Session ID.");
       return false;
@@ -53,7 +53,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
 
   const std::string resource = ResourcePath("fs_snapchangelist_result")
                                    .add("sessionID", info.sessionId)
-                                   .add("parentType", ConvertToString::to_string<int>(HuaweiParentType::FILE_SYSTEM))
+                                   .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
                                    .add("posType", info.posType)
                                    .add("posObj", info.posObj)
                                    .add("posOffset", info.posOffset)
@@ -66,7 +66,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
       YbString::Format("Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].",
                        baseSnapshotId.c_str(), incrementalSnapshotId.c_str());
   const bool fetched =
-      call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, FailureTexts(failure));
+      call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, {failure});
 
   bool sessionOver = !fetched;
   if (fetched) {
@@ -85,12 +85,12 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
 
 bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionId) {
   HuaweiJSONDeleteChangeListSession request(m_jobId);
-  OperationLog log = OperationLog::event("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
+  OperationLog log("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.run("deleteSnapshotChangeListSession", request,
                 {HUAWEI_REQ_DELETE, "fs_snapchangelist_session/" + sessionId,
                  HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
-                FailureTexts("Unable to delete change list session information"))) {
+                {"Unable to delete change list session information"})) {
     return false;
   }
   log.line(0, "Successfully deleted the Session ID[%s]", sessionId.c_str());

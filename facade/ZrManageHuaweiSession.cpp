@@ -5,8 +5,6 @@
 
 #include "ConvertToString.h"
 #include "FirstGenerationCall.h"
-#include "SecondGenerationCall.h"
-#include "ThirdGenerationCall.h"
 #include "HuaweiJSONBaseV2.h"
 #include "HuaweiJSONGetTokenInfo.h"
 #include "HuaweiOpTypes.h"
@@ -69,23 +67,40 @@ bool ZrManageHuawei::createSession() {
 }
 
 bool ZrManageHuawei::setTokenInfo() {
+  static const char kLog[] = "ZrManageHuawei::setTokenInfo";
   HuaweiJSONGetTokenInfo request(m_jobId, m_restApi.getUserName(), m_restApi.getPassword());
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::setTokenInfo", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  const bool loggedIn =
-      call.run("setTokenInfo", request, {HUAWEI_REQ_POST, std::string(), HuaweiOpType::SET_TOKEN_INFO},
-               FailureTexts("Unable to get the base token information"));
-  // The last result is the login's answer, and only when the login was sent.
-  if (call.sent()) m_lastResult = call.status();
-  if (!loggedIn) return false;
+  if (!m_initialized) {
+    m_debug.DebugLvl(kLog, -1, m_jobId, "%s", guardText("setTokenInfo").c_str());
+    return false;
+  }
+
+  std::string body;
+  if (!request.buildRequest(body) || body.empty()) {
+    m_debug.DebugLvl(kLog, -1, m_jobId, "Unable to build the request body");
+    return false;
+  }
+  std::string response;
+  m_lastResult = m_restApi.post(std::string(), body, response, HuaweiOpType::SET_TOKEN_INFO);
+  if (!m_lastResult) {
+    m_debug.DebugLvl(kLog, -1, m_jobId, "Unable to get the base token information");
+    return false;
+  }
+  if (response.empty()) {
+    m_debug.DebugLvl(kLog, -1, m_jobId, "Empty response from the array");
+    return false;
+  }
+  if (!request.parseResponse(response)) {
+    m_debug.DebugLvl(kLog, -1, m_jobId, "Unable to parse the JSON Response");
+    return false;
+  }
 
   std::string baseToken;
   std::string deviceId;
   request.getTokenInformation(baseToken, deviceId, m_vstoreId);
   m_restApi.setBaseToken(baseToken);
   m_restApi.setDeviceId(deviceId);
-  log.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]", baseToken.c_str(),
-           deviceId.c_str(), m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
+  m_debug.DebugLvl(kLog, 5, m_jobId, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]",
+                   baseToken.c_str(), deviceId.c_str(), m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
   return true;
 }
 
@@ -116,17 +131,6 @@ std::string ZrManageHuawei::getvStoreId() { return m_vstoreId; }
 
 FirstGenerationCall ZrManageHuawei::firstGeneration(OperationLog& log) {
   return FirstGenerationCall(m_restApi, m_initialized, log);
-}
-
-SecondGenerationCall ZrManageHuawei::secondGeneration(OperationLog& log, const char* signature) {
-  return SecondGenerationCall(m_restApi, m_initialized, log, signature);
-}
-
-ThirdGenerationCall ZrManageHuawei::thirdGeneration(const char* logName, const char* operationName) {
-  return ThirdGenerationCall(m_debug, logName, m_jobId, operationName,
-                             [this](std::string const& name, HuaweiJSONBaseV2* const& request) {
-                               return ProcessWithServer(name, request);
-                             });
 }
 
 HuaweiApi::ResultStatus ZrManageHuawei::ProcessWithServer(std::string const& operationName,

@@ -7,7 +7,6 @@
 #include <list>
 #include <string_view>
 
-#include "HuaweiArrayCodes.h"
 #include "ArrayNumbers.h"
 #include "CLogWriterInterface.h"
 #include "ConvertToString.h"
@@ -19,6 +18,7 @@
 
 namespace {
 
+const int kFileSystemParentType = 40;
 const char kDecoderSignature[] = "bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::string&)";
 
 // The decoder writes through the host's log writer, asking its level first.
@@ -113,7 +113,7 @@ bool HuaweiJSONGetChangeListSession::buildRequest(std::string& body) {
              .add("parentID", m_parentId)
              .add("baseSnapshotId", m_baseSnapshotId)
              .add("incrementalSnapshotId", m_incrementalSnapshotId)
-             .add("parentType", ConvertToString::to_string<int>(HuaweiParentType::FILE_SYSTEM))
+             .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
              .str();
   return true;
 }

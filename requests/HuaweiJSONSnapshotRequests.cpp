@@ -1,11 +1,14 @@
 #include "HuaweiJSONSnapshotRequests.h"
 
-#include "HuaweiArrayCodes.h"
 #include "ConvertToString.h"
 #include "DeletionAnswer.h"
 #include "HandBuiltBody.h"
 #include "HuaweiVstore.h"
 #include "TkDebug.h"
+
+namespace {
+const int kFileSystemParentType = 40;
+}
 
 HuaweiJSONCreateSnapshot::HuaweiJSONCreateSnapshot(unsigned long long const& jobId,
                                                    unsigned long long const& fileSystemId,
@@ -27,7 +30,7 @@ bool HuaweiJSONCreateSnapshot::buildRequest(std::string& body) {
   HandBuiltBody request;
   request.add("NAME", m_snapshot)
       .add("PARENTID", ConvertToString::to_string(m_fileSystemId))
-      .add("PARENTTYPE", ConvertToString::to_string<int>(HuaweiParentType::FILE_SYSTEM));
+      .add("PARENTTYPE", ConvertToString::to_string<int>(kFileSystemParentType));
   if (!HuaweiVstore::isNone(m_vstoreId)) request.add("vstoreId", m_vstoreId);
   request.add("ENABLESNAPDIFF", m_enableSnapDiff ? "true" : "false");
   body = request.str();

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "ArrayNumbers.h"
-#include "HuaweiArrayCodes.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiRequestTypes.h"
 #include "PasswordMask.h"
@@ -17,6 +16,7 @@ using HuaweiApi::ResultStatus;
 
 namespace {
 
+const unsigned long long kSnapshotDoesNotExist = 1073754118ULL;  // 0x40003006
 
 bool init(ZRLibCurl*& client, unsigned long long const& jobId) {
   TkDebug debug(nullptr);
@@ -251,7 +251,7 @@ bool HuaweiRestAPI::isError(std::string response, int const& opType, ResultStatu
     const std::string& description = error.get<std::string>("description");
     const long double code = error.get<long double>("code");
     status = ResultStatus(HuaweiNumbers::toUnsigned64(code), YbString::Format(description));
-    if (opType == HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT && status.GetErrorCode() == HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST) {
+    if (opType == HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT && status.GetErrorCode() == kSnapshotDoesNotExist) {
       debug.DebugLvl(kLog, 0, m_jobId,
                      "Tried to delete a snapshot that does not exist. Considering the operation as success.");
       status = ResultStatus();
