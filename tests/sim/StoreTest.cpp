@@ -74,7 +74,6 @@ class StoreRoutesTest : public ::testing::Test {
     return options;
   }
   static json Data(const httplib::Result& result) { return SimClient::Envelope(result).value("data", json()); }
-
   arraysim::ArraySimulator sim{Options()};
   SimClient admin{started()}, tenant{sim};
 };
@@ -132,7 +131,7 @@ TEST_F(StoreRoutesTest, AssociationsTakeNumbersOrTextsAndFollowTheirObjects) {
   EXPECT_EQ(SimClient::Code(admin.send("DELETE", untie)), 10);
   EXPECT_EQ(Data(admin.send("GET", "book/associate?ASSOCIATEOBJTYPE=9001&ASSOCIATEOBJID=1")), json::array());
 
-  EXPECT_EQ(tie("9002", "1"), 0);
+  EXPECT_EQ(tie("9002", "1"), 0);  // and gone with its object
   sim.store().erase("book", "1");
   EXPECT_EQ(sim.store().dump()["associations"], json::array());
 }
