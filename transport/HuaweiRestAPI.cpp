@@ -1,8 +1,9 @@
 #include "HuaweiRestAPI.h"
 
-#include <cmath>
+#include <new>
 
 #include "ArrayNumbers.h"
+#include "ErrorObjectReader.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiRequestTypes.h"
 #include "PasswordMask.h"
@@ -46,6 +47,18 @@ bool toHttpMethod(int type, _http_req_type_& method) {
     case HUAWEI_REQ_DELETE: method = HTTP_REQ_DELETE; return true;
     default: return false;
   }
+}
+
+// The client's body as text up to its first zero byte; false when there is no memory for it.
+bool keepResponse(ZRLibCurl& client, unsigned long& size, std::string& response) {
+  const char* received = client.GetHttpResponse(size, false);
+  try {
+    if (received != nullptr) response.assign(received);
+  } catch (const std::bad_alloc&) {
+    response = std::string();
+    return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -187,9 +200,11 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Unable to set the required headers");
   }
 
-  const bool sent = body.empty()
-                        ? client->ZRLibCurlSendHttpReq(method, url.c_str(), nullptr, 0, false, nullptr)
-                        : client->ZRLibCurlSendHttpReq(method, url.c_str(), body.c_str(), body.length(), false, nullptr);
+  bool sent = body.empty()
+                  ? client->ZRLibCurlSendHttpReq(method, url.c_str(), nullptr, 0, false, nullptr)
+                  : client->ZRLibCurlSendHttpReq(method, url.c_str(), body.c_str(), body.length(), false, nullptr);
+  unsigned long size = 0;
+  if (sent) sent = keepResponse(*client, size, response);
   if (!sent) {
     if (body.empty()) {
       debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s]", url.c_str(),
@@ -202,9 +217,6 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error while sending the request");
   }
 
-  unsigned long size = 0;
-  const char* received = client->GetHttpResponse(size, false);
-  if (received != nullptr) response.assign(received);
   const long httpCode = client->GetHttpErrorCode();
   deInit(client);
 
@@ -230,7 +242,7 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
   return ResultStatus();
 }
 
-bool HuaweiRestAPI::isError(std::string response, int const& opType, ResultStatus& status) {
+bool HuaweiRestAPI::isError(std::string const& response, int const& opType, ResultStatus& status) {
   static const char kLog[] = "HuaweiRestAPI::isError";
   TkDebug debug(nullptr);
   status = ResultStatus();
@@ -240,22 +252,27 @@ bool HuaweiRestAPI::isError(std::string response, int const& opType, ResultStatu
   }
 
   debug.DebugLvl(kLog, 5, m_jobId, "Parsing JSON response...");
-  jsonxx::Object answer;
-  answer.parse(response);
-  if (answer.empty()) {
-    debug.DebugLvl(kLog, -1, m_jobId, "Error when parsing the JSON response.");
-    status = ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error when parsing the JSON response");
-  } else {
+  unsigned long long code = 0;
+  std::string description;
+  if (!HuaweiTransport::readPlainErrorObject(response, code, description)) {
+    jsonxx::Object answer;
+    answer.parse(response);
+    if (answer.empty()) {
+      debug.DebugLvl(kLog, -1, m_jobId, "Error when parsing the JSON response.");
+      status = ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error when parsing the JSON response");
+      m_lastStatus = status;
+      return true;
+    }
     // Every answer of the array carries a complete error object: these reads require it.
     jsonxx::Object& error = answer.get<jsonxx::Object>("error");
-    const std::string& description = error.get<std::string>("description");
-    const long double code = error.get<long double>("code");
-    status = ResultStatus(HuaweiNumbers::toUnsigned64(code), YbString::Format(description));
-    if (opType == HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT && status.GetErrorCode() == kSnapshotDoesNotExist) {
-      debug.DebugLvl(kLog, 0, m_jobId,
-                     "Tried to delete a snapshot that does not exist. Considering the operation as success.");
-      status = ResultStatus();
-    }
+    description = error.get<std::string>("description");
+    code = HuaweiNumbers::toUnsigned64(error.get<long double>("code"));
+  }
+  status = ResultStatus(code, YbString::Format(description));
+  if (opType == HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT && status.GetErrorCode() == kSnapshotDoesNotExist) {
+    debug.DebugLvl(kLog, 0, m_jobId,
+                   "Tried to delete a snapshot that does not exist. Considering the operation as success.");
+    status = ResultStatus();
   }
   m_lastStatus = status;
   return status.IsError();

@@ -1,5 +1,5 @@
-// Decoding one change-list page: repair of the array's text, parse by the document model, and the
-// records, beside RapidJSON's DOM parse of the same page text in the same run.
+// Decoding one change-list page: repair of the array's text and the records, beside RapidJSON's DOM
+// parse of the same page text in the same run, and beside the decode through the document model.
 #include <algorithm>
 #include <cstdio>
 #include <random>
@@ -11,7 +11,6 @@
 #include "ChangeListPageText.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "TkLogSink.h"
-#include "jsonxx.h"
 
 int main() {
   tklog::SetMaxLevel(4);  // the decoder's level-6 lines are off, as in production
@@ -42,20 +41,21 @@ int main() {
         asm volatile("" : : "r"(text.data()) : "memory");
       },
       iterations);
-  // Where the decode's time goes: the copy and text repair alone, then with the document model's
-  // parse (and the free of its tree), the rest being the records.
+  // Where the decode's time goes: the copy and text repair alone; the rest is the reading of
+  // the records. Beside it the same page read through the document model, the way of any text
+  // that is not in the array's plain form.
   const double repairOnly = zrbench::medianSecondsPerIteration(
       [&] {
         std::string text = wire;
         HuaweiPageRepair::repair(text);
       },
       iterations);
-  const double repairAndParse = zrbench::medianSecondsPerIteration(
+  const double throughModel = zrbench::medianSecondsPerIteration(
       [&] {
         std::string text = wire;
         HuaweiPageRepair::repair(text);
-        jsonxx::Object answer;
-        answer.parse(text);
+        HuaweiJSONGetChangeListResult request(1);
+        request.readRepairedPage(text, true);
       },
       iterations);
   const double rapidWire = zrbench::medianSecondsPerIteration(
@@ -72,19 +72,21 @@ int main() {
       iterations);
 
   std::printf("page of 1000 entries, %.1f KB\n", static_cast<double>(wire.size()) / 1e3);
-  std::printf("%-48s %9.1f us  %7.1f MB/s\n", "decode (repair + parse + records)", decode * 1e6, megabytes / decode);
+  std::printf("%-48s %9.1f us  %7.1f MB/s\n", "decode (repair + records)", decode * 1e6, megabytes / decode);
+  std::printf("%-48s %9.1f us  %7.1f MB/s\n", "decode through the document model", throughModel * 1e6,
+              megabytes / throughModel);
   std::printf("%-48s %9.1f us  %7.1f MB/s\n", "RapidJSON DOM, page text as sent", rapidWire * 1e6,
               megabytes / rapidWire);
   std::printf("%-48s %9.1f us  %7.1f MB/s\n", "RapidJSON DOM, page text repaired", rapidRepaired * 1e6,
               megabytes / rapidRepaired);
   const double decodeOnly = decode - copyOnly;
-  std::printf("  of which the benchmark's copy %.1f us, repair %.1f us, document model parse + free %.1f us, records %.1f us\n",
-              copyOnly * 1e6, (repairOnly - copyOnly) * 1e6, (repairAndParse - repairOnly) * 1e6,
-              (decode - repairAndParse) * 1e6);
-  // RapidJSON's figure swings with the heap's state; the verdict takes its faster run (target >= 0.40x).
+  std::printf("  of which the benchmark's copy %.1f us, repair %.1f us, records %.1f us\n", copyOnly * 1e6,
+              (repairOnly - copyOnly) * 1e6, (decode - repairOnly) * 1e6);
+  // RapidJSON's figure swings with the heap's state; the verdict takes its faster run (target >= 0.60x).
   const double rapid = std::min(rapidWire, rapidRepaired);
   std::printf("ratio decode / RapidJSON: %.2fx of RapidJSON's throughput, %.2fx with the benchmark's copy "
-              "(RapidJSON as sent %.0f us, repaired %.0f us)\n",
-              rapid / decodeOnly, rapid / decode, rapidWire * 1e6, rapidRepaired * 1e6);
+              "(RapidJSON as sent %.0f us, repaired %.0f us); through the document model %.2fx\n",
+              rapid / decodeOnly, rapid / decode, rapidWire * 1e6, rapidRepaired * 1e6,
+              rapid / (throughModel - copyOnly));
   return 0;
 }
