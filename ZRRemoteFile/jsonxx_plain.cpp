@@ -86,22 +86,10 @@ bool PlainReader::skip_value(int depth) {
   switch (*next_) {
     case '"':
       return skip_string();
-    case '{': {
-      ++next_;
-      if (take('}')) return true;
-      do {
-        skip_space();
-        if (next_ == end_ || *next_ != '"' || !skip_string() || !take(':') || !skip_value(depth + 1)) return false;
-      } while (take(','));
-      return take('}');
-    }
+    case '{':
+      return object([&](std::string_view) { return skip_value(depth + 1); });
     case '[':
-      ++next_;
-      if (take(']')) return true;
-      do {
-        if (!skip_value(depth + 1)) return false;
-      } while (take(','));
-      return take(']');
+      return array([&] { return skip_value(depth + 1); });
     case 't': return literal("true");
     case 'f': return literal("false");
     case 'n': return literal("null");

@@ -36,6 +36,29 @@ class PlainReader {
     return true;
   }
 
+  /// An object, each member's value read by `member(name)`, which answers false to refuse the
+  /// text (a member it does not want it passes over with skip_value()). Names have no escapes.
+  template <class Member>
+  bool object(Member member) {
+    if (!take('{')) return false;
+    if (take('}')) return true;
+    do {
+      std::string_view name;
+      if (!string(name) || !take(':') || !member(name)) return false;
+    } while (take(','));
+    return take('}');
+  }
+  /// An array, each element read by `element()`, which answers false to refuse the text.
+  template <class Element>
+  bool array(Element element) {
+    if (!take('[')) return false;
+    if (take(']')) return true;
+    do {
+      if (!element()) return false;
+    } while (take(','));
+    return take(']');
+  }
+
   /// A string without escapes: the text between its quotes.
   bool string(std::string_view& text);
   /// An integer whose magnitude fits in 64 bits, not followed by a fraction or an exponent.

@@ -12,42 +12,31 @@ namespace {
 
 using jsonxx::PlainReader;
 
+// Every reader below refuses a repeated key: the document model would keep its last value.
+
 bool readEntry(PlainReader& in, _HuaweiSnapshotChangeList& change) {
   using namespace HuaweiChangeEntry;
-  if (!in.take('{')) return false;
   std::uint64_t numbers[kKeyCount] = {};
   unsigned seen = 0;
-  do {
-    std::string_view name, path;
-    if (!in.string(name) || !in.take(':')) return false;
+  const bool plain = in.object([&](std::string_view name) {
     const int key = keyOf(name);
-    if (key < 0) {
-      if (!in.skip_value()) return false;
-      continue;
-    }
-    if (seen & (1u << key)) return false;  // a repeated key: the model keeps the last
+    if (key < 0) return in.skip_value();
+    if (seen & (1u << key)) return false;
     seen |= 1u << key;
+    std::string_view path;
+    PlainReader::Integer number;
     if (key == kFilePath) {
       if (!in.string(path)) return false;
       change.filePath.assign(path);
-    } else {
-      PlainReader::Integer number;
-      if (!in.integer(number)) return false;
-      numbers[key] = number.wrapped();
+      return true;
     }
-  } while (in.take(','));
-  if (!in.take('}') || seen != (1u << kKeyCount) - 1) return false;
+    if (!in.integer(number)) return false;
+    numbers[key] = number.wrapped();
+    return true;
+  });
+  if (!plain || seen != (1u << kKeyCount) - 1) return false;
   storeNumbers(numbers, change);
   return true;
-}
-
-bool readChanges(PlainReader& in, std::list<_HuaweiSnapshotChangeList>& changes) {
-  if (!in.take('[')) return false;
-  if (in.take(']')) return true;
-  do {
-    if (!readEntry(in, changes.emplace_back())) return false;
-  } while (in.take(','));
-  return in.take(']');
 }
 
 bool readData(PlainReader& in, _HuaweiSnapshotChangeListInfo& page) {
@@ -65,27 +54,24 @@ bool readData(PlainReader& in, _HuaweiSnapshotChangeListInfo& page) {
       {"posOffset", &_HuaweiSnapshotChangeListInfo::posOffset},
       {"posType", &_HuaweiSnapshotChangeListInfo::posType}};
   constexpr unsigned kChangeList = 1u << 7, kAll = (1u << 8) - 1;
-  if (!in.take('{')) return false;
   unsigned seen = 0;
-  do {
-    std::string_view name, text;
-    if (!in.string(name) || !in.take(':')) return false;
+  const bool plain = in.object([&](std::string_view name) {
     if (name == "changeList") {
-      if ((seen & kChangeList) || !readChanges(in, page.changes)) return false;
+      if (seen & kChangeList) return false;
       seen |= kChangeList;
-      continue;
+      return in.array([&] { return readEntry(in, page.changes.emplace_back()); });
     }
-    bool cursor = false;
-    for (unsigned i = 0; i < sizeof kCursor / sizeof *kCursor && !cursor; ++i) {
+    for (unsigned i = 0; i < sizeof kCursor / sizeof *kCursor; ++i) {
       if (name != kCursor[i].name) continue;
+      std::string_view text;
       if ((seen & (1u << i)) || !in.string(text)) return false;
       (page.*kCursor[i].field).assign(text);
       seen |= 1u << i;
-      cursor = true;
+      return true;
     }
-    if (!cursor && !in.skip_value()) return false;
-  } while (in.take(','));
-  return in.take('}') && seen == kAll;
+    return in.skip_value();
+  });
+  return plain && seen == kAll;
 }
 
 }  // namespace
@@ -93,19 +79,14 @@ bool readData(PlainReader& in, _HuaweiSnapshotChangeListInfo& page) {
 bool readPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page) {
   _HuaweiSnapshotChangeListInfo read;
   PlainReader in(text);
-  if (!in.take('{')) return false;
   bool haveData = false;
-  do {
-    std::string_view name;
-    if (!in.string(name) || !in.take(':')) return false;
-    if (name == "data") {
-      if (haveData || !readData(in, read)) return false;
-      haveData = true;
-    } else if (!in.skip_value()) {
-      return false;
-    }
-  } while (in.take(','));
-  if (!in.take('}') || !haveData) return false;
+  const bool plain = in.object([&](std::string_view name) {
+    if (name != "data") return in.skip_value();
+    if (haveData) return false;
+    haveData = true;
+    return readData(in, read);
+  });
+  if (!plain || !haveData) return false;
   read.sessionId.swap(page.sessionId);
   read.sessionFailed = page.sessionFailed;
   page = std::move(read);

@@ -6,44 +6,40 @@ namespace HuaweiTransport {
 namespace {
 
 bool readError(jsonxx::PlainReader& in, unsigned long long& code, std::string& description) {
-  if (!in.take('{')) return false;
   bool haveCode = false, haveDescription = false;
-  do {
-    std::string_view key, text;
-    if (!in.string(key) || !in.take(':')) return false;
-    if (key == "code") {
-      jsonxx::PlainReader::Integer number;
-      if (haveCode || !in.integer(number)) return false;  // a repeated key: the model keeps the last
+  const bool plain = in.object([&](std::string_view name) {
+    std::string_view text;
+    jsonxx::PlainReader::Integer number;
+    // A repeated key is refused: the model would keep its last value.
+    if (name == "code") {
+      if (haveCode || !in.integer(number)) return false;
       code = number.wrapped();
       haveCode = true;
-    } else if (key == "description") {
+      return true;
+    }
+    if (name == "description") {
       if (haveDescription || !in.string(text)) return false;
       description.assign(text);
       haveDescription = true;
-    } else if (!in.skip_value()) {
-      return false;
+      return true;
     }
-  } while (in.take(','));
-  return in.take('}') && haveCode && haveDescription;
+    return in.skip_value();
+  });
+  return plain && haveCode && haveDescription;
 }
 
 }  // namespace
 
 bool readPlainErrorObject(const std::string& answer, unsigned long long& code, std::string& description) {
   jsonxx::PlainReader in(answer);
-  if (!in.take('{')) return false;
   bool haveError = false;
-  do {
-    std::string_view key;
-    if (!in.string(key) || !in.take(':')) return false;
-    if (key == "error") {
-      if (haveError || !readError(in, code, description)) return false;
-      haveError = true;
-    } else if (!in.skip_value()) {
-      return false;
-    }
-  } while (in.take(','));
-  return in.take('}') && haveError;
+  const bool plain = in.object([&](std::string_view name) {
+    if (name != "error") return in.skip_value();
+    if (haveError || !readError(in, code, description)) return false;
+    haveError = true;
+    return true;
+  });
+  return plain && haveError;
 }
 
 }  // namespace HuaweiTransport

@@ -1,6 +1,6 @@
 #include "HuaweiRestAPI.h"
 
-#include <new>
+#include <cstring>
 
 #include "ArrayNumbers.h"
 #include "ErrorObjectReader.h"
@@ -49,16 +49,11 @@ bool toHttpMethod(int type, _http_req_type_& method) {
   }
 }
 
-// The client's body as text up to its first zero byte; false when there is no memory for it.
-bool keepResponse(ZRLibCurl& client, unsigned long& size, std::string& response) {
-  const char* received = client.GetHttpResponse(size, false);
-  try {
-    if (received != nullptr) response.assign(received);
-  } catch (const std::bad_alloc&) {
-    response = std::string();
-    return false;
-  }
-  return true;
+// The client's body as text up to its first zero byte, taken over rather than copied.
+void keepResponse(ZRLibCurl& client, unsigned long& size, std::string& response) {
+  if (client.GetHttpResponse(size, false) == nullptr || !client.ZRLibCurlTakeHttpResponse(response)) return;
+  const void* zero = std::memchr(response.data(), '\0', response.size());
+  if (zero != nullptr) response.resize(static_cast<std::size_t>(static_cast<const char*>(zero) - response.data()));
 }
 
 }  // namespace
@@ -200,11 +195,9 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Unable to set the required headers");
   }
 
-  bool sent = body.empty()
-                  ? client->ZRLibCurlSendHttpReq(method, url.c_str(), nullptr, 0, false, nullptr)
-                  : client->ZRLibCurlSendHttpReq(method, url.c_str(), body.c_str(), body.length(), false, nullptr);
-  unsigned long size = 0;
-  if (sent) sent = keepResponse(*client, size, response);
+  const bool sent = body.empty()
+                        ? client->ZRLibCurlSendHttpReq(method, url.c_str(), nullptr, 0, false, nullptr)
+                        : client->ZRLibCurlSendHttpReq(method, url.c_str(), body.c_str(), body.length(), false, nullptr);
   if (!sent) {
     if (body.empty()) {
       debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s]", url.c_str(),
@@ -217,6 +210,8 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error while sending the request");
   }
 
+  unsigned long size = 0;
+  keepResponse(*client, size, response);
   const long httpCode = client->GetHttpErrorCode();
   deInit(client);
 

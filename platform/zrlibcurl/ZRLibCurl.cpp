@@ -328,4 +328,12 @@ const char* ZRLibCurl::GetHttpResponse(unsigned long& size, bool detach) {
   return copy;
 }
 
+bool ZRLibCurl::ZRLibCurlTakeHttpResponse(std::string& body) {
+  if (!impl_->hasResponse) return false;
+  body.clear();
+  body.swap(impl_->body);
+  impl_->hasResponse = false;
+  return true;
+}
+
 long ZRLibCurl::GetHttpErrorCode() { return impl_->httpStatus; }
