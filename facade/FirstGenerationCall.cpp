@@ -2,9 +2,9 @@
 
 #include "OperationLog.h"
 
-bool FirstGenerationCall::guard(const char* operationName) {
+bool FirstGenerationCall::guard(const char* operationName, const char* prefix) {
   if (m_sessionOpen) return true;
-  m_log.failure("%s", guardText(operationName).c_str());
+  m_log.failure("%s%s", prefix, guardText(operationName).c_str());
   return false;
 }
 
@@ -16,14 +16,19 @@ bool FirstGenerationCall::argument(const std::string& value, const char* label) 
 
 bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts,
                                    const OwnArrayCodes& ownCodes) {
-  switch (m_frame.exchange(request, call)) {
+  FrameStep step = m_frame.exchange(request, call);
+  if (step == FrameStep::Send) {
+    if (ownCodes && ownCodes(m_frame.status())) return false;
+    if (call.refusalIsAnswer) step = m_frame.readAnswer(request);
+  }
+  switch (step) {
     case FrameStep::Completed:
       return true;
     case FrameStep::Build:
       m_log.failure("%s", kBuildFailedText);
       return false;
     case FrameStep::Send:
-      if (!ownCodes || !ownCodes(m_frame.status())) m_log.failure("%s", texts.requestFailed.c_str());
+      report(texts.requestFailedLevel, texts.requestFailed);
       return false;
     case FrameStep::EmptyResponse:
       m_log.failure("%s", texts.emptyResponse.c_str());
@@ -33,6 +38,14 @@ bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& cal
       return false;
   }
   return false;
+}
+
+void FirstGenerationCall::report(int level, const std::string& text) {
+  if (level == kFailureLevel) {
+    m_log.failure("%s", text.c_str());
+  } else {
+    m_log.line(level, "%s", text.c_str());
+  }
 }
 
 bool FirstGenerationCall::run(const char* operationName, HuaweiJSONBase& request, const PlainCall& call,

@@ -18,16 +18,19 @@ FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& 
   if (call.method == HUAWEI_REQ_POST || call.method == HUAWEI_REQ_PUT) {
     if (!request.buildRequest(body) || body.empty()) return FrameStep::Build;
   }
-  std::string response;
   switch (call.method) {
-    case HUAWEI_REQ_GET: m_status = m_transport.get(call.resource, response, call.opType); break;
-    case HUAWEI_REQ_POST: m_status = m_transport.post(call.resource, body, response, call.opType); break;
-    case HUAWEI_REQ_PUT: m_status = m_transport.put(call.resource, body, response, call.opType); break;
-    default: m_status = m_transport.del(call.resource, body, response, call.opType); break;
+    case HUAWEI_REQ_GET: m_status = m_transport.get(call.resource, m_response, call.opType); break;
+    case HUAWEI_REQ_POST: m_status = m_transport.post(call.resource, body, m_response, call.opType); break;
+    case HUAWEI_REQ_PUT: m_status = m_transport.put(call.resource, body, m_response, call.opType); break;
+    default: m_status = m_transport.del(call.resource, body, m_response, call.opType); break;
   }
   if (!m_status) return FrameStep::Send;
-  if (response.empty()) return FrameStep::EmptyResponse;
-  if (!request.parseResponse(response)) return FrameStep::Parse;
+  return readAnswer(request);
+}
+
+FrameStep PlainRequestFrame::readAnswer(HuaweiJSONBase& request) {
+  if (m_response.empty()) return FrameStep::EmptyResponse;
+  if (!request.parseResponse(m_response)) return FrameStep::Parse;
   return FrameStep::Completed;
 }
 

@@ -17,6 +17,9 @@ struct PlainCall {
   REQ_TYPE_HUAWEI method;
   std::string resource;
   int opType;
+  // The array's error document of a refused send is read as the answer, for the request's parser
+  // to judge, instead of failing the send.
+  bool refusalIsAnswer = false;
 };
 
 enum class FrameStep { Completed, Build, Send, EmptyResponse, Parse };
@@ -26,6 +29,8 @@ class PlainRequestFrame {
   explicit PlainRequestFrame(HuaweiRestAPI& transport) : m_transport(transport) {}
 
   FrameStep exchange(HuaweiJSONBase& request, const PlainCall& call);
+  // The steps behind the send, on the answer of the last exchange, whatever its status.
+  FrameStep readAnswer(HuaweiJSONBase& request);
 
   const HuaweiApi::ResultStatus& status() const { return m_status; }
   // The array's code of the last classified answer, as the transport keeps it.
@@ -34,6 +39,7 @@ class PlainRequestFrame {
  private:
   HuaweiRestAPI& m_transport;
   HuaweiApi::ResultStatus m_status;
+  std::string m_response;
 };
 
 class OperationLog;
@@ -64,5 +70,7 @@ using OwnArrayCodes = std::function<bool(const HuaweiApi::ResultStatus& status)>
 // Guard texts name the operation; ZrManageHuawei::init() does not exist, the text stands as it is.
 std::string guardText(const char* operationName);
 extern const char kBuildFailedText[];
+// The level of failure lines.
+const int kFailureLevel = -1;
 extern const char kEmptyResponseText[];
 extern const char kParseFailedText[];

@@ -76,6 +76,40 @@ class ZrManageHuawei {
   bool deleteSnapshotChangeListSession(std::string const& sessionId);
 
   // ---- Share lookup, CIFS and NFS shares ----
+  // protocol "unc" looks a CIFS share up by name, "nfs" an NFS share by path, then by name. A share
+  // that is not there is a success that leaves `info` as it was.
+  bool getShareInfoByName(_HuaweiShareInfo& info, std::string const& protocol, std::string const& shareName,
+                          std::string vstoreId);
+  // NFS only ("nfs"); a share that is not there is a failure.
+  bool getShareInfoByFSID(_HuaweiShareInfo& info, std::string const& protocol, std::string const& fileSystemId,
+                          std::string vstoreId);
+
+  // A share that exists already answers with its identifier.
+  bool createCIFSShare(std::string& shareId, std::string const& name, std::string const& sharePath,
+                       std::string const& fileSystemId, std::string vstoreId);
+  // By name; a share that is not there counts as deleted.
+  bool deleteCIFSShare(std::string const& shareName, std::string vstoreId);
+  bool getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissionInfo>& permissions, std::string vstoreId);
+  // Appends the share's permissions to `permissions`; false when the share has none.
+  bool getCIFSSharePermissionsFromParentId(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
+                                           std::string const& shareId, std::string vstoreId);
+  // A grant that exists already is a success that leaves `permissionId` as it was.
+  bool addCIFSSharePermission(std::string& permissionId, std::string const& name, std::string const& shareId,
+                              std::string const& domainType, std::string const& permission, std::string vstoreId);
+
+  // Unlike CIFS: an existing share is a failure, and the deletion takes the identifier.
+  bool createNFSShare(std::string& shareId, std::string const& fileSystemId, std::string const& name,
+                      std::string const& sharePath, std::string vstoreId);
+  bool deleteNFSShare(std::string const& shareId, std::string vstoreId);
+  bool getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionInfo>& permissions, std::string vstoreId);
+  bool getNFSSharePermissionsFromParentId(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
+                                          std::string const& shareId, std::string vstoreId);
+  // An existing grant is a failure; `permissionId` is never written (list the permissions for it).
+  bool addNFSSharePermission(std::string& permissionId, std::string const& name, std::string const& shareId,
+                             std::string const& accessVal, std::string const& sync, std::string const& allSquash,
+                             std::string const& rootSquash, std::string vstoreId);
+  // A permission that is not there counts as deleted.
+  bool deleteNFSSharePermission(std::string const& permissionId, std::string vstoreId);
 
   // ---- LUN and LUN snapshot lookup, LUN snapshot lifecycle ----
 

@@ -7,8 +7,15 @@
 // they stand.
 class HandBuiltBody {
  public:
-  HandBuiltBody& add(const char* key, const std::string& value) {
-    m_text += m_text.empty() ? "{" : ", ";
+  HandBuiltBody& add(const char* key, const std::string& value) { return member(", ", key, value); }
+  // A member in a piece of its own, its comma behind a blank: {"K1":"v1" ,"K2":"v2" }. Bodies that
+  // append optional members write them so.
+  HandBuiltBody& addPiece(const char* key, const std::string& value) { return member(" ,", key, value); }
+  std::string str() const { return m_text.empty() ? std::string("{ }") : m_text + " }"; }
+
+ private:
+  HandBuiltBody& member(const char* separator, const char* key, const std::string& value) {
+    m_text += m_text.empty() ? "{" : separator;
     m_text += "\"";
     m_text += key;
     m_text += "\":\"";
@@ -16,8 +23,6 @@ class HandBuiltBody {
     m_text += "\"";
     return *this;
   }
-  std::string str() const { return m_text.empty() ? std::string("{ }") : m_text + " }"; }
 
- private:
   std::string m_text;
 };

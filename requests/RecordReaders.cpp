@@ -56,4 +56,31 @@ void readRecord(const jsonxx::Object& data, _HuaweiSnapshotInfo& record) {
                              {"SNAPTYPE", &record.snapType}});
 }
 
+void readRecord(const jsonxx::Object& data, _HuaweiShareInfo& record) {
+  readRequiredStrings(data,
+                      {{"ID", &record.id}, {"FSID", &record.fileSystemId}, {"NAME", &record.name}, {"SHAREPATH", &record.sharePath}});
+  readOptionalString(data, "vstoreId", record.vstoreId);
+  readOptionalString(data, "vstoreName", record.vstoreName);
+}
+
+void readRecord(const jsonxx::Object& data, _HuaweiNFSSharePermissionInfo& record) {
+  readRequiredStrings(data, {{"ID", &record.id},
+                             {"NAME", &record.name},
+                             {"PARENTID", &record.parentId},
+                             {"ACCESSVAL", &record.accessVal},
+                             {"ALLSQUASH", &record.allSquash},
+                             {"ROOTSQUASH", &record.rootSquash},
+                             {"SYNC", &record.sync}});
+  readOptionalString(data, "vstoreId", record.vstoreId);
+  readOptionalString(data, "vstoreName", record.vstoreName);
+}
+
+void readRecord(const jsonxx::Object& data, _HuaweiCIFSSharePermissionInfo& record) {
+  readRequiredStrings(data, {{"ID", &record.id},
+                             {"NAME", &record.name},
+                             {"PARENTID", &record.parentId},
+                             {"PERMISSION", &record.permission},
+                             {"DOMAINTYPE", &record.domainType}});
+}
+
 }  // namespace HuaweiRecords

@@ -14,5 +14,10 @@ void readRecord(const jsonxx::Object& data, _HuaweiVStoreInfo& record);
 void readRecord(const jsonxx::Object& data, _HuaweiFileSystemsInfo& record);
 void readRecord(const jsonxx::Object& data, _HuaweiArrayInterfaces& record);
 void readRecord(const jsonxx::Object& data, _HuaweiSnapshotInfo& record);
+// Shares and permissions carry vstoreId and vstoreName only where the array sends them as strings.
+void readRecord(const jsonxx::Object& data, _HuaweiShareInfo& record);
+void readRecord(const jsonxx::Object& data, _HuaweiNFSSharePermissionInfo& record);
+// Without the vStore keys: the list of CIFS permissions decides on them across elements.
+void readRecord(const jsonxx::Object& data, _HuaweiCIFSSharePermissionInfo& record);
 
 }  // namespace HuaweiRecords

@@ -5,11 +5,15 @@
 namespace HuaweiResponse {
 
 bool parseObject(const char* logName, unsigned long long jobId, const std::string& response, jsonxx::Object& answer) {
+  return parseObject(ParserLog{logName}, jobId, response, answer);
+}
+
+bool parseObject(const ParserLog& log, unsigned long long jobId, const std::string& response, jsonxx::Object& answer) {
   TkDebug debug(nullptr);
-  debug.DebugLvl(logName, 5, jobId, "Parsing the JSON response...");
+  debug.DebugLvl(log.name, log.progress, jobId, "Parsing the JSON response...");
   answer.parse(response);
   if (answer.empty()) {
-    debug.DebugLvl(logName, -1, jobId, "Error when parsing the JSON response.");
+    debug.DebugLvl(log.name, log.failure, jobId, "Error when parsing the JSON response.");
     return false;
   }
   return true;

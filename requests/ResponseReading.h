@@ -9,9 +9,19 @@
 
 namespace HuaweiResponse {
 
+// Where a parser writes its lines: its log name, the level of its progress lines and of its
+// failures.
+struct ParserLog {
+  const char* name;
+  int progress = 5;
+  int failure = -1;
+};
+
 // Logs "Parsing the JSON response..." at level 5 under logName, parses, and rejects an answer that
 // gives an empty object with "Error when parsing the JSON response." at level -1.
 bool parseObject(const char* logName, unsigned long long jobId, const std::string& response, jsonxx::Object& answer);
+// The same, with the parser's own log name and levels.
+bool parseObject(const ParserLog& log, unsigned long long jobId, const std::string& response, jsonxx::Object& answer);
 
 // Reads string keys in the given order. Each key is required: an absent or mistyped key ends the
 // process through the document model's assertion.

@@ -18,4 +18,10 @@ constexpr long long kSnapshotNotFound = 1073754118;
 // The file system refuses a snapshot with SnapDiff (also used by the refuse-any switch).
 constexpr long long kSnapDiffUnsupported = 1073754130;
 
+// Shares and their permissions.
+constexpr long long kCIFSShareExists = 1077939715;
+constexpr long long kCIFSSharePermissionExists = 1077939718;
+constexpr long long kNFSSharePermissionExists = 1077939727;
+constexpr long long kNFSSharePermissionNotFound = 1077939728;
+
 }  // namespace arraysim::codes

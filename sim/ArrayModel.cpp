@@ -12,6 +12,7 @@ ArrayModel::ArrayModel(const std::string& deviceId)
       changeLists_(mutex_, snapshots_) {
   SystemResources::Declare(resources_);
   InterfaceResources::Declare(resources_);
+  ShareResources::Declare(resources_, fileSystems_);
 }
 
 void ArrayModel::registerRoutes(Router& router) {

@@ -11,6 +11,7 @@
 #include "resources/ChangeListResources.h"
 #include "resources/FileSystemResources.h"
 #include "resources/InterfaceResources.h"
+#include "resources/ShareResources.h"
 #include "resources/SnapshotResources.h"
 #include "resources/SystemResources.h"
 #include "store/ObjectStore.h"

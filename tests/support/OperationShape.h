@@ -44,11 +44,11 @@ class OperationShape : public ArrayClientTest, public testing::WithParamInterfac
 
   // The failure as the outcome's generation tells it.
   void expectFailure(const Outcome& outcome, const std::string& text, unsigned long long code,
-                     const LogCapture& log) const {
+                     const LogCapture& log, int level = -1) const {
     EXPECT_FALSE(outcome.ok);
     if (outcome.generation == Generation::First) {
       EXPECT_THAT(log.Lines(), testing::Contains(testing::AllOf(
-                                   LogLineIs(-1, row().logName, text),
+                                   LogLineIs(level, row().logName, text),
                                    testing::Field("hasJobId", &tklog::LogLine::hasJobId, !row().byError))))
           << log.Dump();
     } else {
@@ -74,7 +74,7 @@ TEST_P(OperationShape, ClosedSessionAndEmptyArgumentSendNothing) {
   } else {
     EXPECT_TRUE(requests().empty());
     const std::string& named = row().guardOperation.empty() ? row().name : row().guardOperation;
-    expectFailure(outcome, GuardText(outcome.generation, named), 0, log);
+    expectFailure(outcome, row().guardPrefix + GuardText(outcome.generation, named), 0, log);
   }
   if (!row().emptyArgumentCall) return;
   auto open = loggedInFacade();
@@ -109,13 +109,14 @@ TEST_P(OperationShape, SpoiledAnswersEndInItsOwnTexts) {
     std::string status;  // the status text behind the failure, as "{status}" in the row's text
     unsigned long long code;
     std::string text;
+    bool refusal;
   } cases[] = {
       {arraysim::FaultRule::On(method, path).exactly().arrayError(1077949002, "The operation failed."),
-       "The operation failed.", 1077949002, row().requestFailed},
+       "The operation failed.", 1077949002, row().requestFailed, true},
       {arraysim::FaultRule::On(method, path).exactly().htmlPage(502), "Error when parsing the JSON response", 2,
-       row().requestFailed},
+       row().requestFailed, true},
       {arraysim::FaultRule::On(method, path).exactly().emptyBody(), "Unable to parse the JSON Response", 2,
-       row().emptyResponse},
+       row().emptyResponse, false},
   };
   auto array = loggedInFacade();
   for (const auto& spoil : cases) {
@@ -125,11 +126,19 @@ TEST_P(OperationShape, SpoiledAnswersEndInItsOwnTexts) {
     sim().faults().add(spoil.fault);
     ShapeScene scene = scene_;
     scene["status"] = spoil.status;
-    expectFailure(row().call(*array, scene_), Fill(spoil.text, scene), spoil.code, log);
+    const std::string text = Fill(spoil.text, scene);
+    const Outcome outcome = row().call(*array, scene_);
+    if (spoil.refusal && row().refusalSilent) {
+      EXPECT_FALSE(outcome.ok);
+      EXPECT_THAT(log.Lines(), testing::Not(testing::Contains(LogLineIs(testing::_, row().logName, testing::_))));
+    } else {
+      expectFailure(outcome, text, spoil.code, log, spoil.refusal ? row().refusalLevel : -1);
+    }
     EXPECT_EQ(sim().faults().pending(), 0u) << "the spoiled request was never sent";
     ASSERT_FALSE(requests().empty());
     EXPECT_EQ(requestLines().back(), spoiled);
-    EXPECT_THAT(log.Lines(), testing::Not(testing::Contains(LogLineIs(0, row().logName, testing::_))));
+    // No success line: at level 0 only the failure itself, where the row tells it there.
+    EXPECT_THAT(log.Lines(), testing::Not(testing::Contains(LogLineIs(0, row().logName, testing::Ne(text)))));
   }
 }
 

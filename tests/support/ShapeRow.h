@@ -54,6 +54,12 @@ struct ShapeRow {
   }
   ShapeRow& guardNames(std::string operation) { return guardOperation = std::move(operation), *this; }
   ShapeRow& failsByError() { return byError = true, *this; }
+  // First generation: guard texts behind a prefix such as "[ERROR] ".
+  ShapeRow& guardPrefixed(std::string prefix) { return guardPrefix = std::move(prefix), *this; }
+  // First generation: a refused answer told at this level instead of as a failure line.
+  ShapeRow& refusalAt(int level) { return refusalLevel = level, *this; }
+  // First generation: a refused answer ends the call without a line of the operation.
+  ShapeRow& refusalUnlogged() { return refusalSilent = true, *this; }
 
   std::string name;
   Invocation call;
@@ -72,6 +78,9 @@ struct ShapeRow {
   std::string guardOperation;
   // First-generation failures written by Error(), which carries no job identifier.
   bool byError = false;
+  std::string guardPrefix;
+  int refusalLevel = -1;
+  bool refusalSilent = false;
 };
 
 inline void PrintTo(const ShapeRow& row, std::ostream* out) { *out << row.name; }

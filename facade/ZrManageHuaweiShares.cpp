@@ -1,0 +1,384 @@
+// NAS shares: lookup, CIFS and NFS shares, and their permissions. The two protocols look alike
+// and differ on purpose in nearly every particular: which refusals are successes, what the
+// deletion takes, which bodies carry the vStore.
+#include <functional>
+
+#include "FirstGenerationCall.h"
+#include "HuaweiJSONShareRequests.h"
+#include "HuaweiOpTypes.h"
+#include "HuaweiVstore.h"
+#include "OperationLog.h"
+#include "ResourcePath.h"
+#include "YbString.h"
+#include "ZrManageHuawei.h"
+
+namespace {
+
+const unsigned long long kCIFSShareExists = 1077939715ULL;            // 0x40400e03
+const unsigned long long kCIFSSharePermissionExists = 1077939718ULL;  // 0x40400e06
+const unsigned long long kNFSSharePermissionAbsent = 1077939728ULL;   // 0x40400e10
+
+const char kCIFSProtocol[] = "unc";
+const char kNFSProtocol[] = "nfs";
+const char kErrorPrefix[] = "[ERROR] ";
+const char kCIFSPermissions[] = "CIFS_SHARE_AUTH_CLIENT";
+const char kNFSPermissions[] = "NFS_SHARE_AUTH_CLIENT";
+
+// The lookup's texts carry the error prefix.
+const FirstGenerationTexts lookupTexts(const std::string& requestFailed) {
+  return {requestFailed, std::string(kErrorPrefix) + kEmptyResponseText, std::string(kErrorPrefix) + kParseFailedText};
+}
+
+// Where the lookup by name asks: the array filters CIFS shares by name, NFS shares are all
+// fetched and searched here. Empty for a protocol of neither kind.
+std::string lookupResource(const std::string& protocol, const std::string& shareName, const std::string& vstoreId) {
+  if (protocol == kCIFSProtocol) {
+    return HuaweiVstore::withVstoreQuery(ResourcePath("cifshare").add("filter", "NAME:" + shareName).str(), vstoreId);
+  }
+  if (protocol == kNFSProtocol) return HuaweiVstore::withVstoreQuery("nfshare", vstoreId);
+  return std::string();
+}
+
+const _HuaweiShareInfo* findShare(const std::list<_HuaweiShareInfo>& shares, std::string _HuaweiShareInfo::*field,
+                                  const std::string& value) {
+  for (const _HuaweiShareInfo& share : shares) {
+    if (share.*field == value) return &share;
+  }
+  return nullptr;
+}
+
+// The NFS argument is a path; when no share has it, the path without a trailing separator is
+// tried as a share name.
+const _HuaweiShareInfo* findNFSShare(OperationLog& log, const std::list<_HuaweiShareInfo>& shares,
+                                     const std::string& path) {
+  if (const _HuaweiShareInfo* byPath = findShare(shares, &_HuaweiShareInfo::sharePath, path)) return byPath;
+  std::string name = path;
+  if (!name.empty() && (name.back() == '/' || name.back() == '\\')) name.pop_back();
+  log.failure("[ERROR] Unable to find the NFS share with share path as [%s]. Retry with the share name [%s]",
+              path.c_str(), name.c_str());
+  return findShare(shares, &_HuaweiShareInfo::name, name);
+}
+
+// The quota tree of a share: the path behind the file system's directory, "/fs1/a/b" giving "a/b".
+std::string quotaNameOf(const std::string& sharePath) {
+  const std::string::size_type slash = sharePath.find('/', 1);
+  if (slash == std::string::npos || slash + 1 == sharePath.size()) return std::string();
+  return sharePath.substr(slash + 1);
+}
+
+// Appends the permissions of one share out of all that `listAll` fetched.
+template <typename Permission>
+bool permissionsOfShare(OperationLog& log, const char* emptyShareText, const std::string& shareId,
+                        std::list<Permission>& permissions,
+                        const std::function<bool(std::list<Permission>&)>& listAll) {
+  if (shareId.empty()) {
+    log.failure("%s", emptyShareText);
+    return false;
+  }
+  std::list<Permission> all;
+  if (!listAll(all)) return false;
+  bool found = false;
+  for (const Permission& permission : all) {
+    if (permission.parentId != shareId) continue;
+    permissions.push_back(permission);
+    found = true;
+  }
+  // A share without permissions reads as a failure, unlogged.
+  if (!found) return false;
+  log.line(0, "Successfully got the permissions associated with the share with parentID [%s]. Count [%zu]",
+           shareId.c_str(), permissions.size());
+  return true;
+}
+
+// Keeps the frame silent about every refusal: the operation reads the array's code and decides.
+bool everyRefusal(const HuaweiApi::ResultStatus&) { return true; }
+
+// Whether this call was refused with the code, as the transport last classified it.
+bool refusedWith(const FirstGenerationCall& call, unsigned long long code) {
+  return call.status().IsError() && call.arrayCode() == code;
+}
+
+}  // namespace
+
+bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string const& protocol,
+                                        std::string const& shareName, std::string vstoreId) {
+  OperationLog log(m_debug, "getShareInfoByName", m_jobId, false);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.guard("getShareInfoByName", kErrorPrefix)) return false;
+  if (shareName.empty()) {
+    log.failure("[ERROR] The share name is empty.");
+    return false;
+  }
+  const std::string resource = lookupResource(protocol, shareName, vstoreId);
+  if (resource.empty()) {
+    log.failure("[ERROR] Unable to get the resource details.");
+    return false;
+  }
+  HuaweiJSONGetShareInfo request(m_jobId);
+  const std::string failed = YbString::Format("[ERROR] Unable to get the share information for [%s].", shareName.c_str());
+  if (!call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))) {
+    return false;
+  }
+  std::list<_HuaweiShareInfo> shares;
+  request.getShareInfo(shares);
+  // The array's name filter narrowed the CIFS list already; the exact test here is final.
+  const _HuaweiShareInfo* share = protocol == kCIFSProtocol
+                                      ? findShare(shares, &_HuaweiShareInfo::name, shareName)
+                                      : findNFSShare(log, shares, shareName);
+  if (share == nullptr) {
+    // Deliberately a success: callers learn that a share does not exist by an identifier that
+    // stayed empty.
+    log.failure("[ERROR] Unable to find the share details for the [%s] share [%s]", protocol.c_str(),
+                shareName.c_str());
+    return true;
+  }
+  info = *share;
+  if (info.sharePath.empty()) {
+    log.failure("[ERROR] Local share path for the share [%s] is not found", shareName.c_str());
+    return false;
+  }
+  info.quotaName = quotaNameOf(info.sharePath);
+  log.line(0, "Successfully got the share information.");
+  log.line(3, "Share ID : [%s]", info.id.c_str());
+  log.line(3, "Share Name : [%s]", info.name.c_str());
+  log.line(3, "Share Path : [%s]", info.sharePath.c_str());
+  log.line(3, "FileSystem ID : [%s]", info.fileSystemId.c_str());
+  log.line(3, "Quota Name : [%s]", info.quotaName.empty() ? "EMPTY" : info.quotaName.c_str());
+  if (!HuaweiVstore::isNone(vstoreId)) {
+    log.line(3, "VStore ID : [%s]", info.vstoreId.c_str());
+    log.line(3, "VStore Name : [%s]", info.vstoreName.c_str());
+  }
+  return true;
+}
+
+bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string const& protocol,
+                                        std::string const& fileSystemId, std::string vstoreId) {
+  OperationLog log(m_debug, "getShareInfoByFSID", m_jobId, false);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.guard("getShareInfoByFSID", kErrorPrefix)) return false;
+  if (protocol != kNFSProtocol) {
+    log.failure("[ERROR] API is supported only for NFS shares");
+    return false;
+  }
+  if (fileSystemId.empty()) {
+    log.failure("[ERROR] The file system ID is empty");
+    return false;
+  }
+  // The vStore follows as a bare "&<id>", without a key; the array has always been asked so.
+  std::string resource = ResourcePath("nfshare").add("filter", "FSID:" + fileSystemId).add("range", "[0-1]").str();
+  if (!HuaweiVstore::isNone(vstoreId)) resource += "&" + vstoreId;
+  HuaweiJSONGetShareInfo request(m_jobId);
+  const std::string failed = YbString::Format("[ERROR] Unable to find NFS Share with FSID [%s].", fileSystemId.c_str());
+  if (!call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))) {
+    return false;
+  }
+  std::list<_HuaweiShareInfo> shares;
+  request.getShareInfo(shares);
+  // Only a single share of that file system counts; two are as good as none.
+  if (shares.size() != 1 || shares.front().fileSystemId != fileSystemId) {
+    log.line(0, "Unable to fetch the share details for the NFS share with File System ID [%s]", fileSystemId.c_str());
+    return false;
+  }
+  log.line(0, "Successfully retrieved the share details for the NFS share with File System ID [%s]",
+           fileSystemId.c_str());
+  info = shares.front();
+  return true;
+}
+
+bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& name, std::string const& sharePath,
+                                     std::string const& fileSystemId, std::string vstoreId) {
+  OperationLog log(m_debug, "createCIFSShare", m_jobId, false);
+  FirstGenerationCall call = firstGeneration(log);
+  // The guard has always named the grant; operators search the logs for that text.
+  if (!call.guard("addCIFSSharePermission")) return false;
+  HuaweiJSONCreateCIFSShare request(m_jobId, shareId, name, sharePath, fileSystemId, vstoreId);
+  if (call.exchange(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE}, {std::string()},
+                    everyRefusal)) {
+    shareId = request.getCIFSShareID();
+    log.line(0, "Successfully created CIFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
+             sharePath.c_str(), shareId.c_str());
+    return true;
+  }
+  if (!refusedWith(call, kCIFSShareExists)) return false;  // other refusals fail without a line of their own
+  log.line(0, "The CIFS share with Name [%s] already exists.Get the share details", name.c_str());
+  _HuaweiShareInfo existing;
+  if (!getShareInfoByName(existing, kCIFSProtocol, name, vstoreId)) {
+    log.failure("Unable to get the CIFS share with Name [%s]", name.c_str());
+    return false;
+  }
+  shareId = existing.id;
+  log.line(3, "The CIFS share [%s] already exists and the ID is [%s]", name.c_str(), shareId.c_str());
+  return true;
+}
+
+bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string vstoreId) {
+  OperationLog log(m_debug, "deleteCIFSShare", m_jobId, false);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.guard("deleteCIFSShare")) return false;
+  _HuaweiShareInfo share;
+  if (!getShareInfoByName(share, kCIFSProtocol, shareName, vstoreId)) {
+    log.failure("Unable to get CIFS Share information for the share name [%s]", shareName.c_str());
+    return false;
+  }
+  if (share.id.empty()) {
+    log.line(3, "The share [%s] does not exist", shareName.c_str());
+    return true;
+  }
+  HuaweiJSONDeleteCIFSShare request(m_jobId, shareName);
+  const PlainCall del{HUAWEI_REQ_DELETE, HuaweiVstore::withVstoreQuery("cifshare/" + share.id, vstoreId),
+                      HuaweiOpType::DELETE_CIFS_SHARE};
+  if (!call.exchange(request, del, {"Unable to delete the CIFS share"})) return false;
+  log.line(0, "Successfully deleted the CIFS Share[%s] with ID[%s]", shareName.c_str(), share.id.c_str());
+  return true;
+}
+
+bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
+                                             std::string vstoreId) {
+  permissions.clear();
+  OperationLog log(m_debug, "getCIFSSharePermissions", m_jobId, false);
+  FirstGenerationCall call = firstGeneration(log);
+  HuaweiJSONGetCIFSSharePermissionInfo request(m_jobId);
+  // No filter: every permission of the array (or vStore) comes, and callers narrow the list.
+  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery(kCIFSPermissions, vstoreId),
+                      HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS};
+  if (!call.run("getCIFSSharePermissions", request, get, {"Unable to get the permissions list for CIFS Share."})) {
+    return false;
+  }
+  request.getCIFSSharePermissionInfo(permissions);
+  log.line(3, "Successfully got the permission list. Count[%zu].", permissions.size());
+  return true;
+}
+
+bool ZrManageHuawei::getCIFSSharePermissionsFromParentId(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
+                                                         std::string const& shareId, std::string vstoreId) {
+  OperationLog log(m_debug, "getCIFSSharePermissionsFromParentId", m_jobId, false);
+  return permissionsOfShare<_HuaweiCIFSSharePermissionInfo>(
+      log, "[ERROR] The shareID is empty", shareId, permissions,
+      [&](std::list<_HuaweiCIFSSharePermissionInfo>& all) { return getCIFSSharePermissions(all, vstoreId); });
+}
+
+bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::string const& name,
+                                            std::string const& shareId, std::string const& domainType,
+                                            std::string const& permission, std::string vstoreId) {
+  OperationLog log(m_debug, "addCIFSSharePermission", m_jobId, false);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.guard("addCIFSSharePermission")) return false;
+  HuaweiJSONAddCIFSSharePermissions request(m_jobId, name, shareId, domainType, permission, vstoreId);
+  const auto existingGrant = [&call](const HuaweiApi::ResultStatus&) {
+    return call.arrayCode() == kCIFSSharePermissionExists;
+  };
+  // Other refusals go on to the parser, which reports the array's code.
+  const PlainCall post{HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION, true};
+  if (!call.exchange(request, post, {std::string()}, existingGrant)) {
+    if (!refusedWith(call, kCIFSSharePermissionExists)) return false;
+    log.line(0, "The permission with Name [%s] Permission [%s] already exists for the CIFS Share with ID [%s]",
+             name.c_str(), permission.c_str(), shareId.c_str());
+    return true;
+  }
+  permissionId = request.getPermissionId();
+  log.line(0, "Successfully added the permission with ID [%s] Name [%s] Permission [%s] to the CIFS Share with ID [%s]",
+           permissionId.c_str(), name.c_str(), permission.c_str(), shareId.c_str());
+  return true;
+}
+
+bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fileSystemId, std::string const& name,
+                                    std::string const& sharePath, std::string vstoreId) {
+  OperationLog log(m_debug, "createNFSShare", m_jobId, false);
+  FirstGenerationCall call = firstGeneration(log);
+  HuaweiJSONCreateNFSShare request(m_jobId, shareId, fileSystemId, name, sharePath, vstoreId);
+  // No code is looked at: a share that exists is a failure like any other.
+  const std::string failed =
+      YbString::Format("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name.c_str(),
+                       sharePath.c_str(), fileSystemId.c_str());
+  if (!call.run("createNFSShare", request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE}, {failed})) {
+    return false;
+  }
+  shareId = request.getNFShareID();
+  log.line(0, "Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
+           sharePath.c_str(), shareId.c_str());
+  return true;
+}
+
+bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vstoreId) {
+  OperationLog log(m_debug, "deleteNFSShare", m_jobId, false);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.guard("deleteNFSShare") || !call.argument(shareId, "ShareID")) return false;
+  HuaweiJSONDeleteNFSShare request(m_jobId, shareId);
+  // A share that is gone is a failure.
+  const PlainCall del{HUAWEI_REQ_DELETE, HuaweiVstore::withVstoreQuery("nfshare/" + shareId, vstoreId),
+                      HuaweiOpType::DELETE_NFS_SHARE};
+  const std::string failed = YbString::Format("[ERROR] Unable to delete the NFS share with ID [%s].", shareId.c_str());
+  if (!call.exchange(request, del, {failed})) return false;
+  log.line(0, "Successfully deleted the NFS Share with ID[%s]", shareId.c_str());
+  return true;
+}
+
+bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
+                                            std::string vstoreId) {
+  permissions.clear();
+  OperationLog log(m_debug, "getNFSSharePermissions", m_jobId, false);
+  FirstGenerationCall call = firstGeneration(log);
+  HuaweiJSONGetNFSSharePermissionInfo request(m_jobId);
+  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery(kNFSPermissions, vstoreId),
+                      HuaweiOpType::GET_NFS_SHARE_PERMISSIONS};
+  if (!call.run("getNFSSharePermissions", request, get, {"Unable to get the permissions list for NFS Share"})) {
+    return false;
+  }
+  request.getNFSSharePermissionInfo(permissions);
+  log.line(3, "Successfully got the permission list for NFS Share. Count[%zu].", permissions.size());
+  return true;
+}
+
+bool ZrManageHuawei::getNFSSharePermissionsFromParentId(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
+                                                        std::string const& shareId, std::string vstoreId) {
+  OperationLog log(m_debug, "getNFSSharePermissionsFromParentId", m_jobId, false);
+  return permissionsOfShare<_HuaweiNFSSharePermissionInfo>(
+      log, "[ERROR] The NFS shareID is empty", shareId, permissions,
+      [&](std::list<_HuaweiNFSSharePermissionInfo>& all) { return getNFSSharePermissions(all, vstoreId); });
+}
+
+bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::string const& name,
+                                           std::string const& shareId, std::string const& accessVal,
+                                           std::string const& sync, std::string const& allSquash,
+                                           std::string const& rootSquash, std::string vstoreId) {
+  (void)permissionId;  // the answer carries no identifier that is read; callers list the permissions
+  OperationLog log(m_debug, "addNFSSharePermission", m_jobId, false);
+  FirstGenerationCall call = firstGeneration(log);
+  HuaweiJSONAddNFSSharePermissions request(m_jobId, name, shareId, accessVal, sync, allSquash, rootSquash, vstoreId);
+  // Every refusal alike, a client that has its permission already included, and told at level 0.
+  FirstGenerationTexts texts{YbString::Format("Unable to add IP [%s] to the NFS share [%s].", name.c_str(), shareId.c_str())};
+  texts.requestFailedLevel = 0;
+  if (!call.run("addNFSSharePermission", request,
+                {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION}, texts)) {
+    return false;
+  }
+  log.line(0, "Successfully added the IP [%s] to the NFS Share with ID [%s]", name.c_str(), shareId.c_str());
+  return true;
+}
+
+bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, std::string vstoreId) {
+  OperationLog log("deleteNFSSharePermission", m_jobId);
+  FirstGenerationCall call = firstGeneration(log);
+  if (!call.guard("deleteNFSSharePermission") || !call.argument(permissionId, "PermissionID")) return false;
+  HuaweiJSONDeleteNFSSharePermission request(m_jobId, permissionId);
+  const PlainCall del{HUAWEI_REQ_DELETE,
+                      HuaweiVstore::withVstoreQuery(std::string(kNFSPermissions) + "/" + permissionId, vstoreId),
+                      HuaweiOpType::DELETE_NFS_SHARE_PERMISSION};
+  if (call.exchange(request, del, {std::string()}, everyRefusal)) {
+    log.line(0, "Successfully deleted the NFS share permission with ID[%s]", permissionId.c_str());
+    return true;
+  }
+  if (!call.status().IsError()) return false;
+  if (call.arrayCode() == kNFSSharePermissionAbsent) {
+    // Gone already is what a deletion wants; the prefix stands in the text all the same.
+    log.line(3, "[ERROR] Unable to delete the NFS share permission with ID [%s] as the permission does not exist",
+             permissionId.c_str());
+    return true;
+  }
+  unsigned long long code = 0;
+  std::string description;
+  m_restApi.getErrorInfo(code, description);
+  log.failure("[ERROR] Unable to delete the NFS share permission with ID [%s]", permissionId.c_str());
+  log.line(3, "[ERRORCODE: [%llu]] [MESSAGE: [%s]]", code, description.c_str());
+  return false;
+}

@@ -1,0 +1,217 @@
+#include "HuaweiJSONShareRequests.h"
+
+#include <initializer_list>
+
+#include "ArrayNumbers.h"
+#include "DeletionAnswer.h"
+#include "HandBuiltBody.h"
+#include "HuaweiVstore.h"
+#include "ResponseReading.h"
+#include "TkDebug.h"
+
+namespace {
+
+const HuaweiResponse::ParserLog kParserLog{"parseResponse", 3, 3};
+const char kBuildLog[] = "buildRequest";
+const int kRequestLogLevel = 3;
+
+void logLine(unsigned long long jobId, const char* name, const char* format, const std::string& text,
+             unsigned long long number) {
+  TkDebug(nullptr).DebugLvl(name, kRequestLogLevel, static_cast<long long>(jobId), format, text.c_str(), number);
+}
+
+// False, logged, when a field that the body needs is empty.
+bool requiredPresent(unsigned long long jobId, std::initializer_list<const std::string*> fields) {
+  for (const std::string* field : fields) {
+    if (field->empty()) {
+      TkDebug(nullptr).DebugLvl(kBuildLog, kRequestLogLevel, static_cast<long long>(jobId),
+                                "Unable to build the request. Invalid parameters!!");
+      return false;
+    }
+  }
+  return true;
+}
+
+// The error object of a grant's answer: a non-zero code is a refusal. The description goes into
+// the slot that the text calls the code, as operators have always read it.
+bool grantAccepted(const jsonxx::Object& answer, unsigned long long jobId) {
+  const jsonxx::Object& error = answer.get<jsonxx::Object>("error");
+  const std::string& description = error.get<std::string>("description");
+  const unsigned long long code = HuaweiNumbers::toUnsigned64(error.get<long double>("code"));
+  if (code == 0) return true;
+  logLine(jobId, kParserLog.name, "[ERROR] Code:[%s] Message[%llu]", description, code);
+  return false;
+}
+
+// The identifier of a created object, required under "data".
+bool readCreatedId(std::string& response, unsigned long long jobId, std::string& id) {
+  jsonxx::Object answer;
+  if (!HuaweiResponse::parseObject(kParserLog, jobId, response, answer)) return false;
+  id = answer.get<jsonxx::Object>("data").get<std::string>("ID");
+  return true;
+}
+
+}  // namespace
+
+bool HuaweiJSONGetShareInfo::parseResponse(std::string& response) {
+  jsonxx::Object answer;
+  if (!HuaweiResponse::parseObject(kParserLog, m_jobId, response, answer)) return false;
+  if (answer.has<jsonxx::Array>("data")) {
+    const jsonxx::Array& data = answer.get<jsonxx::Array>("data");
+    for (unsigned int i = 0; i < data.size(); ++i) {
+      _HuaweiShareInfo share;
+      HuaweiRecords::readRecord(data.get<jsonxx::Object>(i), share);
+      m_shares.push_back(share);
+    }
+    return true;
+  }
+  if (!answer.has<jsonxx::Object>("error")) return false;
+  const jsonxx::Object& error = answer.get<jsonxx::Object>("error");
+  const std::string& description = error.get<std::string>("description");
+  const unsigned long long code = HuaweiNumbers::toUnsigned64(error.get<long double>("code"));
+  if (code == 0) return true;
+  logLine(m_jobId, kParserLog.name, "Error:[%s], Error Code[%llu]", description, code);
+  return false;
+}
+
+HuaweiJSONGetCIFSSharePermissionInfo::HuaweiJSONGetCIFSSharePermissionInfo(unsigned long long const& jobId)
+    : HuaweiJSONGetDataList(jobId, kParserLog) {}
+
+void HuaweiJSONGetCIFSSharePermissionInfo::readElement(const jsonxx::Object& element,
+                                                       _HuaweiCIFSSharePermissionInfo& record) {
+  HuaweiRecords::readRecord(element, record);
+  if (!m_vstoreSeen) {
+    HuaweiResponse::readOptionalString(element, "vstoreId", m_vstoreId);
+    HuaweiResponse::readOptionalString(element, "vstoreName", m_vstoreName);
+    m_vstoreSeen = element.has<std::string>("vstoreId") || element.has<std::string>("vstoreName");
+  }
+  record.vstoreId = m_vstoreId;
+  record.vstoreName = m_vstoreName;
+}
+
+HuaweiJSONAddCIFSSharePermissions::HuaweiJSONAddCIFSSharePermissions(unsigned long long const& jobId,
+                                                                     std::string const& name,
+                                                                     std::string const& parentId,
+                                                                     std::string const& domainType,
+                                                                     std::string const& permission,
+                                                                     std::string const& vstoreId)
+    : HuaweiJSONBase(jobId),
+      m_name(name),
+      m_parentId(parentId),
+      m_domainType(domainType),
+      m_permission(permission),
+      m_vstoreId(vstoreId) {}
+
+bool HuaweiJSONAddCIFSSharePermissions::buildRequest(std::string& body) {
+  body.clear();
+  if (!requiredPresent(m_jobId, {&m_parentId, &m_name, &m_permission})) return false;
+  // The array reads the body as JSON, so the domain separator of DOMAIN\user must be escaped; only
+  // the first backslash of a name is ever one.
+  const std::string::size_type backslash = m_name.find('\\');
+  if (backslash != std::string::npos) m_name.insert(backslash, 1, '\\');
+  HandBuiltBody request;
+  request.add("NAME", m_name).add("PARENTID", m_parentId).add("PERMISSION", m_permission).add("DOMAINTYPE", m_domainType);
+  if (!HuaweiVstore::isNone(m_vstoreId)) request.addPiece("vstoreId", m_vstoreId);
+  body = request.str();
+  return true;
+}
+
+bool HuaweiJSONAddCIFSSharePermissions::parseResponse(std::string& response) {
+  jsonxx::Object answer;
+  if (!HuaweiResponse::parseObject(kParserLog, m_jobId, response, answer)) return false;
+  const jsonxx::Object& data = answer.get<jsonxx::Object>("data");
+  m_permissionId.clear();
+  HuaweiResponse::readOptionalString(data, "ID", m_permissionId);
+  // A refused grant still answers with "data": the error object tells it apart.
+  return !m_permissionId.empty() || grantAccepted(answer, m_jobId);
+}
+
+HuaweiJSONCreateCIFSShare::HuaweiJSONCreateCIFSShare(unsigned long long const& jobId, std::string const& shareId,
+                                                     std::string const& name, std::string const& sharePath,
+                                                     std::string const& fileSystemId, std::string const& vstoreId)
+    : HuaweiJSONBase(jobId),
+      m_shareId(shareId),
+      m_name(name),
+      m_sharePath(sharePath),
+      m_fileSystemId(fileSystemId),
+      m_vstoreId(vstoreId) {}
+
+bool HuaweiJSONCreateCIFSShare::buildRequest(std::string& body) {
+  body.clear();
+  if (!requiredPresent(m_jobId, {&m_name, &m_sharePath})) return false;
+  HandBuiltBody request;
+  request.add("NAME", m_name).add("SHAREPATH", m_sharePath).add("FSID", m_fileSystemId);
+  if (!HuaweiVstore::isNone(m_vstoreId)) request.addPiece("vstoreId", m_vstoreId);
+  body = request.str();
+  return true;
+}
+
+bool HuaweiJSONCreateCIFSShare::parseResponse(std::string& response) {
+  return readCreatedId(response, m_jobId, m_shareId);
+}
+
+bool HuaweiJSONShareDeletion::parseResponse(std::string& response) {
+  return HuaweiResponse::readDeletionAnswer(kParserLog, m_jobId, response);
+}
+
+HuaweiJSONGetNFSSharePermissionInfo::HuaweiJSONGetNFSSharePermissionInfo(unsigned long long const& jobId)
+    : HuaweiJSONGetDataList(jobId, kParserLog) {}
+
+HuaweiJSONAddNFSSharePermissions::HuaweiJSONAddNFSSharePermissions(
+    unsigned long long const& jobId, std::string const& name, std::string const& parentId,
+    std::string const& accessVal, std::string const& sync, std::string const& allSquash,
+    std::string const& rootSquash, std::string const& vstoreId)
+    : HuaweiJSONBase(jobId),
+      m_name(name),
+      m_parentId(parentId),
+      m_accessVal(accessVal),
+      m_sync(sync),
+      m_allSquash(allSquash),
+      m_rootSquash(rootSquash),
+      m_vstoreId(vstoreId) {}
+
+bool HuaweiJSONAddNFSSharePermissions::buildRequest(std::string& body) {
+  body.clear();
+  if (!requiredPresent(m_jobId, {&m_parentId, &m_name, &m_accessVal, &m_sync, &m_allSquash, &m_rootSquash})) {
+    return false;
+  }
+  body = HandBuiltBody()
+             .add("NAME", m_name)
+             .add("PARENTID", m_parentId)
+             .add("ACCESSVAL", m_accessVal)
+             .add("SYNC", m_sync)
+             .add("ALLSQUASH", m_allSquash)
+             .add("ROOTSQUASH", m_rootSquash)
+             .str();
+  return true;
+}
+
+bool HuaweiJSONAddNFSSharePermissions::parseResponse(std::string& response) {
+  jsonxx::Object answer;
+  return HuaweiResponse::parseObject(kParserLog, m_jobId, response, answer) && grantAccepted(answer, m_jobId);
+}
+
+HuaweiJSONCreateNFSShare::HuaweiJSONCreateNFSShare(unsigned long long const& jobId, std::string const& shareId,
+                                                   std::string const& fileSystemId, std::string const& name,
+                                                   std::string const& sharePath, std::string const& vstoreId)
+    : HuaweiJSONBase(jobId),
+      m_shareId(shareId),
+      m_name(name),
+      m_sharePath(sharePath),
+      m_fileSystemId(fileSystemId),
+      m_vstoreId(vstoreId) {}
+
+bool HuaweiJSONCreateNFSShare::buildRequest(std::string& body) {
+  body.clear();
+  if (!requiredPresent(m_jobId, {&m_name, &m_sharePath})) return false;
+  HandBuiltBody request;
+  request.add("NAME", m_name).add("SHAREPATH", m_sharePath);
+  if (!m_fileSystemId.empty()) request.addPiece("FSID", m_fileSystemId);
+  if (!HuaweiVstore::isNone(m_vstoreId)) request.addPiece("vstoreId", m_vstoreId);
+  body = request.str();
+  return true;
+}
+
+bool HuaweiJSONCreateNFSShare::parseResponse(std::string& response) {
+  return readCreatedId(response, m_jobId, m_shareId);
+}

@@ -1,0 +1,153 @@
+// Requests of NAS shares: the share lookup, CIFS and NFS shares, and their permissions. They log
+// under the short names "buildRequest" and "parseResponse", every line at level 3.
+#pragma once
+
+#include <list>
+#include <string>
+
+#include "DataReadingRequests.h"
+#include "HuaweiJSONBase.h"
+
+// Shares of either protocol. An answer with an error object of code 0 and no list is how the array
+// says it found nothing.
+class HuaweiJSONGetShareInfo : public HuaweiJSONBase {
+ public:
+  explicit HuaweiJSONGetShareInfo(unsigned long long const& jobId) : HuaweiJSONBase(jobId) {}
+  bool parseResponse(std::string& response) override;
+  void getShareInfo(std::list<_HuaweiShareInfo>& shares) { shares = m_shares; }
+
+ private:
+  std::list<_HuaweiShareInfo> m_shares;
+};
+
+// Every CIFS permission of the array (or vStore). Behind the first element that names a vStore,
+// every later one is given that element's vStore, whatever it says itself.
+class HuaweiJSONGetCIFSSharePermissionInfo : public HuaweiJSONGetDataList<_HuaweiCIFSSharePermissionInfo> {
+ public:
+  explicit HuaweiJSONGetCIFSSharePermissionInfo(unsigned long long const& jobId);
+  void getCIFSSharePermissionInfo(std::list<_HuaweiCIFSSharePermissionInfo>& permissions) {
+    permissions = m_records;
+  }
+
+ private:
+  void readElement(const jsonxx::Object& element, _HuaweiCIFSSharePermissionInfo& record) override;
+
+  bool m_vstoreSeen = false;
+  std::string m_vstoreId;
+  std::string m_vstoreName;
+};
+
+class HuaweiJSONAddCIFSSharePermissions : public HuaweiJSONBase {
+ public:
+  HuaweiJSONAddCIFSSharePermissions(unsigned long long const& jobId, std::string const& name,
+                                    std::string const& parentId, std::string const& domainType,
+                                    std::string const& permission, std::string const& vstoreId);
+  bool buildRequest(std::string& body) override;
+  bool parseResponse(std::string& response) override;
+  std::string getPermissionId() { return m_permissionId; }
+
+ private:
+  std::string m_permissionId;
+  std::string m_name;
+  std::string m_parentId;
+  std::string m_domainType;
+  std::string m_permission;
+  std::string m_vstoreId;
+};
+
+class HuaweiJSONCreateCIFSShare : public HuaweiJSONBase {
+ public:
+  HuaweiJSONCreateCIFSShare(unsigned long long const& jobId, std::string const& shareId, std::string const& name,
+                            std::string const& sharePath, std::string const& fileSystemId,
+                            std::string const& vstoreId);
+  bool buildRequest(std::string& body) override;
+  bool parseResponse(std::string& response) override;
+  std::string getCIFSShareID() { return m_shareId; }
+
+ private:
+  // The caller's value until the answer gives the array's identifier.
+  std::string m_shareId;
+  std::string m_name;
+  std::string m_sharePath;
+  std::string m_fileSystemId;
+  std::string m_vstoreId;
+};
+
+// Deletions of a share or a permission: any answer with an error object is read as done, a
+// non-zero code only logged; the transport has already turned a refusal into a failed send.
+class HuaweiJSONShareDeletion : public HuaweiJSONBase {
+ public:
+  bool parseResponse(std::string& response) override;
+
+ protected:
+  HuaweiJSONShareDeletion(unsigned long long const& jobId, std::string const& target)
+      : HuaweiJSONBase(jobId), m_target(target) {}
+  ~HuaweiJSONShareDeletion() = default;
+
+  // The share's name, the share's identifier or the permission's identifier.
+  std::string m_target;
+};
+
+class HuaweiJSONDeleteCIFSShare : public HuaweiJSONShareDeletion {
+ public:
+  HuaweiJSONDeleteCIFSShare(unsigned long long const& jobId, std::string const& shareName)
+      : HuaweiJSONShareDeletion(jobId, shareName) {}
+};
+
+class HuaweiJSONDeleteNFSShare : public HuaweiJSONShareDeletion {
+ public:
+  HuaweiJSONDeleteNFSShare(unsigned long long const& jobId, std::string const& shareId)
+      : HuaweiJSONShareDeletion(jobId, shareId) {}
+};
+
+class HuaweiJSONDeleteNFSSharePermission : public HuaweiJSONShareDeletion {
+ public:
+  HuaweiJSONDeleteNFSSharePermission(unsigned long long const& jobId, std::string const& permissionId)
+      : HuaweiJSONShareDeletion(jobId, permissionId) {}
+};
+
+// Every NFS client permission of the array (or vStore), each element read by itself.
+class HuaweiJSONGetNFSSharePermissionInfo : public HuaweiJSONGetDataList<_HuaweiNFSSharePermissionInfo> {
+ public:
+  explicit HuaweiJSONGetNFSSharePermissionInfo(unsigned long long const& jobId);
+  void getNFSSharePermissionInfo(std::list<_HuaweiNFSSharePermissionInfo>& permissions) { permissions = m_records; }
+};
+
+// The vStore is kept but never sent, and the answer's identifier is not read: callers list the
+// permissions to learn it.
+class HuaweiJSONAddNFSSharePermissions : public HuaweiJSONBase {
+ public:
+  HuaweiJSONAddNFSSharePermissions(unsigned long long const& jobId, std::string const& name,
+                                   std::string const& parentId, std::string const& accessVal,
+                                   std::string const& sync, std::string const& allSquash,
+                                   std::string const& rootSquash, std::string const& vstoreId);
+  bool buildRequest(std::string& body) override;
+  bool parseResponse(std::string& response) override;
+
+ private:
+  std::string m_permissionId;
+  std::string m_name;
+  std::string m_parentId;
+  std::string m_accessVal;
+  std::string m_sync;
+  std::string m_allSquash;
+  std::string m_rootSquash;
+  std::string m_vstoreId;
+};
+
+class HuaweiJSONCreateNFSShare : public HuaweiJSONBase {
+ public:
+  HuaweiJSONCreateNFSShare(unsigned long long const& jobId, std::string const& shareId,
+                           std::string const& fileSystemId, std::string const& name, std::string const& sharePath,
+                           std::string const& vstoreId);
+  bool buildRequest(std::string& body) override;
+  bool parseResponse(std::string& response) override;
+  std::string getNFShareID() { return m_shareId; }
+
+ private:
+  std::string m_shareId;
+  std::string m_name;
+  std::string m_sharePath;
+  std::string m_fileSystemId;
+  std::string m_vstoreId;
+};

@@ -1,0 +1,116 @@
+#include "resources/ShareResources.h"
+
+#include <optional>
+
+#include "store/StoreActions.h"
+
+namespace arraysim {
+namespace {
+
+// Lists come as arrays even with one item, and without "data" when empty.
+AnswerStyle ShareLists() {
+  AnswerStyle style;
+  style.singleItemAsObject = false;
+  return style;
+}
+
+// A body member as text; empty when absent or not a string.
+std::string Text(const nlohmann::json& body, const char* key) {
+  const auto it = body.find(key);
+  return it != body.end() && it->is_string() ? it->get<std::string>() : std::string();
+}
+
+std::optional<std::string> FileSystemNamed(const FileSystemResources& fileSystems, const std::string& name) {
+  for (const auto& info : fileSystems.list()) {
+    if (info.name == name) return info.id;
+  }
+  return std::nullopt;
+}
+
+// Ties a new share to a file system: the body's FSID when given, else the one whose name is the
+// first directory of SHAREPATH. Neither is an unknown object.
+RouteHook TiedToFileSystem(const FileSystemResources& fileSystems) {
+  return [&fileSystems](RouteContext& c) -> std::optional<Reply> {
+    const std::string given = Text(c.body, "FSID");
+    if (!given.empty()) {
+      if (fileSystems.info(given)) return std::nullopt;
+      return c.fail({codes::kObjectNotFound, "The file system does not exist."});
+    }
+    const std::string path = Text(c.body, "SHAREPATH");
+    const auto named = FileSystemNamed(fileSystems, path.substr(1, path.find('/', 1) - 1));
+    if (!named) return c.fail({codes::kObjectNotFound, "The file system does not exist."});
+    c.body["FSID"] = *named;
+    return std::nullopt;
+  };
+}
+
+// A grant needs a visible share of its protocol, is made once per client and share, and belongs
+// to the share's vStore even when the request names none.
+RouteHook GrantOn(const char* shareType) {
+  return [shareType](RouteContext& c) -> std::optional<Reply> {
+    const std::string shareId = Text(c.body, "PARENTID");
+    const auto share = c.visible(shareType, shareId);
+    if (!share) return c.fail({codes::kObjectNotFound, "The share does not exist."});
+    for (const auto& other : c.store.list(c.route.type)) {
+      if (other.value("PARENTID", "") == shareId && other.value("NAME", "") == Text(c.body, "NAME")) {
+        return c.fail(c.route.exists);
+      }
+    }
+    const std::string vstore = share->value("vstoreId", "");
+    if (vstore.empty() || !c.scope.owner().empty()) return std::nullopt;
+    Record record = Record::object();
+    for (const auto& item : c.body.items()) {
+      if (item.key() != "vstoreId" && item.key() != "ID") record[item.key()] = AsArrayValue(item.value());
+    }
+    record["vstoreId"] = vstore;
+    return Reply::Object(*c.store.get(c.route.type, c.store.insert(c.route.type, std::move(record))));
+  };
+}
+
+RouteHook DroppingPermissions(const char* permissionType) {
+  return [permissionType](RouteContext& c) -> std::optional<Reply> {
+    if (!c.visible()) return std::nullopt;  // the deletion answers the absence
+    for (const auto& permission : c.store.list(permissionType)) {
+      if (permission.value("PARENTID", "") == c.id) c.store.erase(permissionType, permission["ID"].get<std::string>());
+    }
+    return std::nullopt;
+  };
+}
+
+}  // namespace
+
+void ShareResources::Declare(ResourceTable& table, const FileSystemResources& fileSystems) {
+  using R = ResourceRoute;
+  table.add(R("POST", "CIFSHARE", kCIFSShare, Action::Create)
+                .requiring({"NAME", "SHAREPATH"})
+                .existsAs(codes::kCIFSShareExists, "The CIFS share already exists.")
+                .hooked(TiedToFileSystem(fileSystems)));
+  table.add(R("GET", "cifshare", kCIFSShare, Action::List).shaped(ShareLists()));
+  table.add(R("DELETE", "cifshare/{}", kCIFSShare, Action::Delete).hooked(DroppingPermissions(kCIFSPermission)));
+
+  table.add(R("POST", "NFSHARE", kNFSShare, Action::Create)
+                .requiring({"SHAREPATH"})
+                .uniqueBy("SHAREPATH")
+                .existsAs(codes::kNameExists, "The NFS share already exists.")
+                .hooked(TiedToFileSystem(fileSystems)));
+  table.add(R("GET", "nfshare", kNFSShare, Action::List).shaped(ShareLists()));
+  table.add(R("DELETE", "nfshare/{}", kNFSShare, Action::Delete).hooked(DroppingPermissions(kNFSPermission)));
+
+  table.add(R("POST", kCIFSPermission, kCIFSPermission, Action::Create)
+                .requiring({"NAME", "PARENTID", "PERMISSION"})
+                .uniqueBy("")
+                .existsAs(codes::kCIFSSharePermissionExists, "The permission already exists.")
+                .hooked(GrantOn(kCIFSShare)));
+  table.add(R("GET", kCIFSPermission, kCIFSPermission, Action::List).shaped(ShareLists()));
+
+  table.add(R("POST", kNFSPermission, kNFSPermission, Action::Create)
+                .requiring({"NAME", "PARENTID", "ACCESSVAL", "SYNC", "ALLSQUASH", "ROOTSQUASH"})
+                .uniqueBy("")
+                .existsAs(codes::kNFSSharePermissionExists, "The client already has a permission.")
+                .hooked(GrantOn(kNFSShare)));
+  table.add(R("GET", kNFSPermission, kNFSPermission, Action::List).shaped(ShareLists()));
+  table.add(R("DELETE", std::string(kNFSPermission) + "/{}", kNFSPermission, Action::Delete)
+                .absentAs(codes::kNFSSharePermissionNotFound, "The permission does not exist."));
+}
+
+}  // namespace arraysim
