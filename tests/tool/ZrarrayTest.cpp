@@ -1,0 +1,273 @@
+// zrarray end to end: the executable run as its own process against the simulator over HTTPS,
+// its JSON parsed, its exit status and standard error read as an operator or a script would.
+#include <sys/stat.h>
+
+#include <fstream>
+#include <regex>
+#include <set>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "SimulatorEnvironment.h"
+#include "ToolProcess.h"
+
+namespace zrtest {
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::Not;
+
+class Zrarray : public SimulatorTest {
+ protected:
+  void SetUp() override {
+    SimulatorTest::SetUp();
+    passwordFile_ = writeFile("password", std::string(arraysim::SimulatorOptions::kDefaultPassword) + "\n", 0600);
+  }
+
+  std::string writeFile(const std::string& name, const std::string& text, mode_t mode) {
+    const std::string path = testing::TempDir() + "zrarray-" + name;
+    std::ofstream(path, std::ios::trunc) << text;
+    chmod(path.c_str(), mode);
+    return path;
+  }
+
+  // The tool pointed at the simulator, trusting its CA, the password from a private file.
+  ToolRun zrarray(std::vector<std::string> arguments, const ToolInput& input = {},
+                  std::vector<std::string> credentials = {}) {
+    if (credentials.empty()) credentials = {"--password-file", passwordFile_};
+    std::vector<std::string> all = {"--address", sim().address(), "--user", "admin",
+                                    "--ca-bundle", sim().caCertPath()};
+    all.insert(all.end(), credentials.begin(), credentials.end());
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return RunZrarray(all, input);
+  }
+
+  json answer(const std::vector<std::string>& arguments) {
+    const ToolRun run = zrarray(arguments);
+    EXPECT_EQ(run.status, 0) << run.err;
+    return run.out.empty() ? json() : json::parse(run.out);
+  }
+
+  std::string passwordFile_;
+};
+
+TEST_F(Zrarray, PrintsRecordsAsObjectsListsAsArraysAndTablesForPeople) {
+  sim().system().setSystemField("NAME", "lab array");
+  sim().fileSystems().create("projects");
+  sim().fileSystems().create("home");
+  arraysim::FileSystemInfo tenants;
+  tenants.vstoreId = "3";
+  sim().fileSystems().create("tenant data", tenants);
+  sim().fileSystems().create("tenant logs", tenants);
+
+  const json system = answer({"system", "info"});
+  EXPECT_EQ(system["name"], "lab array");
+  EXPECT_EQ(system["id"], sim().deviceId());
+  const json fileSystems = answer({"fs", "list"});
+  ASSERT_TRUE(fileSystems.is_array());
+  ASSERT_EQ(fileSystems.size(), 4u);
+  EXPECT_EQ(fileSystems[0]["name"], "projects");
+  EXPECT_EQ(answer({"fs", "id", "--name", "home"})["id"], fileSystems[1]["id"]);
+  EXPECT_EQ(answer({"system", "login-vstore"})["vstoreId"], "-12345");
+
+  // Global options may follow the subcommand; --vstore reaches the query.
+  const ToolRun table = zrarray({"fs", "list", "--format", "table", "--vstore", "3"});
+  EXPECT_EQ(table.status, 0) << table.err;
+  EXPECT_THAT(table.outLines(), testing::ElementsAre(testing::MatchesRegex("id +name +healthStatus"),
+                                                    testing::MatchesRegex("3 +tenant data +1"),
+                                                    testing::MatchesRegex("4 +tenant logs +1")));
+  EXPECT_EQ(sim().requests().matching("GET", "filesystem").back().resource, "filesystem?vstoreId=3");
+}
+
+TEST_F(Zrarray, SnapshotLifecycle) {
+  const std::string fileSystem = sim().fileSystems().create("projects");
+  const std::string id = answer({"snapshot", "create", "--file-system-id", fileSystem, "--name", "nightly"})["id"];
+  ASSERT_FALSE(id.empty());
+  EXPECT_THAT(sim().requests().matching("POST", "fssnapshot").back().body, HasSubstr("nightly"));
+  const json info = answer({"snapshot", "info", "--id", id});
+  EXPECT_EQ(info["name"], "nightly");
+  EXPECT_EQ(info["notExist"], false);
+  EXPECT_EQ(answer({"snapshot", "exists", "--id", id})["present"], true);
+
+  const ToolRun deleted = zrarray({"snapshot", "delete", "--id", id});
+  EXPECT_EQ(deleted.status, 0) << deleted.err;
+  EXPECT_EQ(deleted.out, "");
+  EXPECT_EQ(answer({"snapshot", "exists", "--id", id})["present"], false);
+}
+
+TEST_F(Zrarray, FailuresExitOneWithTheReasonAndTheArraysCode) {
+  const ToolRun missing = zrarray({"snapshot", "info", "--id", "9@9"});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_EQ(missing.out, "");
+  EXPECT_THAT(missing.err, HasSubstr("zrarray: snapshot info failed: Unable to get the snapshot information. "
+                                     "[array code 1073754118: "));
+
+  const std::string wrong = writeFile("wrong", "not-the-password", 0600);
+  const ToolRun login = zrarray({"system", "info"}, {}, {"--password-file", wrong});
+  EXPECT_EQ(login.status, 1);
+  EXPECT_THAT(login.err, HasSubstr("login to " + sim().address() + " as admin failed"));
+  EXPECT_THAT(login.err, HasSubstr("[array code 1077949061: The user name or password is incorrect.]"));
+}
+
+// The array's certificate is checked against the given CA, else the system's store; --insecure
+// is explicit and loud.
+TEST_F(Zrarray, TrustsOnlyWhatItIsToldAndSaysSoWhenItIsNot) {
+  const std::vector<std::string> common = {"--address", sim().address(), "--user", "admin",
+                                           "--password-file", passwordFile_, "system", "info"};
+  const ToolRun untrusted = RunZrarray(common);
+  EXPECT_EQ(untrusted.status, 1);
+  EXPECT_THAT(untrusted.err, HasSubstr("failed"));
+  EXPECT_THAT(untrusted.err, testing::ContainsRegex("certificate|SSL"));
+
+  std::vector<std::string> insecure = common;
+  insecure.insert(insecure.begin(), "--insecure");
+  const ToolRun trusting = RunZrarray(insecure);
+  EXPECT_EQ(trusting.status, 0) << trusting.err;
+  EXPECT_THAT(trusting.err, HasSubstr("WARNING: --insecure"));
+  EXPECT_THAT(trusting.err, HasSubstr("TLS certificate verification is switched off"));
+}
+
+TEST_F(Zrarray, PasswordOnlyFromPrivateFileStandardInputOrANamedVariable) {
+  const std::string password = arraysim::SimulatorOptions::kDefaultPassword;
+  for (const mode_t mode : {0644, 0640, 0604, 0660}) {
+    const ToolRun refused =
+        zrarray({"system", "info"}, {}, {"--password-file", writeFile("shared", password, mode)});
+    EXPECT_EQ(refused.status, 2) << std::oct << mode;
+    EXPECT_THAT(refused.err, HasSubstr("chmod 600")) << std::oct << mode;
+  }
+  EXPECT_TRUE(sim().requests().all().empty()) << "a refused password was sent";
+
+  EXPECT_EQ(zrarray({"system", "info"}, {password + "\n", {}, false}, {"--password-stdin"}).status, 0);
+  EXPECT_EQ(zrarray({"system", "info"}, {"", {{"ARRAY_SECRET", password}}}, {"--password-env", "ARRAY_SECRET"}).status,
+            0);
+  const ToolRun unset = zrarray({"system", "info"}, {}, {"--password-env", "ARRAY_SECRET"});
+  EXPECT_EQ(unset.status, 2);
+  EXPECT_THAT(unset.err, HasSubstr("ARRAY_SECRET is not set"));
+
+  const ToolRun none = RunZrarray({"--address", sim().address(), "--user", "admin", "system", "info"});
+  EXPECT_EQ(none.status, 2);
+  EXPECT_THAT(none.err, HasSubstr("no password"));
+  const ToolRun onArgv = RunZrarray({"--address", sim().address(), "--password", password, "system", "info"});
+  EXPECT_EQ(onArgv.status, 2);
+
+  // Even requests and responses in the log leave the password out.
+  const ToolRun verbose = zrarray({"--log-level", "7", "system", "info"});
+  EXPECT_EQ(verbose.status, 0);
+  EXPECT_THAT(verbose.err, HasSubstr("sessions"));
+  EXPECT_THAT(verbose.err + verbose.out, Not(HasSubstr(password)));
+}
+
+// Every group and every subcommand answers --help; usage mistakes exit with 2.
+TEST_F(Zrarray, HelpOnEveryLevelAndUsageErrorsExitTwo) {
+  const auto subcommands = [](const std::string& help) {
+    std::vector<std::string> names;
+    const std::string section = help.substr(help.find("Subcommands:"));
+    const std::regex line(R"(\n  (\S+))");
+    for (std::sregex_iterator it(section.begin(), section.end(), line), end; it != end; ++it) {
+      names.push_back((*it)[1]);
+    }
+    return names;
+  };
+  const ToolRun top = RunZrarray({"--help"});
+  ASSERT_EQ(top.status, 0);
+  EXPECT_THAT(top.out, HasSubstr("--password-file"));
+  EXPECT_THAT(top.out, Not(testing::ContainsRegex("--password[ =]")));
+  const std::vector<std::string> groups = subcommands(top.out);
+  EXPECT_THAT(groups, testing::IsSupersetOf({"system", "fs", "snapshot", "changelist"}));
+  for (const std::string& group : groups) {
+    const ToolRun groupHelp = RunZrarray({group, "--help"});
+    ASSERT_EQ(groupHelp.status, 0) << group;
+    for (const std::string& command : subcommands(groupHelp.out)) {
+      const ToolRun help = RunZrarray({group, command, "--help"});
+      EXPECT_EQ(help.status, 0) << group << " " << command;
+      EXPECT_THAT(help.out, HasSubstr("--help")) << group << " " << command;
+    }
+  }
+
+  for (const std::vector<std::string>& mistake :
+       {std::vector<std::string>{}, {"fs"}, {"fs", "format"}, {"snapshot", "info"},
+        {"snapshot", "create", "--file-system-id", "seven", "--name", "x"}, {"--format", "xml", "fs", "list"}}) {
+    const ToolRun run = zrarray(mistake);
+    EXPECT_EQ(run.status, 2) << testing::PrintToString(mistake) << run.err;
+    EXPECT_EQ(run.out, "");
+  }
+  EXPECT_TRUE(sim().requests().all().empty());
+}
+
+class ZrarrayWalk : public Zrarray {
+ protected:
+  void SetUp() override {
+    Zrarray::SetUp();
+    fileSystem_ = sim().fileSystems().create("projects");
+    sim().files(fileSystem_).writeFile("/docs/a.txt", 10).writeFile("/docs/b.txt", 20).writeFile("/old/c.txt", 1);
+    base_ = sim().snapshots().take(fileSystem_, "base");
+    sim().files(fileSystem_).writeFile("/docs/a.txt", 11).remove("/old").makeDirectory("/new dir");
+    for (int i = 0; i < 9; ++i) sim().files(fileSystem_).writeFile("/new dir/f" + std::to_string(i), i);
+    incremental_ = sim().snapshots().take(fileSystem_, "incremental");
+    sim().changeLists().setPageSize(3);
+  }
+
+  std::vector<std::string> walk() {
+    return {"changelist", "walk", "--file-system-id", fileSystem_, "--base", base_, "--incremental", incremental_};
+  }
+
+  std::string fileSystem_, base_, incremental_;
+};
+
+TEST_F(ZrarrayWalk, StreamsTheArraysDifferenceAsJsonLines) {
+  const ToolRun run = zrarray(walk());
+  ASSERT_EQ(run.status, 0) << run.err;
+  const std::vector<arraysim::Change> truth = sim().changeLists().difference(base_, incremental_);
+  const std::vector<std::string> lines = run.outLines();
+  ASSERT_EQ(lines.size(), truth.size());
+  for (size_t i = 0; i < truth.size(); ++i) {
+    const json entry = json::parse(lines[i]);
+    EXPECT_EQ(entry["filePath"], truth[i].path);
+    EXPECT_EQ(entry["changeType"], static_cast<int>(truth[i].changeType)) << truth[i].path;
+    EXPECT_EQ(entry["fType"], static_cast<int>(truth[i].fileType)) << truth[i].path;
+    EXPECT_EQ(entry["size"], truth[i].attributes.size) << truth[i].path;
+    EXPECT_EQ(entry["inode"], truth[i].attributes.inode) << truth[i].path;
+  }
+  EXPECT_THAT(run.err, Not(HasSubstr("entries/s")));  // no progress line into a pipe
+  EXPECT_TRUE(sim().changeLists().openSessions().empty());
+
+  // The same entries into a file, a summary on standard output, the progress line on a terminal.
+  const std::string output = testing::TempDir() + "zrarray-walk.jsonl";
+  std::vector<std::string> toFile = walk();
+  toFile.insert(toFile.end(), {"--output", output});
+  const ToolRun filed = zrarray(toFile, {"", {}, true});
+  ASSERT_EQ(filed.status, 0) << filed.err;
+  std::ifstream written(output);
+  std::vector<std::string> fileLines;
+  for (std::string line; std::getline(written, line);) fileLines.push_back(line);
+  EXPECT_EQ(fileLines, lines);
+  const json summary = json::parse(filed.out);
+  EXPECT_EQ(summary["entries"], truth.size());
+  EXPECT_EQ(summary["pages"], (truth.size() + 2) / 3);
+  EXPECT_THAT(filed.err, testing::ContainsRegex("[0-9]+ pages, " + std::to_string(truth.size()) +
+                                                " entries, array [0-9]+%, [0-9]+ entries/s"));
+}
+
+// A walk that cannot deliver its entries stops and deletes its session on the array.
+TEST_F(ZrarrayWalk, StopsAndClosesTheSessionWhenTheEntriesCannotBeWritten) {
+  std::vector<std::string> toFull = walk();
+  toFull.insert(toFull.end(), {"--output", "/dev/full"});
+  const ToolRun run = zrarray(toFull);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("changelist walk failed: writing the entries failed"));
+  EXPECT_TRUE(sim().changeLists().openSessions().empty());
+  EXPECT_EQ(sim().requests().all().back().method, "DELETE");
+}
+
+// --simulator needs no array, no address and no password.
+TEST(ZrarraySimulator, TriesTheToolWithoutAnArray) {
+  const ToolRun fileSystems = RunZrarray({"--simulator", "--simulator-address", "127.0.0.26", "fs", "list"});
+  ASSERT_EQ(fileSystems.status, 0) << fileSystems.err;
+  EXPECT_EQ(json::parse(fileSystems.out)[0]["name"], "projects");
+}
+
+}  // namespace
+}  // namespace zrtest

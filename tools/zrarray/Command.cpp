@@ -1,0 +1,64 @@
+#include "Command.h"
+
+#include <stdexcept>
+
+namespace zrarray {
+
+namespace {
+// Codes below this one are set by the client side, not by the array.
+const unsigned long long kFirstArrayCode = HuaweiApi::RESULT_CLIENT_FAILURE + 1;
+}  // namespace
+
+const std::string& Arguments::operator[](const std::string& name) const {
+  const auto found = texts_.find(name);
+  if (found == texts_.end()) throw std::logic_error("zrarray: no argument --" + name);
+  return found->second;
+}
+
+unsigned long long Arguments::number(const std::string& name) const { return std::stoull((*this)[name]); }
+
+bool Arguments::flag(const std::string& name) const {
+  const auto found = flags_.find(name);
+  if (found == flags_.end()) throw std::logic_error("zrarray: no flag --" + name);
+  return found->second;
+}
+
+bool Arguments::given(const std::string& name) const {
+  const auto found = texts_.find(name);
+  return found != texts_.end() && !found->second.empty();
+}
+
+Outcome Outcome::of(bool ok) {
+  Outcome outcome;
+  outcome.ok = ok;
+  return outcome;
+}
+
+Outcome Outcome::of(const CXoError& error) {
+  Outcome outcome;
+  outcome.ok = !error.IsError();
+  if (!outcome.ok) outcome.reason = error.AsString();
+  return outcome;
+}
+
+Outcome Outcome::of(const HuaweiApi::ResultStatus& status) {
+  Outcome outcome;
+  outcome.ok = !status.IsError();
+  if (outcome.ok) return outcome;
+  if (status.GetErrorCode() >= kFirstArrayCode) {
+    outcome.arrayCode = status.GetErrorCode();
+    outcome.arrayDescription = status.GetErrorString();
+  } else {
+    outcome.reason = status.GetErrorString();
+  }
+  return outcome;
+}
+
+Outcome Outcome::failure(std::string reason) {
+  Outcome outcome;
+  outcome.ok = false;
+  outcome.reason = std::move(reason);
+  return outcome;
+}
+
+}  // namespace zrarray

@@ -1,0 +1,40 @@
+// The library's log lines on standard error, up to the chosen level, and what its errors said:
+// first-generation operations answer only true or false and tell the reason in the log.
+#pragma once
+
+#include <string>
+
+#include "Command.h"
+#include "TkLogSink.h"
+
+namespace zrarray {
+
+class LogRelay {
+ public:
+  // Installs itself as the library's log sink; the destructor puts back the one before.
+  explicit LogRelay(int level);
+  ~LogRelay();
+  LogRelay(const LogRelay&) = delete;
+  LogRelay& operator=(const LogRelay&) = delete;
+
+  // Forgets the errors seen so far: each operation is judged by its own.
+  void startOperation();
+  // Fills what the outcome lacks: the last error line as the reason, the array's code and
+  // description from the transport's line of a refused request, or else what the HTTPS client
+  // said of a failed exchange (refused connection, untrusted certificate).
+  void explain(Outcome& outcome) const;
+
+ private:
+  void receive(const tklog::LogLine& line);
+
+  int level_;
+  bool terminal_;
+  tklog::Sink saved_;
+  int savedLevel_;
+  std::string lastError_;
+  std::string clientFailure_;
+  unsigned long long arrayCode_ = 0;
+  std::string arrayDescription_;
+};
+
+}  // namespace zrarray

@@ -1,0 +1,198 @@
+#include "Tool.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <csignal>
+#include <cstdio>
+#include <deque>
+#include <memory>
+#include <stdexcept>
+
+#include <CLI/CLI.hpp>
+
+#include "Command.h"
+#include "DemoArray.h"
+#include "GlobalOptions.h"
+#include "LogRelay.h"
+#include "PasswordSource.h"
+
+namespace zrarray {
+
+namespace {
+
+enum ExitStatus { kSuccess = 0, kFailed = 1, kUsage = 2 };
+
+struct Chosen {
+  const Command* command = nullptr;
+  const Arguments* arguments = nullptr;
+};
+
+CLI::Validator Digits() {
+  return CLI::Validator(
+      [](std::string& text) {
+        const bool digits = !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) {
+          return std::isdigit(c) != 0;
+        });
+        return digits ? std::string() : "'" + text + "' is not a number";
+      },
+      "NUMBER");
+}
+
+void AddArgument(CLI::App& command, const Argument& argument, Arguments& values) {
+  const std::string option = "--" + argument.name;
+  if (argument.kind == Argument::Kind::Flag) {
+    command.add_flag(option, values.flagSlot(argument.name), argument.help);
+    return;
+  }
+  CLI::Option* added = command.add_option(option, values.textSlot(argument.name), argument.help);
+  if (argument.required) added->required();
+  if (argument.kind == Argument::Kind::Number) added->check(Digits());
+}
+
+// One subcommand per group of the library, one below it per row; `values` keeps their arguments.
+void AddCommands(CLI::App& app, const std::vector<Command>& commands, std::deque<Arguments>& values, Chosen& chosen) {
+  for (const auto& [group, help] : CommandGroups()) {
+    CLI::App* groupCommand = nullptr;
+    for (const Command& command : commands) {
+      if (command.group != group) continue;
+      if (groupCommand == nullptr) {
+        groupCommand = app.add_subcommand(group, help);
+        groupCommand->require_subcommand(1);
+        groupCommand->fallthrough();  // global options may follow the subcommand
+      }
+      Arguments& arguments = values.emplace_back();
+      CLI::App* added = groupCommand->add_subcommand(command.name, command.help);
+      added->fallthrough();
+      for (const Argument& argument : command.arguments) AddArgument(*added, argument, arguments);
+      added->callback([&chosen, &command, &arguments] { chosen = {&command, &arguments}; });
+    }
+  }
+}
+
+std::string ReadPassword(const GlobalOptions& options) {
+  if (!options.passwordFile.empty()) return PasswordFromFile(options.passwordFile);
+  if (options.passwordStdin) return PasswordFromStandardInput();
+  if (!options.passwordEnv.empty()) return PasswordFromEnvironment(options.passwordEnv);
+  throw UsageError(
+      "no password: give --password-file FILE (mode 0600), --password-stdin, or --password-env VARIABLE "
+      "(a password on the command line would be visible to other users)");
+}
+
+void Report(const std::string& what, const Outcome& outcome) {
+  std::string line = "zrarray: " + what + " failed";
+  if (!outcome.reason.empty()) line += ": " + outcome.reason;
+  if (outcome.arrayCode != 0) {
+    line += " [array code " + std::to_string(outcome.arrayCode) + ": " + outcome.arrayDescription + "]";
+  }
+  std::fprintf(stderr, "%s\n", line.c_str());
+}
+
+struct Login {
+  std::string address;
+  std::string user;
+  std::string password;
+};
+
+// Logs in, runs the operation, prints its answer. The facade logs out when it goes.
+int Perform(const Command& command, const Arguments& arguments, const GlobalOptions& options, const Login& login,
+            LogRelay& relay) {
+  // The process identifier as job identifier keeps the session files of parallel runs apart.
+  ZrManageHuawei array(static_cast<unsigned long long>(getpid()));
+  relay.startOperation();
+  if (!array.createSession(login.user, login.password, login.address)) {
+    unsigned long long code = 0;
+    std::string text;
+    array.GetErrorInfo(code, text);
+    Outcome outcome = Outcome::of(HuaweiApi::ResultStatus(code, text));
+    outcome.ok = false;
+    relay.explain(outcome);
+    Report("login to " + login.address + " as " + login.user, outcome);
+    return kFailed;
+  }
+
+  Call call{array, arguments, options.vstore.empty() ? array.getvStoreId() : options.vstore, options};
+  relay.startOperation();
+  Result result = command.run(call);
+  relay.explain(result.outcome);
+  const std::string what = command.group + " " + command.name;
+  if (!result.outcome.ok) {
+    Report(what, result.outcome);
+    return kFailed;
+  }
+  if (result.value && !Print(stdout, *result.value, options.format)) {
+    Report(what, Outcome::failure("writing the answer to standard output"));
+    return kFailed;
+  }
+  return kSuccess;
+}
+
+int Execute(const Command& command, const Arguments& arguments, const GlobalOptions& options) {
+  LogRelay relay(options.logLevel);
+  Login login{options.address, options.user, std::string()};
+  if (!options.simulator && login.address.empty()) {
+    throw UsageError("give the array's address with --address (or ZRARRAY_ADDRESS), or try --simulator");
+  }
+  if (!options.simulator && login.user.empty()) throw UsageError("give the user with --user (or ZRARRAY_USER)");
+  if (!options.simulator || options.passwordSourceGiven()) login.password = ReadPassword(options);
+
+  ZRLibCurlOptions transport = options.transport();
+  std::unique_ptr<DemoArray> demo;
+  if (options.simulator) {
+    try {
+      demo = std::make_unique<DemoArray>(options.simulatorAddress);
+    } catch (const std::exception& error) {
+      Report("starting the simulator on " + options.simulatorAddress, Outcome::failure(error.what()));
+      return kFailed;
+    }
+    login.address = demo->address();
+    if (login.user.empty()) login.user = DemoArray::user();
+    if (login.password.empty()) login.password = DemoArray::password();
+    if (transport.caBundlePath.empty()) transport.caBundlePath = demo->caCertPath();
+  }
+  if (options.insecure) {
+    std::fprintf(stderr,
+                 "zrarray: WARNING: --insecure: the array's certificate is NOT verified; anyone on the path can "
+                 "pose as %s and read the password\n",
+                 login.address.c_str());
+  }
+
+  ZRLibCurlSetOptions(transport);
+  const int status = Perform(command, arguments, options, login, relay);
+  ZRLibCurlSetOptions(ZRLibCurlOptions());  // closes pooled connections while the simulator still runs
+  return status;
+}
+
+}  // namespace
+
+int RunTool(int argc, char** argv) {
+  // A closed pipe (`zrarray ... | head`) shows as a failed write, so a walk can still close its session.
+  std::signal(SIGPIPE, SIG_IGN);
+
+  CLI::App app("Drives a Huawei storage array: one subcommand per operation of the library, JSON on standard "
+               "output, log lines on standard error.",
+               "zrarray");
+  GlobalOptions options;
+  options.addTo(app);
+  const std::vector<Command> commands = AllCommands();
+  std::deque<Arguments> values;
+  Chosen chosen;
+  AddCommands(app, commands, values, chosen);
+  app.require_subcommand(1);
+  app.footer("Exit status: 0 success, 1 the operation failed (reason on standard error), 2 usage error.");
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? kSuccess : kUsage;
+  }
+  try {
+    return Execute(*chosen.command, *chosen.arguments, options);
+  } catch (const UsageError& error) {
+    std::fprintf(stderr, "zrarray: %s\n", error.what());
+    return kUsage;
+  }
+}
+
+}  // namespace zrarray
