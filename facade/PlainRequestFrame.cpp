@@ -34,6 +34,10 @@ FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& 
 unsigned long long PlainRequestFrame::arrayCode() const {
   unsigned long long code = 0;
   std::string text;
-  m_transport.getErrorInfo(code, text);
+  errorInfo(code, text);
   return code;
+}
+
+void PlainRequestFrame::errorInfo(unsigned long long& code, std::string& message) const {
+  m_transport.getErrorInfo(code, message);
 }

@@ -1,5 +1,8 @@
 #include "ArrayModel.h"
 
+#include "resources/HostResources.h"
+#include "resources/LunResources.h"
+
 namespace arraysim {
 
 ArrayModel::ArrayModel(const std::string& deviceId)
@@ -12,6 +15,8 @@ ArrayModel::ArrayModel(const std::string& deviceId)
       changeLists_(mutex_, snapshots_) {
   SystemResources::Declare(resources_);
   InterfaceResources::Declare(resources_);
+  LunResources::Declare(resources_);
+  HostResources::Declare(resources_);
 }
 
 void ArrayModel::registerRoutes(Router& router) {

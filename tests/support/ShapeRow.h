@@ -54,6 +54,10 @@ struct ShapeRow {
   }
   ShapeRow& guardNames(std::string operation) { return guardOperation = std::move(operation), *this; }
   ShapeRow& failsByError() { return byError = true, *this; }
+  // Second-generation guards that go without the "[ERROR] " prefix.
+  ShapeRow& guardsBare() { return bareGuard = true, *this; }
+  // An operation without a guard of its own that words the inner guard's failure itself.
+  ShapeRow& closedSessionSays(std::string text) { return closedSession = std::move(text), *this; }
 
   std::string name;
   Invocation call;
@@ -72,6 +76,8 @@ struct ShapeRow {
   std::string guardOperation;
   // First-generation failures written by Error(), which carries no job identifier.
   bool byError = false;
+  bool bareGuard = false;
+  std::string closedSession;
 };
 
 inline void PrintTo(const ShapeRow& row, std::ostream* out) { *out << row.name; }
