@@ -44,10 +44,10 @@ TEST_F(Hosts, ExistingHostsAndGroupsAreAdoptedByName) {
   EXPECT_EQ(fresh.vstoreName, "");
 
   // A longer name that the filter finds is not the host.
-  sim().store().erase("host", scene_["host"]);
-  sim().store().insert("host", {{"NAME", "h1-long"}, {"OPERATIONSYSTEM", "0"}, {"vstoreId", "3"}});
-  EXPECT_EQ(array_->createHost(host, "h1", "3", false).AsString(),
-            "[ERROR] Unable to get the information for the host with Name[h1].");
+  sim().store().insert("host", {{"NAME", "h5-long"}, {"OPERATIONSYSTEM", "0"}, {"vstoreId", "3"}});
+  sim().faults().add(arraysim::FaultRule::On("POST", "host").exactly().arrayError(1077948993, "The name already exists."));
+  EXPECT_EQ(array_->createHost(host, "h5", "3", false).AsString(),
+            "[ERROR] Unable to get the information for the host with Name[h5].");
 }
 
 TEST_F(Hosts, GroupMembership) {

@@ -97,7 +97,7 @@ TEST_F(LunSnapshots, LifeOfASnapshotFromCreationToDeletion) {
   ASSERT_FALSE(array_->createLUNSnapshotCopy(copy, made.id, "s1-copy", "-12345").IsError());
   EXPECT_EQ(lastRequest().body, "{\"ID\":\"" + made.id + "\", \"NAME\":\"s1-copy\" }");
   EXPECT_TRUE(copy.isCopy);
-  EXPECT_EQ(copy.vstoreId, "3");  // as the array names it, not as sent
+  EXPECT_EQ(copy.parentName, "lun7");
 
   bool notExist = false;
   ASSERT_FALSE(array_->deActivateLUNSnapshot(made.id, notExist, "3").IsError());
@@ -117,7 +117,7 @@ TEST_F(LunSnapshots, AGoneSnapshotIsStoppedAndDeletedButNotFound) {
   EXPECT_TRUE(log.HasLine(3, "ZrManageHuawei::deleteLUNSnapshot", "[ERROR] Unable to delete the LUN snapshot with ID [99]"));
   EXPECT_TRUE(log.HasLine(0, "ZrManageHuawei::deleteLUNSnapshot",
                           "The snapshot LUN with ID [99] does not exist. The snapshot may have been externally deleted."));
-  EXPECT_FALSE(log.ContainsText("Successfully"));
+  EXPECT_FALSE(log.ContainsLineWith(0, "Successfully"));
 
   _HuaweiLUNSnapshotInfo info;
   notExist = false;
