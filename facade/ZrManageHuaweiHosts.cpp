@@ -6,6 +6,7 @@
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
 #include "SecondGenerationCall.h"
+#include "YbString.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -111,7 +112,7 @@ CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std:
   }
   const PlainCall get{HUAWEI_REQ_GET, byName("host", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME};
   const auto texts =
-      SecondGenerationTexts::lookup("[ERROR] Unable to find the information for the host with name [" + hostName + "]");
+      SecondGenerationTexts::lookup(YbString::Format("[ERROR] Unable to find the information for the host with name [%s]", hostName.c_str()));
   if (CXoError failed = call.exchange(request, get, texts); failed.IsError()) return failed;
   request.getHostInfo(hosts);
   for (const auto& host : hosts) {
@@ -142,8 +143,8 @@ CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string co
   // A host of that name is taken as the one asked for.
   const auto texts = SecondGenerationTexts::change("").refusedBy([&](unsigned long long code, const std::string&) {
     if (code != HuaweiArrayCode::NAME_ALREADY_IN_USE) {
-      const std::string failure = "[ERROR] Unable to create host with name [" + hostName + "] operating system [" +
-                                  wanted.operatingSystem + "]";
+      const std::string failure = YbString::Format("[ERROR] Unable to create host with name [%s] operating system [%s]",
+                                                   hostName.c_str(), wanted.operatingSystem.c_str());
       log.line(3, "%s", failure.c_str());
       return call.error(failure);
     }
@@ -192,7 +193,7 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
           "[ERROR] The given host with ID [%s] does not exist. Specify an existing host and add the initiator to the host",
           hostId.c_str());
     }
-    return call.error("[ERROR] " + message);
+    return call.error("[ERROR] %s", message.c_str());
   });
   const PlainCall post{HUAWEI_REQ_POST, kind.resource, HuaweiOpType::CREATE_INITIATOR};
   if (CXoError failed = call.exchange(request, post, texts); failed.IsError()) return failed;
@@ -244,8 +245,8 @@ CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName
   }
   const PlainCall get{HUAWEI_REQ_GET, byName("hostgroup", hostGroupName, vstoreId),
                       HuaweiOpType::GET_HOST_GROUP_ID_FROM_NAME};
-  const auto texts = SecondGenerationTexts::lookup("[ERROR] Unable to find the information for the hostgroup with name [" +
-                                                   hostGroupName + "]");
+  const auto texts = SecondGenerationTexts::lookup(
+      YbString::Format("[ERROR] Unable to find the information for the hostgroup with name [%s]", hostGroupName.c_str()));
   if (CXoError failed = call.exchange(request, get, texts); failed.IsError()) return failed;
   request.getHostGroupInfo(groups);
   for (const auto& group : groups) {
@@ -276,7 +277,7 @@ CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, st
   // A group of that name is taken as the one asked for; the caller's vstoreName stays as it was.
   const auto texts = SecondGenerationTexts::change("").refusedBy([&](unsigned long long code, const std::string&) {
     if (code != HuaweiArrayCode::NAME_ALREADY_IN_USE) {
-      const std::string failure = "[ERROR] Unable to create hostgroup with name [" + hostGroupName + "]";
+      const std::string failure = YbString::Format("[ERROR] Unable to create hostgroup with name [%s]", hostGroupName.c_str());
       log.line(3, "%s", failure.c_str());
       return call.error(failure);
     }
@@ -336,7 +337,7 @@ CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGro
   if (CXoError failed = call.arguments({&hostGroupId}); failed.IsError()) return failed;
   const std::string resource = "host/associate?ASSOCIATEOBJID=" + hostGroupId +
                                "&ASSOCIATEOBJTYPE=" + HuaweiApiValue::OBJECT_TYPE_HOSTGROUP.getValue();
-  const std::string failure = "[ERROR] Failed to get the hosts associated with the Host Group [" + hostGroupId + "]";
+  const std::string failure = YbString::Format("[ERROR] Failed to get the hosts associated with the Host Group [%s]", hostGroupId.c_str());
   const auto texts = SecondGenerationTexts::change("").refusedBy([&](unsigned long long, const std::string&) {
     log.line(3, "%s", failure.c_str());
     return call.error(failure);

@@ -5,6 +5,7 @@
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
 #include "SecondGenerationCall.h"
+#include "YbString.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -40,8 +41,8 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
   }
   const auto texts = SecondGenerationTexts::lookup("").refusedBy(refusal(
       call, log,
-      {HuaweiArrayCode::LUN_DOES_NOT_EXIST, "[ERROR] LUN with ID [" + lunId + "] does not exist",
-       "[ERROR] Unable to find the LUN with ID [" + lunId + "]"}));
+      {HuaweiArrayCode::LUN_DOES_NOT_EXIST, YbString::Format("[ERROR] LUN with ID [%s] does not exist", lunId.c_str()),
+       YbString::Format("[ERROR] Unable to find the LUN with ID [%s]", lunId.c_str())}));
   const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("lun/" + lunId, vstoreId), HuaweiOpType::GET_LUN_INFO};
   if (CXoError failed = call.exchange(request, get, texts); failed.IsError()) return failed;
   request.getLUNInfo(lunInfo);
@@ -68,8 +69,8 @@ CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo
   }
   const SecondGenerationRefusal detailed = refusal(
       call, log,
-      {HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST, "[ERROR] Snapshot LUN with ID [" + snapshotId + "] does not exist",
-       "[ERROR] Unable to find the snapshot LUN with ID [" + snapshotId + "]"});
+      {HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST, YbString::Format("[ERROR] Snapshot LUN with ID [%s] does not exist", snapshotId.c_str()),
+       YbString::Format("[ERROR] Unable to find the snapshot LUN with ID [%s]", snapshotId.c_str())});
   // The absent snapshot is an error and a flag at once.
   const auto texts = SecondGenerationTexts::lookup("").refusedBy([&](unsigned long long code, const std::string& text) {
     if (code == HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST) notExist = true;
@@ -98,7 +99,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
       failed.IsError()) {
     return failed;
   }
-  const std::string notFound = "[ERROR] Unable to find the snapshot LUN with name [" + snapshotName + "]";
+  const std::string notFound = YbString::Format("[ERROR] Unable to find the snapshot LUN with name [%s]", snapshotName.c_str());
   const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("snapshot?filter=NAME:" + snapshotName, vstoreId),
                       HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME};
   if (CXoError failed = call.exchange(request, get, SecondGenerationTexts::lookup(notFound)); failed.IsError()) {
@@ -129,8 +130,8 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
   HuaweiJSONCreateLUNSnapshot request(m_jobId, wanted);
   const auto texts = SecondGenerationTexts::change("").refusedBy(refusal(
       call, log,
-      {HuaweiArrayCode::LUN_DOES_NOT_EXIST, "[ERROR] LUN with ID [" + lunId + "] does not exist",
-       "[ERROR] Unable to create snapshot [" + snapshotName + "] for LUN with ID [" + lunId + "]"}));
+      {HuaweiArrayCode::LUN_DOES_NOT_EXIST, YbString::Format("[ERROR] LUN with ID [%s] does not exist", lunId.c_str()),
+       YbString::Format("[ERROR] Unable to create snapshot [%s] for LUN with ID [%s]", snapshotName.c_str(), lunId.c_str())}));
   if (CXoError failed = call.exchange(request, {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT}, texts);
       failed.IsError()) {
     return failed;
@@ -157,7 +158,7 @@ CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotI
   wanted.vstoreId = vstoreId;
   wanted.isCopy = true;
   HuaweiJSONCreateLUNSnapshot request(m_jobId, wanted);
-  const std::string failure = "[ERROR] Unable to create snapshot copy for snapshot with ID [" + snapshotId + "]";
+  const std::string failure = YbString::Format("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId.c_str());
   const auto texts = SecondGenerationTexts::change("").refusedBy([&](unsigned long long, const std::string&) {
     log.line(3, "%s", failure.c_str());
     return call.error(failure);
@@ -194,7 +195,7 @@ CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& sna
       return call.error(
           "[ERROR] The snapshot is not in the inactive state. Confirm the snapshot is in the inactive state and retry.");
     }
-    return call.error("[ERROR] " + message);
+    return call.error("[ERROR] %s", message.c_str());
   });
   const PlainCall post{HUAWEI_REQ_POST, "snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT};
   if (CXoError failed = call.exchange(request, post, texts); failed.IsError()) return failed;
@@ -212,7 +213,7 @@ CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bo
   // Stopping a snapshot that is gone counts as done.
   bool gone = false;
   const auto texts = SecondGenerationTexts::change("").refusedBy([&](unsigned long long code, const std::string& message) {
-    if (code != HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST) return call.error("[ERROR] " + message);
+    if (code != HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST) return call.error("[ERROR] %s", message.c_str());
     log.line(0, "The LUN snapshot with ID [%s] does not exist", snapshotId.c_str());
     notExist = gone = true;
     return CXoError::Success();
@@ -237,7 +238,7 @@ CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::s
   bool gone = false;
   const auto texts = SecondGenerationTexts::change("").refusedBy([&](unsigned long long code, const std::string& message) {
     log.line(3, "[ERROR] Unable to delete the LUN snapshot with ID [%s]", snapshotId.c_str());
-    if (code != HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST) return call.error("[ERROR] " + message);
+    if (code != HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST) return call.error("[ERROR] %s", message.c_str());
     log.line(0, "The snapshot LUN with ID [%s] does not exist. The snapshot may have been externally deleted.",
              snapshotId.c_str());
     gone = true;
