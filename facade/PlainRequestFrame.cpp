@@ -37,6 +37,10 @@ FrameStep PlainRequestFrame::readAnswer(HuaweiJSONBase& request) {
 unsigned long long PlainRequestFrame::arrayCode() const {
   unsigned long long code = 0;
   std::string text;
-  m_transport.getErrorInfo(code, text);
+  errorInfo(code, text);
   return code;
+}
+
+void PlainRequestFrame::errorInfo(unsigned long long& code, std::string& message) const {
+  m_transport.getErrorInfo(code, message);
 }

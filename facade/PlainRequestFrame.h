@@ -35,6 +35,8 @@ class PlainRequestFrame {
   const HuaweiApi::ResultStatus& status() const { return m_status; }
   // The array's code of the last classified answer, as the transport keeps it.
   unsigned long long arrayCode() const;
+  // Code and message of the last classified answer, as the transport keeps them.
+  void errorInfo(unsigned long long& code, std::string& message) const;
 
  private:
   HuaweiRestAPI& m_transport;

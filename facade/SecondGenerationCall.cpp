@@ -1,5 +1,6 @@
 #include "SecondGenerationCall.h"
 
+#include "HuaweiRestAPI.h"
 #include "OperationLog.h"
 #include "YbErrorUtil.h"
 
@@ -11,9 +12,18 @@ CXoError SecondGenerationCall::error(const std::string& text) const {
   return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature, __LINE__), -1, "%s", text.c_str());
 }
 
-CXoError SecondGenerationCall::guard(const char* operationName) {
+CXoError SecondGenerationCall::errorFormattedBy(const CXoError& inner) const {
+  const std::string format = inner.AsString();
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-security"
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+  return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature, __LINE__), -1, format.c_str());
+#pragma GCC diagnostic pop
+}
+
+CXoError SecondGenerationCall::guard(const char* operationName, GuardStyle style) {
   if (m_sessionOpen) return CXoError::Success();
-  return error("[ERROR] " + guardText(operationName));
+  return error((style == GuardStyle::ErrorPrefix ? "[ERROR] " : "") + guardText(operationName));
 }
 
 CXoError SecondGenerationCall::arguments(std::initializer_list<const std::string*> values) {
@@ -21,6 +31,19 @@ CXoError SecondGenerationCall::arguments(std::initializer_list<const std::string
     if (value->empty()) return error("[ERROR] Invalid input parameters");
   }
   return CXoError::Success();
+}
+
+CXoError SecondGenerationCall::required(std::initializer_list<RequiredText> values) {
+  for (const RequiredText& value : values) {
+    if (value.value->empty()) return error(std::string(value.text));
+  }
+  return CXoError::Success();
+}
+
+CXoError SecondGenerationCall::open(const char* operationName, GuardStyle style,
+                                    std::initializer_list<RequiredText> values) {
+  const CXoError closed = guard(operationName, style);
+  return closed.IsError() ? closed : required(values);
 }
 
 CXoError SecondGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call,
@@ -31,6 +54,12 @@ CXoError SecondGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall
     case FrameStep::Build:
       return error(texts.buildFailed);
     case FrameStep::Send:
+      if (texts.refusal) {
+        unsigned long long code = 0;
+        std::string message;
+        m_frame.errorInfo(code, message);
+        return texts.refusal(code, message);
+      }
       return error(texts.requestFailed);
     case FrameStep::EmptyResponse:
       return error(texts.emptyResponse);

@@ -20,6 +20,7 @@
 class HuaweiJSONBaseV2;
 class OperationLog;
 class FirstGenerationCall;
+class SecondGenerationCall;
 
 class ZrManageHuawei {
  public:
@@ -112,8 +113,58 @@ class ZrManageHuawei {
   bool deleteNFSSharePermission(std::string const& permissionId, std::string vstoreId);
 
   // ---- LUN and LUN snapshot lookup, LUN snapshot lifecycle ----
+  CXoError getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& lunId, std::string vstoreId);
+  // notExist is set (only) when the array says the snapshot is absent; the result is an error then.
+  CXoError getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId, bool& notExist,
+                              std::string vstoreId);
+  // The first snapshot whose name is exactly snapshotName. notExist is neither read nor written.
+  CXoError getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotName,
+                                    bool& notExist, std::string vstoreId);
+  CXoError createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& lunId,
+                             std::string const& snapshotName, std::string vstoreId);
+  // One request for all: the array refuses the lot if any snapshot is not inactive.
+  CXoError activateLUNSnapshot(std::vector<std::string> const& snapshotIds, std::string vstoreId);
+  // An absent snapshot counts as stopped: success, with notExist set.
+  CXoError deActivateLUNSnapshot(std::string const& snapshotId, bool& notExist, std::string vstoreId);
+  // An absent snapshot counts as deleted.
+  CXoError deleteLUNSnapshot(std::string const& snapshotId, std::string vstoreId);
+  // rollbackSpeed goes to the array as given.
+  CXoError revertLUNSnapshot(std::string const& snapshotId, std::string const& rollbackSpeed, std::string vstoreId);
+  CXoError createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
+                                 std::string const& copyName, std::string vstoreId);
 
   // ---- Initiators, hosts and host groups ----
+  // isISCSI selects the kind: iSCSI when true, Fibre Channel otherwise. After these lookups an
+  // initiator's `name` holds the name of its host.
+  CXoError getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo, std::string const& initiatorId,
+                                  bool const& isISCSI, std::string vstoreId);
+  // An empty list is an error; `initiators` is replaced all the same.
+  CXoError getInitiatorInfo(std::vector<_HuaweiInitiator>& initiators, bool const& isISCSI, std::string vstoreId);
+  // Success with an empty hostId for an initiator bound to no host.
+  CXoError getHostIDFromInitiatorID(std::string const& initiatorId, bool const& isISCSI, std::string& hostId,
+                                    std::string vstoreId);
+  CXoError getHostIDFromHostName(std::string const& hostName, std::string& hostId, std::string vstoreId);
+  // A host of that name already there is taken as created; its operating system is not compared.
+  CXoError createHost(_HuaweiLUNHostInfo& hostInfo, std::string const& hostName, std::string vstoreId,
+                      bool useOsCode7);
+  // hostId may be empty for a free initiator. An existing initiator is an error that also sets
+  // alreadyExists (never cleared): re-bind it with updateInitiatorWithHostID if need be.
+  CXoError createInitiator(_HuaweiInitiator& initiatorInfo, std::string const& initiatorId, std::string const& hostId,
+                           bool const& isISCSI, bool& alreadyExists, std::string vstoreId);
+  CXoError updateInitiatorWithHostID(std::string const& initiatorId, std::string const& hostId, bool const& isISCSI,
+                                     std::string vstoreId);
+  CXoError getHostGroupIDFromName(std::string const& hostGroupName, std::string& hostGroupId, std::string vstoreId);
+  // A group of that name already there is taken as created.
+  CXoError createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, std::string const& hostGroupName,
+                           std::string vstoreId);
+  // Note the order: the group first. A host already in the group is success.
+  CXoError addHostToHostGroup(std::string const& hostGroupId, std::string const& hostId, std::string vstoreId);
+  // An empty group is success with `hosts` empty.
+  CXoError getHostAssociatedToHostGroup(std::string const& hostGroupId, std::vector<_HuaweiLUNHostInfo>& hosts,
+                                        std::string vstoreId);
+  // Success means the host is in the group; an empty group is an error.
+  CXoError isHostAssociatedToHostGroup(std::string const& hostGroupId, std::string const& hostId,
+                                       std::string vstoreId);
 
   // ---- LUN groups ----
 
@@ -126,6 +177,8 @@ class ZrManageHuawei {
 
  private:
   FirstGenerationCall firstGeneration(OperationLog& log);
+  // signature: the operation's signature as its errors are located.
+  SecondGenerationCall secondGeneration(OperationLog& log, const char* signature);
 
   HuaweiRestAPI m_restApi;
   unsigned long long m_jobId;

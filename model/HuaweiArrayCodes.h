@@ -21,12 +21,14 @@ constexpr unsigned long long SNAPSHOT_LUN_DOES_NOT_EXIST = 1077937880ULL;  // 0x
 constexpr unsigned long long SNAPSHOT_NOT_INACTIVE = 1077937889ULL;        // 0x404006E1
 
 // Hosts, initiators and groups.
-constexpr unsigned long long NAME_ALREADY_EXISTS = 1077948993ULL;         // 0x40403241, hosts and all groups
-constexpr unsigned long long ALREADY_EXISTS_OR_ASSOCIATED = 1077948997ULL;  // 0x40403245, initiator; LUN in group
+constexpr unsigned long long NAME_ALREADY_IN_USE = 1077948993ULL;       // 0x40403241, hosts and all groups
+// One code, two senses: 0x40403245.
+constexpr unsigned long long INITIATOR_ALREADY_EXISTS = 1077948997ULL;
+constexpr unsigned long long ALREADY_IN_LUN_GROUP = 1077948997ULL;
 constexpr unsigned long long HOST_DOES_NOT_EXIST = 1077950337ULL;         // 0x40403781
 constexpr unsigned long long INITIATOR_DOES_NOT_EXIST = 1077951220ULL;    // 0x40403AF4
 constexpr unsigned long long HOST_GROUP_DOES_NOT_EXIST = 1077937500ULL;   // 0x4040055C
-constexpr unsigned long long HOST_ALREADY_IN_HOST_GROUP = 1077937501ULL;  // 0x4040055D
+constexpr unsigned long long HOST_ALREADY_IN_GROUP = 1077937501ULL;       // 0x4040055D
 constexpr unsigned long long LUN_GROUP_DOES_NOT_EXIST = 1077948996ULL;    // 0x40403244
 
 // Mapping views.

@@ -3,15 +3,13 @@
 
 #include "HuaweiGroupRecords.h"
 #include "HuaweiLUNRecords.h"
+#include "SanAnswerReading.h"
 #include "TkDebug.h"
 #include "jsonxx.h"
 
 namespace {
 
-// The member as text when the object has it as a string; the empty text otherwise.
-std::string optionalText(jsonxx::Object const& object, const char* key) {
-  return object.has<std::string>(key) ? object.get<std::string>(key) : std::string();
-}
+using HuaweiSanAnswer::textOrEmpty;
 
 void logReadException() {
   TkDebug(nullptr).DebugLvl("parseFromJson", -1, "Exception while parsing the json response...");
@@ -27,12 +25,12 @@ bool _HuaweiLUNInfo::parseFromJson(jsonxx::Object const& object) {
     parentId = object.get<std::string>("PARENTID");
     runningStatus = HuaweiApi::RunningStatus(object.get<std::string>("RUNNINGSTATUS"));
     // Fetched early, decoded last: the array sends the list as JSON text inside a string.
-    const std::string splitMirrorText = optionalText(object, "SPLITMIRRORIDS");
-    allocType = HuaweiApi::AllocType(optionalText(object, "ALLOCTYPE"));
-    capacity = optionalText(object, "CAPACITY");
-    owningController = optionalText(object, "OWNINGCONTROLLER");
-    vstoreId = optionalText(object, "vstoreId");
-    vstoreName = optionalText(object, "vstoreName");
+    const std::string splitMirrorText = textOrEmpty(object, "SPLITMIRRORIDS");
+    allocType = HuaweiApi::AllocType(textOrEmpty(object, "ALLOCTYPE"));
+    capacity = textOrEmpty(object, "CAPACITY");
+    owningController = textOrEmpty(object, "OWNINGCONTROLLER");
+    vstoreId = textOrEmpty(object, "vstoreId");
+    vstoreName = textOrEmpty(object, "vstoreName");
 
     jsonxx::Value decoded;
     decoded.parse(splitMirrorText);
@@ -53,9 +51,9 @@ bool _HuaweiLunGroupInfo::parseFromJson(jsonxx::Object const& object) {
     clear();
     id = object.get<std::string>("ID");
     name = object.get<std::string>("NAME");
-    appType = optionalText(object, "APPTYPE");
-    vstoreId = optionalText(object, "vstoreId");
-    vstoreName = optionalText(object, "vstoreName");
+    appType = textOrEmpty(object, "APPTYPE");
+    vstoreId = textOrEmpty(object, "vstoreId");
+    vstoreName = textOrEmpty(object, "vstoreName");
     return true;
   } catch (...) {
     logReadException();

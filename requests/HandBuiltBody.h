@@ -26,3 +26,19 @@ class HandBuiltBody {
 
   std::string m_text;
 };
+
+#include "HuaweiVstore.h"
+
+// Pieces of bodies whose blanks and commas stand apart from the members: `"K":"v"`, and the
+// vStore piece `,"vstoreId":"v" ` (with its blank), which is left out for no vStore.
+namespace HandBuiltPiece {
+
+inline std::string quoted(const char* key, const std::string& value) {
+  return std::string("\"") + key + "\":\"" + value + "\"";
+}
+
+inline std::string vstore(const std::string& vstoreId) {
+  return HuaweiVstore::isNone(vstoreId) ? std::string() : ",\"vstoreId\":\"" + vstoreId + "\" ";
+}
+
+}  // namespace HandBuiltPiece

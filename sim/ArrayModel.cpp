@@ -1,5 +1,8 @@
 #include "ArrayModel.h"
 
+#include "resources/HostResources.h"
+#include "resources/LunResources.h"
+
 namespace arraysim {
 
 ArrayModel::ArrayModel(const std::string& deviceId)
@@ -13,6 +16,8 @@ ArrayModel::ArrayModel(const std::string& deviceId)
   SystemResources::Declare(resources_);
   InterfaceResources::Declare(resources_);
   ShareResources::Declare(resources_, fileSystems_);
+  LunResources::Declare(resources_);
+  HostResources::Declare(resources_);
 }
 
 void ArrayModel::registerRoutes(Router& router) {

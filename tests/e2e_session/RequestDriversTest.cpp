@@ -168,12 +168,13 @@ TEST_F(RequestDrivers, SecondGenerationFrameTurnsEachStepIntoALocatedError) {
                      arraysim::SimulatorOptions::kDefaultPassword, cookies);
   SecondGenerationCall open(transport, true, log, signature);
   EXPECT_FALSE(open.guard("deleteLunGroup").IsError());
-  EXPECT_FALSE(open.exchange(request, {HUAWEI_REQ_GET, "system/", 9}, {"[ERROR] gone"}).IsError());
-  EXPECT_EQ(open.exchange(request, {HUAWEI_REQ_DELETE, "fs_snapchangelist_session/nope", 4}, {"[ERROR] gone"}).AsString(),
+  const auto texts = SecondGenerationTexts::lookup("[ERROR] gone");
+  EXPECT_FALSE(open.exchange(request, {HUAWEI_REQ_GET, "system/", 9}, texts).IsError());
+  EXPECT_EQ(open.exchange(request, {HUAWEI_REQ_DELETE, "fs_snapchangelist_session/nope", 4}, texts).AsString(),
             "[ERROR] gone");
   sim().faults().add(FaultRule::On("GET", "system/").emptyBody());
-  EXPECT_EQ(open.exchange(request, {HUAWEI_REQ_GET, "system/", 9}, {"[ERROR] gone"}).AsString(),
-            "[ERROR] Empty response from the array");
+  EXPECT_EQ(open.exchange(request, {HUAWEI_REQ_GET, "system/", 9}, texts).AsString(),
+            "[ERROR] Empty response is returned from the array");
   std::remove(cookies.c_str());
 }
 

@@ -74,7 +74,9 @@ TEST_P(OperationShape, ClosedSessionAndEmptyArgumentSendNothing) {
   } else {
     EXPECT_TRUE(requests().empty());
     const std::string& named = row().guardOperation.empty() ? row().name : row().guardOperation;
-    expectFailure(outcome, row().guardPrefix + GuardText(outcome.generation, named), 0, log);
+    const std::string guard =
+        row().guardPrefix + GuardText(row().bareGuard ? Generation::First : outcome.generation, named);
+    expectFailure(outcome, row().closedSession.empty() ? guard : Fill(row().closedSession, scene_), 0, log);
   }
   if (!row().emptyArgumentCall) return;
   auto open = loggedInFacade();

@@ -60,6 +60,10 @@ struct ShapeRow {
   ShapeRow& refusalAt(int level) { return refusalLevel = level, *this; }
   // First generation: a refused answer ends the call without a line of the operation.
   ShapeRow& refusalUnlogged() { return refusalSilent = true, *this; }
+  // Second-generation guards that go without the "[ERROR] " prefix.
+  ShapeRow& guardsBare() { return bareGuard = true, *this; }
+  // An operation without a guard of its own that words the inner guard's failure itself.
+  ShapeRow& closedSessionSays(std::string text) { return closedSession = std::move(text), *this; }
 
   std::string name;
   Invocation call;
@@ -81,6 +85,8 @@ struct ShapeRow {
   std::string guardPrefix;
   int refusalLevel = -1;
   bool refusalSilent = false;
+  bool bareGuard = false;
+  std::string closedSession;
 };
 
 inline void PrintTo(const ShapeRow& row, std::ostream* out) { *out << row.name; }

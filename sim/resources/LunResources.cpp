@@ -1,0 +1,81 @@
+#include "resources/LunResources.h"
+
+namespace arraysim {
+namespace {
+
+const ArrayError kWrongState{codes::kParameterIncorrect, "The entered parameter is incorrect."};
+const ArrayError kNotInactive{codes::kSnapshotNotInactive, "The snapshot is not in the inactive state."};
+
+// A snapshot or a copy takes its LUN's name as PARENTNAME and starts inactive.
+std::optional<Reply> FromLun(RouteContext& c, const std::string& lunId) {
+  const auto lun = c.visible(LunResources::kLun, lunId);
+  if (!lun) return c.fail({codes::kLunNotFound, "The LUN does not exist."});
+  c.body["PARENTID"] = lunId;
+  c.body["PARENTNAME"] = (*lun)["NAME"];
+  c.body["RUNNINGSTATUS"] = LunResources::kInactive;
+  c.body.erase("ID");
+  return std::nullopt;
+}
+
+std::optional<Reply> Snapshot(RouteContext& c) { return FromLun(c, c.body.value("PARENTID", std::string())); }
+
+// A copy of a snapshot is a new inactive snapshot of the same LUN.
+std::optional<Reply> Copy(RouteContext& c) {
+  const auto source = c.visible(LunResources::kSnapshot, c.body.value("ID", std::string()));
+  if (!source) return c.fail({codes::kSnapshotLunNotFound, "The snapshot does not exist."});
+  return FromLun(c, (*source)["PARENTID"]);
+}
+
+// All of the list, or none: every snapshot must exist and be inactive.
+std::optional<Reply> Activate(RouteContext& c) {
+  const auto list = c.body.find("SNAPSHOTLIST");
+  if (list == c.body.end() || !list->is_array() || list->empty()) return c.fail(kWrongState);
+  std::vector<std::string> ids;
+  for (const auto& item : *list) {
+    const std::string id = item.is_string() ? item.get<std::string>() : item.dump();
+    const auto snapshot = c.visible(LunResources::kSnapshot, id);
+    if (!snapshot) return c.fail(c.route.absent);
+    if ((*snapshot)["RUNNINGSTATUS"] != LunResources::kInactive) return c.fail(kNotInactive);
+    ids.push_back(id);
+  }
+  for (const auto& id : ids) c.store.update(LunResources::kSnapshot, id, {{"RUNNINGSTATUS", LunResources::kActive}});
+  return Reply::Object(nlohmann::json::object());
+}
+
+// The state change of stop and rollback; rollback needs an active snapshot and a speed of 1 to 4.
+RouteHook Transition(const char* from, const char* to) {
+  return [from, to](RouteContext& c) -> std::optional<Reply> {
+    const auto snapshot = c.visible();
+    if (!snapshot) return c.fail(c.route.absent);
+    if (from != nullptr && (*snapshot)["RUNNINGSTATUS"] != from) return c.fail(kWrongState);
+    if (c.body.contains("ROLLBACKSPEED")) {
+      const std::string speed = c.body.value("ROLLBACKSPEED", std::string());
+      if (speed.size() != 1 || speed < "1" || speed > "4") return c.fail(kWrongState);
+    }
+    c.store.update(LunResources::kSnapshot, c.id, {{"RUNNINGSTATUS", to}});
+    return Reply::Object(nlohmann::json::object());
+  };
+}
+
+}  // namespace
+
+void LunResources::Declare(ResourceTable& table) {
+  const ArrayError absentSnapshot{codes::kSnapshotLunNotFound, "The snapshot does not exist."};
+  AnswerStyle list;
+  list.singleItemAsObject = false;
+  table.add(ResourceRoute("GET", "lun/{}", kLun, Action::Get).absentAs(codes::kLunNotFound, "The LUN does not exist."));
+  table.add(ResourceRoute("POST", "snapshot", kSnapshot, Action::Create).requiring({"PARENTID", "NAME"}).hooked(Snapshot));
+  table.add(ResourceRoute("POST", "snapshot/createcopy", kSnapshot, Action::Create).requiring({"ID", "NAME"}).hooked(Copy));
+  table.add(ResourceRoute("GET", "snapshot/{}", kSnapshot, Action::Get).absentAs(absentSnapshot.code, absentSnapshot.description));
+  table.add(ResourceRoute("GET", "snapshot", kSnapshot, Action::List).shaped(list));
+  table.add(ResourceRoute("DELETE", "snapshot/{}", kSnapshot, Action::Delete)
+                .absentAs(absentSnapshot.code, absentSnapshot.description));
+  table.add(ResourceRoute("POST", "snapshot/activate", kSnapshot, Action::Custom)
+                .absentAs(absentSnapshot.code, absentSnapshot.description).hooked(Activate));
+  table.add(ResourceRoute("PUT", "snapshot/stop", kSnapshot, Action::Custom)
+                .absentAs(absentSnapshot.code, absentSnapshot.description).hooked(Transition(nullptr, kInactive)));
+  table.add(ResourceRoute("PUT", "snapshot/rollback", kSnapshot, Action::Custom)
+                .absentAs(absentSnapshot.code, absentSnapshot.description).hooked(Transition(kActive, kRollingBack)));
+}
+
+}  // namespace arraysim
