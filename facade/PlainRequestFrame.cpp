@@ -37,3 +37,10 @@ unsigned long long PlainRequestFrame::arrayCode() const {
   m_transport.getErrorInfo(code, text);
   return code;
 }
+
+std::string PlainRequestFrame::arrayDescription() const {
+  unsigned long long code = 0;
+  std::string text;
+  m_transport.getErrorInfo(code, text);
+  return text;
+}

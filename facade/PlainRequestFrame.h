@@ -30,6 +30,8 @@ class PlainRequestFrame {
   const HuaweiApi::ResultStatus& status() const { return m_status; }
   // The array's code of the last classified answer, as the transport keeps it.
   unsigned long long arrayCode() const;
+  // The array's description of that answer.
+  std::string arrayDescription() const;
 
  private:
   HuaweiRestAPI& m_transport;
@@ -47,6 +49,7 @@ class PlainFrameCall {
 
   // The code of the last answer that the transport classified (not necessarily this call's).
   unsigned long long arrayCode() const { return m_frame.arrayCode(); }
+  std::string arrayDescription() const { return m_frame.arrayDescription(); }
   // The status of this call's last send.
   const HuaweiApi::ResultStatus& status() const { return m_frame.status(); }
   OperationLog& log() { return m_log; }

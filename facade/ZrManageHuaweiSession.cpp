@@ -5,6 +5,7 @@
 
 #include "ConvertToString.h"
 #include "FirstGenerationCall.h"
+#include "SecondGenerationCall.h"
 #include "HuaweiJSONBaseV2.h"
 #include "HuaweiJSONGetTokenInfo.h"
 #include "HuaweiOpTypes.h"
@@ -131,6 +132,10 @@ std::string ZrManageHuawei::getvStoreId() { return m_vstoreId; }
 
 FirstGenerationCall ZrManageHuawei::firstGeneration(OperationLog& log) {
   return FirstGenerationCall(m_restApi, m_initialized, log);
+}
+
+SecondGenerationCall ZrManageHuawei::secondGeneration(OperationLog& log, const char* signature) {
+  return SecondGenerationCall(m_restApi, m_initialized, log, signature);
 }
 
 HuaweiApi::ResultStatus ZrManageHuawei::ProcessWithServer(std::string const& operationName,
