@@ -12,6 +12,8 @@ ArrayModel::ArrayModel(const std::string& deviceId)
       changeLists_(mutex_, snapshots_) {
   SystemResources::Declare(resources_);
   InterfaceResources::Declare(resources_);
+  LunGroupResources::Declare(resources_);
+  MappingViewResources::Declare(resources_);
 }
 
 void ArrayModel::registerRoutes(Router& router) {

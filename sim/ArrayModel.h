@@ -11,6 +11,8 @@
 #include "resources/ChangeListResources.h"
 #include "resources/FileSystemResources.h"
 #include "resources/InterfaceResources.h"
+#include "resources/LunGroupResources.h"
+#include "resources/MappingViewResources.h"
 #include "resources/SnapshotResources.h"
 #include "resources/SystemResources.h"
 #include "store/ObjectStore.h"
