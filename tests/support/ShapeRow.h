@@ -54,6 +54,10 @@ struct ShapeRow {
   }
   ShapeRow& guardNames(std::string operation) { return guardOperation = std::move(operation), *this; }
   ShapeRow& failsByError() { return byError = true, *this; }
+  // A second-generation guard without the "[ERROR] " prefix.
+  ShapeRow& bareGuard() { return guardBare = true, *this; }
+  // A level 0 line, beginning so, that the operation writes before it sends.
+  ShapeRow& logsBeforeSending(std::string start) { return loggedBeforeSending = std::move(start), *this; }
 
   std::string name;
   Invocation call;
@@ -72,6 +76,8 @@ struct ShapeRow {
   std::string guardOperation;
   // First-generation failures written by Error(), which carries no job identifier.
   bool byError = false;
+  bool guardBare = false;
+  std::string loggedBeforeSending;
 };
 
 inline void PrintTo(const ShapeRow& row, std::ostream* out) { *out << row.name; }
@@ -80,7 +86,7 @@ inline std::string RowName(const testing::TestParamInfo<ShapeRow>& info) { retur
 // "{name}" replaced by the scene's identifiers.
 std::string Fill(std::string text, const ShapeScene& scene);
 // The guard's text of the first two generations.
-std::string GuardText(Generation generation, const std::string& operation);
+std::string GuardText(Generation generation, const std::string& operation, bool bare = false);
 
 // Defined by each binary: makes the scene on the simulator; `array` is logged in.
 ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei& array);
