@@ -44,3 +44,10 @@ unsigned long long PlainRequestFrame::arrayCode() const {
 void PlainRequestFrame::errorInfo(unsigned long long& code, std::string& message) const {
   m_transport.getErrorInfo(code, message);
 }
+
+std::string PlainRequestFrame::arrayDescription() const {
+  unsigned long long code = 0;
+  std::string text;
+  m_transport.getErrorInfo(code, text);
+  return text;
+}

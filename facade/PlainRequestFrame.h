@@ -37,6 +37,8 @@ class PlainRequestFrame {
   unsigned long long arrayCode() const;
   // Code and message of the last classified answer, as the transport keeps them.
   void errorInfo(unsigned long long& code, std::string& message) const;
+  // The array's description of that answer.
+  std::string arrayDescription() const;
 
  private:
   HuaweiRestAPI& m_transport;
@@ -55,6 +57,7 @@ class PlainFrameCall {
 
   // The code of the last answer that the transport classified (not necessarily this call's).
   unsigned long long arrayCode() const { return m_frame.arrayCode(); }
+  std::string arrayDescription() const { return m_frame.arrayDescription(); }
   // The status of this call's last send.
   const HuaweiApi::ResultStatus& status() const { return m_frame.status(); }
   OperationLog& log() { return m_log; }

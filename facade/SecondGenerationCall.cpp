@@ -1,6 +1,7 @@
 #include "SecondGenerationCall.h"
 
-#include "HuaweiRestAPI.h"
+#include <algorithm>
+
 #include "OperationLog.h"
 #include "YbErrorUtil.h"
 
@@ -8,18 +9,37 @@ namespace {
 const char kSourceFile[] = "ZrManageHuawei.cpp";
 }
 
+SecondGenerationTexts SecondGenerationTexts::lookup(std::string requestFailedText) {
+  SecondGenerationTexts texts(std::move(requestFailedText));
+  texts.buildFailed = kBuildFailedText;
+  texts.emptyResponse = "[ERROR] Empty response is returned from the array";
+  texts.parseFailed = "[ERROR] Unable to parse the JSON Response";
+  return texts;
+}
+
+SecondGenerationTexts SecondGenerationTexts::change(std::string requestFailedText) {
+  SecondGenerationTexts texts(std::move(requestFailedText));
+  texts.buildFailed = kBuildFailedText;
+  texts.emptyResponse = "Empty response returned from the array";
+  texts.parseFailed = kParseFailedText;
+  return texts;
+}
+
 CXoError SecondGenerationCall::error(const std::string& text) const {
   return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature, __LINE__), -1, "%s", text.c_str());
 }
 
-CXoError SecondGenerationCall::errorFormattedBy(const CXoError& inner) const {
-  const std::string format = inner.AsString();
+CXoError SecondGenerationCall::errorWithFormat(const std::string& format) const {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-security"
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
   return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature, __LINE__), -1, format.c_str());
 #pragma GCC diagnostic pop
 }
+
+CXoError SecondGenerationCall::errorFormattedBy(const CXoError& inner) const { return errorWithFormat(inner.AsString()); }
+
+CXoError SecondGenerationCall::errorInArrayWords() const { return errorWithFormat(arrayDescription()); }
 
 CXoError SecondGenerationCall::guard(const char* operationName, GuardStyle style) {
   if (m_sessionOpen) return CXoError::Success();
@@ -53,14 +73,18 @@ CXoError SecondGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall
       return CXoError::Success();
     case FrameStep::Build:
       return error(texts.buildFailed);
-    case FrameStep::Send:
+    case FrameStep::Send: {
       if (texts.refusal) {
         unsigned long long code = 0;
         std::string message;
         m_frame.errorInfo(code, message);
         return texts.refusal(code, message);
       }
+      const auto& handled = texts.handledCodes;
+      const bool ownCode = status().IsError() && std::find(handled.begin(), handled.end(), arrayCode()) != handled.end();
+      if (!ownCode && !texts.requestFailedLog.empty()) m_log.line(3, "%s", texts.requestFailedLog.c_str());
       return error(texts.requestFailed);
+    }
     case FrameStep::EmptyResponse:
       return error(texts.emptyResponse);
     case FrameStep::Parse:

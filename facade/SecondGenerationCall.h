@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "CXoError.h"
 #include "PlainRequestFrame.h"
@@ -18,32 +19,44 @@ class OperationLog;
 // the work is already done).
 using SecondGenerationRefusal = std::function<CXoError(unsigned long long code, const std::string& message)>;
 
+// The texts of an operation's failures, named; unnamed ones are the frame's "[ERROR] " texts.
 struct SecondGenerationTexts {
+  SecondGenerationTexts(std::string requestFailedText) : requestFailed(std::move(requestFailedText)) {}
   // Lookups speak of the empty answer and the parse failure with the "[ERROR] " prefix; changes
   // without it, and with other words for the empty answer.
-  static SecondGenerationTexts lookup(std::string requestFailed) {
-    return {std::move(requestFailed), "[ERROR] Empty response is returned from the array",
-            "[ERROR] Unable to parse the JSON Response",
-            kBuildFailedText, {}};
-  }
-  static SecondGenerationTexts change(std::string requestFailed) {
-    return {std::move(requestFailed), "Empty response returned from the array", kParseFailedText, kBuildFailedText, {}};
-  }
-  SecondGenerationTexts& refusedBy(SecondGenerationRefusal handler) {
-    refusal = std::move(handler);
+  static SecondGenerationTexts lookup(std::string requestFailedText);
+  static SecondGenerationTexts change(std::string requestFailedText);
+  // The build, empty-answer and parse texts that many operations give without the prefix.
+  static SecondGenerationTexts unprefixed(std::string requestFailedText) { return change(std::move(requestFailedText)); }
+
+  SecondGenerationTexts& emptyResponseSays(std::string text) { return emptyResponse = std::move(text), *this; }
+  SecondGenerationTexts& parseFailureSays(std::string text) { return parseFailed = std::move(text), *this; }
+  // A refused send is also logged at level 3, in the failure's own words or in `text`.
+  SecondGenerationTexts& alsoLogged(std::string text = std::string()) {
+    requestFailedLog = text.empty() ? requestFailed : std::move(text);
     return *this;
   }
+  // Array codes that the operation answers itself: the frame leaves such a refusal unlogged.
+  SecondGenerationTexts& handling(std::initializer_list<unsigned long long> codes) {
+    return handledCodes.assign(codes), *this;
+  }
+  // The operation answers every refusal itself.
+  SecondGenerationTexts& refusedBy(SecondGenerationRefusal handler) { return refusal = std::move(handler), *this; }
 
   std::string requestFailed;
-  std::string emptyResponse;
-  std::string parseFailed;
-  std::string buildFailed = kBuildFailedText;
+  std::string buildFailed = std::string("[ERROR] ") + kBuildFailedText;
+  std::string emptyResponse = std::string("[ERROR] ") + kEmptyResponseText;
+  std::string parseFailed = std::string("[ERROR] ") + kParseFailedText;
+  std::string requestFailedLog;
+  std::vector<unsigned long long> handledCodes;
   // Unset: a refusal is requestFailed like any other failed send.
   SecondGenerationRefusal refusal;
 };
 
+// Most guards carry the "[ERROR] " prefix; a few lookups give the bare text.
 enum class GuardStyle { ErrorPrefix, Bare };
 
+// An argument that must not be empty, with the operation's text for when it is.
 struct RequiredText {
   const std::string* value;
   const char* text;
@@ -66,6 +79,8 @@ class SecondGenerationCall : public PlainFrameCall {
   CXoError required(std::initializer_list<RequiredText> values);
   // Build, send, check and parse.
   CXoError exchange(HuaweiJSONBase& request, const PlainCall& call, const SecondGenerationTexts& texts);
+  // Whether this call's send was refused with the array's `code`.
+  bool failedWith(unsigned long long code) const { return status().IsError() && arrayCode() == code; }
 
   // An error of this operation with the given text.
   CXoError error(const std::string& text) const;
@@ -75,7 +90,12 @@ class SecondGenerationCall : public PlainFrameCall {
   }
   // An error whose format is another result's text: a percent sign in it is read as a directive.
   CXoError errorFormattedBy(const CXoError& inner) const;
+  // An error whose text is the array's last description, handed to the error factory as its
+  // format, unescaped: that is how the array's words reach the caller here.
+  CXoError errorInArrayWords() const;
 
  private:
+  CXoError errorWithFormat(const std::string& format) const;
+
   const char* m_signature;
 };

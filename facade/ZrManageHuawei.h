@@ -167,8 +167,48 @@ class ZrManageHuawei {
                                        std::string vstoreId);
 
   // ---- LUN groups ----
+  // The first group whose name is exactly lunGroupName; the array's filter matches parts of names.
+  CXoError getLUNGroupIDFromName(std::string const& lunGroupName, std::string& lunGroupId, std::string vstoreId);
+  // Creates the group, or adopts the group of that name that exists already.
+  CXoError createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::string const& lunGroupName, std::string vstoreId,
+                          std::string appType);
+  // Succeeds when the snapshot LUN is in the group already.
+  CXoError addSnapshotLuntoLunGroup(std::string const& lunGroupId, std::string const& lunId, std::string vstoreId);
+  // Fails, rather than answering no, when the snapshot LUN is not in the group or the group is empty.
+  CXoError isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,
+                                             std::string vstoreId);
+  // An empty group is a success with an empty list.
+  CXoError getSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId,
+                                              std::vector<_HuaweiLUNSnapshotInfo>& snapshotLuns, std::string vstoreId);
+  CXoError removeSnapshotLunFromLunGroup(std::string const& lunGroupId, std::string const& lunId,
+                                         std::string vstoreId);
+  CXoError deleteLunGroup(std::string const& lunGroupId, std::string vstoreId);
 
   // ---- Mapping views ----
+  // The attached group comes first and the view second in the add and remove operations. Adding
+  // what is attached, and removing from a view or group that is gone, succeed.
+  CXoError getMappingViewInfoByName(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewName,
+                                    std::string vstoreId);
+  CXoError getMappingViewInfoByID(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewId,
+                                  std::string vstoreId);
+  // Creates the view, or adopts the view of that name that exists already.
+  CXoError createMappingView(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewName,
+                             std::string vstoreId);
+  CXoError addHostGroupToMappingView(std::string const& hostGroupId, std::string const& mappingViewId,
+                                     std::string vstoreId);
+  CXoError addLunGroupToMappingView(std::string const& lunGroupId, std::string const& mappingViewId,
+                                    std::string vstoreId);
+  CXoError getLunGroupAssociatedToMappingView(std::string const& mappingViewId,
+                                              std::vector<_HuaweiLunGroupInfo>& lunGroups, std::string vstoreId);
+  CXoError getHostGroupAssociatedToMappingView(std::string const& mappingViewId,
+                                               std::vector<_HuaweiHostGroupInfo>& hostGroups, std::string vstoreId);
+  CXoError removeLunGroupAssociatedToMappingView(std::string const& lunGroupId, std::string const& mappingViewId,
+                                                 std::string vstoreId);
+  CXoError removeHostGroupAssociatedToMappingView(std::string const& hostGroupId, std::string const& mappingViewId,
+                                                  std::string vstoreId);
+  CXoError deleteMappingView(std::string const& mappingViewId, std::string vstoreId);
+  CXoError getMappingViewAssociatedToLunGroup(std::string const& lunGroupId,
+                                              std::vector<_HuaweiLUNMappingView>& mappingViews, std::string vstoreId);
 
   // ---- LUN provisioning ----
 

@@ -5,6 +5,7 @@
 
 #include "ConvertToString.h"
 #include "FirstGenerationCall.h"
+#include "SecondGenerationCall.h"
 #include "HuaweiJSONBaseV2.h"
 #include "HuaweiJSONGetTokenInfo.h"
 #include "HuaweiOpTypes.h"

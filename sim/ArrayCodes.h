@@ -17,6 +17,13 @@ constexpr long long kNameExists = 1077948993;
 constexpr long long kSnapshotNotFound = 1073754118;
 // The file system refuses a snapshot with SnapDiff (also used by the refuse-any switch).
 constexpr long long kSnapDiffUnsupported = 1073754130;
+// SAN mapping: an object already in the LUN group; a view's host group or LUN group attached
+// already; a host group or mapping view that does not exist.
+constexpr long long kAlreadyInLunGroup = 1077948997;
+constexpr long long kHostGroupInView = 1073804556;
+constexpr long long kLunGroupInView = 1073804560;
+constexpr long long kHostGroupNotFound = 1077937500;
+constexpr long long kMappingViewNotFound = 1077951819;
 
 // Shares and their permissions.
 constexpr long long kCIFSShareExists = 1077939715;

@@ -18,6 +18,8 @@ ArrayModel::ArrayModel(const std::string& deviceId)
   ShareResources::Declare(resources_, fileSystems_);
   LunResources::Declare(resources_);
   HostResources::Declare(resources_);
+  LunGroupResources::Declare(resources_);
+  MappingViewResources::Declare(resources_);
 }
 
 void ArrayModel::registerRoutes(Router& router) {

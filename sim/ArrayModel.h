@@ -12,6 +12,8 @@
 #include "resources/FileSystemResources.h"
 #include "resources/InterfaceResources.h"
 #include "resources/ShareResources.h"
+#include "resources/LunGroupResources.h"
+#include "resources/MappingViewResources.h"
 #include "resources/SnapshotResources.h"
 #include "resources/SystemResources.h"
 #include "store/ObjectStore.h"

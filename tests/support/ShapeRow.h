@@ -64,6 +64,9 @@ struct ShapeRow {
   ShapeRow& guardsBare() { return bareGuard = true, *this; }
   // An operation without a guard of its own that words the inner guard's failure itself.
   ShapeRow& closedSessionSays(std::string text) { return closedSession = std::move(text), *this; }
+  // A second-generation guard without the "[ERROR] " prefix.
+  // A level 0 line, beginning so, that the operation writes before it sends.
+  ShapeRow& logsBeforeSending(std::string start) { return loggedBeforeSending = std::move(start), *this; }
 
   std::string name;
   Invocation call;
@@ -87,6 +90,7 @@ struct ShapeRow {
   bool refusalSilent = false;
   bool bareGuard = false;
   std::string closedSession;
+  std::string loggedBeforeSending;
 };
 
 inline void PrintTo(const ShapeRow& row, std::ostream* out) { *out << row.name; }
@@ -95,7 +99,7 @@ inline std::string RowName(const testing::TestParamInfo<ShapeRow>& info) { retur
 // "{name}" replaced by the scene's identifiers.
 std::string Fill(std::string text, const ShapeScene& scene);
 // The guard's text of the first two generations.
-std::string GuardText(Generation generation, const std::string& operation);
+std::string GuardText(Generation generation, const std::string& operation, bool bare = false);
 
 // Defined by each binary: makes the scene on the simulator; `array` is logged in.
 ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei& array);

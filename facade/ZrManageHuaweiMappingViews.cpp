@@ -1,0 +1,371 @@
+// Mapping views: find, create and delete a view, attach host groups and LUN groups to it and
+// detach them, and list what a view holds and which views hold a LUN group.
+#include "HuaweiApiValues.h"
+#include "HuaweiJSONDeleteRequest.h"
+#include "HuaweiJSONMappingViewRequests.h"
+#include "HuaweiOpTypes.h"
+#include "HuaweiVstore.h"
+#include "OperationLog.h"
+#include "SecondGenerationCall.h"
+#include "YbString.h"
+#include "ZrManageHuawei.h"
+
+namespace {
+
+const unsigned long long kNameExists = 1077948993ULL;                // 0x40400041
+const unsigned long long kHostGroupAlreadyInView = 1073804556ULL;    // 0x4000F00C
+const unsigned long long kLunGroupAlreadyInView = 1073804560ULL;     // 0x4000F010
+const unsigned long long kLunGroupDoesNotExist = 1077948996ULL;      // 0x40400044
+const unsigned long long kHostGroupDoesNotExist = 1077937500ULL;     // 0x4040135C
+const unsigned long long kMappingViewDoesNotExist = 1077951819ULL;   // 0x40400B4B
+
+// What tells one association listing from another.
+struct AssociationListing {
+  const char* resource;
+  const HuaweiApi::ObjectTypeValue& ownerType;
+  int opType;
+  const char* failure;
+  const char* none;
+  const char* counted;
+};
+
+// GET <resource>?ASSOCIATEOBJID=<owner>&ASSOCIATEOBJTYPE=<type>: the objects tied to the owner.
+// An owner with nothing attached is a success with an empty list.
+template <typename Request, typename Record>
+CXoError listAssociated(SecondGenerationCall& call, Request& request, const AssociationListing& listing,
+                        const std::string& ownerId, const std::string& vstoreId, std::vector<Record>& records,
+                        void (Request::*getter)(std::vector<Record>&)) {
+  CXoError result = call.arguments({&ownerId});
+  if (result.IsError()) return result;
+  const std::string resource = HuaweiVstore::withVstoreQuery(std::string(listing.resource) + "?ASSOCIATEOBJID=" +
+                                                                 ownerId + "&ASSOCIATEOBJTYPE=" +
+                                                                 listing.ownerType.getValue(),
+                                                             vstoreId);
+  result = call.exchange(request, {HUAWEI_REQ_GET, resource, listing.opType},
+                         SecondGenerationTexts::unprefixed(YbString::Format(listing.failure, ownerId.c_str())).alsoLogged());
+  if (result.IsError()) return result;
+  (request.*getter)(records);
+  if (records.empty()) {
+    call.log().line(0, listing.none, ownerId.c_str());
+  } else {
+    call.log().line(0, listing.counted, ownerId.c_str(), static_cast<unsigned long long>(records.size()));
+  }
+  return CXoError::Success();
+}
+
+// What tells the attaching of a host group from that of a LUN group.
+struct Attachment {
+  const HuaweiApi::ObjectTypeValue& type;
+  int opType;
+  unsigned long long alreadyAttached;
+  const char* attachedAlready;
+  const char* refusedLog;
+  const char* refused;
+  const char* attached;
+};
+
+// PUT mappingview/create_associate; the group comes first in every text, the view second.
+template <typename Request>
+CXoError attach(SecondGenerationCall& call, unsigned long long jobId, const Attachment& attachment,
+                const std::string& groupId, const std::string& mappingViewId, const std::string& vstoreId,
+                bool logsBody) {
+  CXoError result = call.arguments({&groupId, &mappingViewId});
+  if (result.IsError()) return result;
+  Request request(jobId, mappingViewId, groupId, attachment.type.getValue(), vstoreId);
+  if (logsBody) {
+    std::string body;
+    if (!request.buildRequest(body) || body.empty()) return call.error(kBuildFailedText);
+    call.log().line(0, "REQUESSTT:[%s]", body.c_str());
+  }
+  result = call.exchange(
+      request, {HUAWEI_REQ_PUT, "mappingview/create_associate", attachment.opType},
+      SecondGenerationTexts::unprefixed(YbString::Format(attachment.refused, groupId.c_str(), mappingViewId.c_str()))
+          .alsoLogged(YbString::Format(attachment.refusedLog, groupId.c_str(), mappingViewId.c_str()))
+          .handling({attachment.alreadyAttached}));
+  if (call.failedWith(attachment.alreadyAttached)) {
+    call.log().line(0, attachment.attachedAlready, groupId.c_str(), mappingViewId.c_str());
+    return CXoError::Success();
+  }
+  if (result.IsError()) return result;
+  call.log().line(0, attachment.attached, groupId.c_str(), mappingViewId.c_str());
+  return CXoError::Success();
+}
+
+// What tells the detaching of a host group from that of a LUN group.
+struct Detachment {
+  const HuaweiApi::ObjectTypeValue& type;
+  int opType;
+  unsigned long long groupAbsent;
+  const char* groupGone;
+  const char* detached;
+};
+
+// PUT mappingview/remove_associate. A group or view that is gone already counts as detached; any
+// other refusal is told in the array's own words.
+CXoError detach(SecondGenerationCall& call, unsigned long long jobId, const Detachment& detachment,
+                const std::string& groupId, const std::string& mappingViewId, const std::string& vstoreId) {
+  CXoError result = call.arguments({&groupId, &mappingViewId});
+  if (result.IsError()) return result;
+  HuaweiJSONRemoveAssociation request(jobId, mappingViewId, groupId, detachment.type.getValue(), vstoreId);
+  result = call.exchange(request, {HUAWEI_REQ_PUT, "mappingview/remove_associate", detachment.opType},
+                         SecondGenerationTexts::unprefixed(std::string()));
+  if (call.failedWith(detachment.groupAbsent)) {
+    call.log().line(0, detachment.groupGone, groupId.c_str());
+    return CXoError::Success();
+  }
+  if (call.failedWith(kMappingViewDoesNotExist)) {
+    call.log().line(0, "The mappingview [%s] does not exist", mappingViewId.c_str());
+    return CXoError::Success();
+  }
+  if (call.status().IsError()) return call.errorInArrayWords();
+  if (result.IsError()) return result;
+  call.log().line(0, detachment.detached, groupId.c_str(), mappingViewId.c_str());
+  return CXoError::Success();
+}
+
+}  // namespace
+
+CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mappingView,
+                                                  std::string const& mappingViewName, std::string vstoreId) {
+  HuaweiJSONGetLUNMappingViewInfo request(m_jobId);
+  std::vector<_HuaweiLUNMappingView> views;
+  OperationLog log(m_debug, "getMappingViewInfoByName", m_jobId, false);
+  SecondGenerationCall call = secondGeneration(
+      log, "CXoError ZrManageHuawei::getMappingViewInfoByName(HuaweiLUNMappingView_t&, const string&, std::string)");
+  CXoError result = call.guard("getMappingViewInfoByName", GuardStyle::Bare);
+  if (result.IsError()) return result;
+  // One text for both lookups.
+  if (mappingViewName.empty()) return call.error("The entered mapping view ID is empty");
+  const PlainCall get{HUAWEI_REQ_GET,
+                      HuaweiVstore::withVstoreQuery("mappingview?filter=NAME:" + mappingViewName, vstoreId),
+                      HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_NAME};
+  result = call.exchange(request, get,
+                         SecondGenerationTexts(YbString::Format(
+                                                   "[ERROR] Unable to find the information for mapping view with name [%s]",
+                                                   mappingViewName.c_str()))
+                             .emptyResponseSays("[ERROR] Empty response is returned from the array"));
+  if (result.IsError()) return result;
+  request.getLUNMappingInfo(views);
+  // The filter matches parts of names: only an exact name counts.
+  for (const _HuaweiLUNMappingView& view : views) {
+    if (view.name != mappingViewName) continue;
+    mappingView = view;
+    log.line(0, "Successfully got the information for mapping view with Name [%s]. ID [%s]", view.name.c_str(),
+             view.id.c_str());
+    return CXoError::Success();
+  }
+  return call.error(
+      YbString::Format("[ERROR] Unable to get the information for mapping view with Name[%s].", mappingViewName.c_str()));
+}
+
+CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewId,
+                                                std::string vstoreId) {
+  HuaweiJSONGetLUNMappingViewInfo request(m_jobId);
+  std::vector<_HuaweiLUNMappingView> views;
+  OperationLog log(m_debug, "getMappingViewInfoByID", m_jobId, false);
+  SecondGenerationCall call = secondGeneration(
+      log, "CXoError ZrManageHuawei::getMappingViewInfoByID(HuaweiLUNMappingView_t&, const string&, std::string)");
+  CXoError result = call.guard("getMappingViewInfoByID", GuardStyle::Bare);
+  if (result.IsError()) return result;
+  if (mappingViewId.empty()) return call.error("The entered mapping view ID is empty");
+  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("mappingview?filter=ID:" + mappingViewId, vstoreId),
+                      HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_ID};
+  result = call.exchange(request, get,
+                         SecondGenerationTexts(YbString::Format(
+                                                   "[ERROR] Unable to find the information for mapping view with ID [%s]",
+                                                   mappingViewId.c_str()))
+                             .emptyResponseSays("[ERROR] Empty response is returned from the array"));
+  if (result.IsError()) return result;
+  request.getLUNMappingInfo(views);
+  // Exactly the one view asked for: an answer of several is not trusted.
+  if (views.size() != 1 || views.front().id != mappingViewId) {
+    return call.error(
+        YbString::Format("[ERROR] Unable to get the information for mapping view with ID [%s].", mappingViewId.c_str()));
+  }
+  mappingView = views.front();
+  log.line(0, "Successfully got the information for mapping view with ID [%s]. Name [%s]", mappingView.id.c_str(),
+           mappingView.name.c_str());
+  return CXoError::Success();
+}
+
+CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewName,
+                                           std::string vstoreId) {
+  OperationLog log(m_debug, "createMappingView", m_jobId, false);
+  SecondGenerationCall call = secondGeneration(
+      log, "CXoError ZrManageHuawei::createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)");
+  CXoError result = call.guard("createMappingView");
+  if (result.IsError()) return result;
+  // The wording is shared with the host groups.
+  if (mappingViewName.empty()) return call.error("[ERROR] The hostgroup name is empty");
+  _HuaweiLUNMappingView wanted;
+  wanted.name = mappingViewName;
+  wanted.vstoreId = vstoreId;
+  HuaweiJSONCreateMappingView request(m_jobId, wanted);
+  result = call.exchange(request, {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
+                         SecondGenerationTexts::unprefixed(YbString::Format(
+                                                               "[ERROR] Unable to create mapping view with name [%s]",
+                                                               mappingViewName.c_str()))
+                             .alsoLogged()
+                             .handling({kNameExists}));
+  if (call.failedWith(kNameExists)) {
+    log.line(3, "The mapping view with Name [%s] already exists", mappingViewName.c_str());
+    const CXoError lookup = getMappingViewInfoByName(mappingView, mappingViewName, vstoreId);
+    if (lookup.IsError() || mappingView.id.empty()) return call.error(lookup.AsString());
+    return CXoError::Success();
+  }
+  if (result.IsError()) return result;
+  request.getMappingViewInfo(mappingView);
+  log.line(0, "Successfully created the mapping view with Name [%s] ID [%s]", mappingView.name.c_str(),
+           mappingView.id.c_str());
+  return CXoError::Success();
+}
+
+CXoError ZrManageHuawei::addHostGroupToMappingView(std::string const& hostGroupId, std::string const& mappingViewId,
+                                                   std::string vstoreId) {
+  OperationLog log(m_debug, "addHostGroupToMappingView", m_jobId, false);
+  SecondGenerationCall call = secondGeneration(
+      log, "CXoError ZrManageHuawei::addHostGroupToMappingView(const string&, const string&, std::string)");
+  const CXoError guard = call.guard("addHostGroupToMappingView");
+  if (guard.IsError()) return guard;
+  static const Attachment kHostGroup{HuaweiApiValue::OBJECT_TYPE_HOSTGROUP,
+                                     HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW,
+                                     kHostGroupAlreadyInView,
+                                     "The hostgroup [%s] is already associated to the mappingview [%s]",
+                                     "[ERROR] Unable to associate hostgroup [%s] with mappingview [%s]",
+                                     "[ERROR] Failed to associate hostgroup [%s] with mappingview [%s]",
+                                     "Successfully associated the hostgroup [%s] with mappingview [%s]"};
+  // Only the host group's attachment logs its body.
+  return attach<HuaweiJSONAssociateHostGroupWithMappingView>(call, m_jobId, kHostGroup, hostGroupId, mappingViewId,
+                                                             vstoreId, true);
+}
+
+CXoError ZrManageHuawei::addLunGroupToMappingView(std::string const& lunGroupId, std::string const& mappingViewId,
+                                                  std::string vstoreId) {
+  OperationLog log(m_debug, "addLunGroupToMappingView", m_jobId, false);
+  SecondGenerationCall call = secondGeneration(
+      log, "CXoError ZrManageHuawei::addLunGroupToMappingView(const string&, const string&, std::string)");
+  const CXoError guard = call.guard("addLunGroupToMappingView");
+  if (guard.IsError()) return guard;
+  static const Attachment kLunGroup{HuaweiApiValue::OBJECT_TYPE_LUN_GROUP,
+                                    HuaweiOpType::ADD_LUN_GROUP_TO_MAPPING_VIEW,
+                                    kLunGroupAlreadyInView,
+                                    "The lungroup [%s] is already associated to the mappingview [%s]",
+                                    "[ERROR] Unable to associate lungroup [%s] with mappingview [%s]",
+                                    "[ERROR] Failed to associate lungroup [%s] with mappingview [%s]",
+                                    "Successfully associated the lungroup [%s] with mappingview [%s]"};
+  return attach<HuaweiJSONAssociateLunGroupWithMappingView>(call, m_jobId, kLunGroup, lunGroupId, mappingViewId,
+                                                            vstoreId, false);
+}
+
+CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& mappingViewId,
+                                                            std::vector<_HuaweiLunGroupInfo>& lunGroups,
+                                                            std::string vstoreId) {
+  HuaweiJSONGetLunGroupAssociatedWithMappingView request(m_jobId);
+  OperationLog log(m_debug, "getLunGroupAssociatedToMappingView", m_jobId, false);
+  SecondGenerationCall call = secondGeneration(
+      log,
+      "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, std::vector<_HuaweiLunGroupInfo>&, "
+      "std::string)");
+  const CXoError guard = call.guard("getLunGroupAssociatedToMappingView");
+  if (guard.IsError()) return guard;
+  static const AssociationListing kLunGroupsOfView{
+      "lungroup/associate", HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+      "[ERROR] Failed to get the lun groups associated with the mappingview [%s]",
+      "No lun groups are associated with the mappingview [%s].",
+      "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]"};
+  return listAssociated(call, request, kLunGroupsOfView, mappingViewId, vstoreId, lunGroups,
+                        &HuaweiJSONGetLunGroupAssociatedWithMappingView::getLunGroupInfo);
+}
+
+CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& mappingViewId,
+                                                             std::vector<_HuaweiHostGroupInfo>& hostGroups,
+                                                             std::string vstoreId) {
+  HuaweiJSONGetHostGroupAssociatedWithMappingView request(m_jobId);
+  OperationLog log(m_debug, "getHostGroupAssociatedToMappingView", m_jobId, false);
+  SecondGenerationCall call = secondGeneration(
+      log,
+      "CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(const string&, "
+      "std::vector<_HuaweiHostGroupInfo>&, std::string)");
+  const CXoError guard = call.guard("getHostGroupAssociatedToMappingView");
+  if (guard.IsError()) return guard;
+  static const AssociationListing kHostGroupsOfView{
+      "hostgroup/associate", HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW,
+      HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+      "[ERROR] Failed to get the host groups associated with the mappingview [%s]",
+      "No host groups are associated with the mappingview [%s].",
+      "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]"};
+  return listAssociated(call, request, kHostGroupsOfView, mappingViewId, vstoreId, hostGroups,
+                        &HuaweiJSONGetHostGroupAssociatedWithMappingView::getHostGroupInfo);
+}
+
+CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& lunGroupId,
+                                                            std::vector<_HuaweiLUNMappingView>& mappingViews,
+                                                            std::string vstoreId) {
+  HuaweiJSONGetLUNMappingViewInfo request(m_jobId);
+  OperationLog log(m_debug, "getMappingViewAssociatedToLunGroup", m_jobId, false);
+  SecondGenerationCall call = secondGeneration(
+      log,
+      "CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(const string&, "
+      "std::vector<_HuaweiLUNMappingView>&, std::string)");
+  const CXoError guard = call.guard("getMappingViewAssociatedToLunGroup");
+  if (guard.IsError()) return guard;
+  static const AssociationListing kViewsOfLunGroup{
+      "mapping/associate", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP,
+      HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP,
+      "[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]",
+      "No mappingviews are associated with the lungroup with ID [%s]",
+      "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]"};
+  return listAssociated(call, request, kViewsOfLunGroup, lunGroupId, vstoreId, mappingViews,
+                        &HuaweiJSONGetLUNMappingViewInfo::getLUNMappingInfo);
+}
+
+CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(std::string const& lunGroupId,
+                                                               std::string const& mappingViewId, std::string vstoreId) {
+  OperationLog log(m_debug, "removeLunGroupAssociatedToMappingView", m_jobId, false);
+  SecondGenerationCall call = secondGeneration(
+      log, "CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(const string&, const string&, std::string)");
+  // The guard's name is shorter than the operation's; callers know it by that text.
+  const CXoError guard = call.guard("removeLunGroupToMappingView");
+  if (guard.IsError()) return guard;
+  static const Detachment kLunGroup{HuaweiApiValue::OBJECT_TYPE_LUN_GROUP,
+                                    HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW, kLunGroupDoesNotExist,
+                                    "The lungroup [%s] does not exist",
+                                    "Successfully removed the association between the lungroup [%s] and mappingview [%s]"};
+  return detach(call, m_jobId, kLunGroup, lunGroupId, mappingViewId, vstoreId);
+}
+
+CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(std::string const& hostGroupId,
+                                                                std::string const& mappingViewId,
+                                                                std::string vstoreId) {
+  OperationLog log(m_debug, "removeHostGroupAssociatedToMappingView", m_jobId, false);
+  SecondGenerationCall call = secondGeneration(
+      log, "CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(const string&, const string&, std::string)");
+  const CXoError guard = call.guard("removeHostGroupAssociatedToMappingView");
+  if (guard.IsError()) return guard;
+  static const Detachment kHostGroup{
+      HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+      kHostGroupDoesNotExist, "The hostgroup [%s] does not exist",
+      "Successfully removed the association between the hostgroup [%s] and mappingview [%s]"};
+  return detach(call, m_jobId, kHostGroup, hostGroupId, mappingViewId, vstoreId);
+}
+
+CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std::string vstoreId) {
+  HuaweiJSONDeleteRequest request(m_jobId);
+  OperationLog log(m_debug, "deleteMappingView", m_jobId, false);
+  SecondGenerationCall call =
+      secondGeneration(log, "CXoError ZrManageHuawei::deleteMappingView(const string&, std::string)");
+  CXoError result = call.guard("deleteMappingView");
+  if (result.IsError()) return result;
+  result = call.arguments({&mappingViewId});
+  if (result.IsError()) return result;
+  // A view that is gone is a failure here.
+  result = call.exchange(request,
+                         {HUAWEI_REQ_DELETE, HuaweiVstore::withVstoreQuery("mappingview/" + mappingViewId, vstoreId),
+                          HuaweiOpType::DELETE_MAPPING_VIEW},
+                         SecondGenerationTexts(YbString::Format("[ERROR] Failed to delete the mappingview with Id [%s]",
+                                                                mappingViewId.c_str()))
+                             .emptyResponseSays("[ERROR] Empty response returned from the array"));
+  if (result.IsError()) return result;
+  log.line(0, "Successfully deleted the mappingview with ID [%s]", mappingViewId.c_str());
+  return CXoError::Success();
+}

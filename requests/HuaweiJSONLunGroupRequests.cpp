@@ -1,0 +1,152 @@
+#include "HuaweiJSONLunGroupRequests.h"
+
+#include "ArrayNumbers.h"
+#include "HuaweiVstore.h"
+#include "ResponseReading.h"
+#include "TkDebug.h"
+#include "jsonxx.h"
+
+namespace HuaweiResponse {
+namespace {
+
+// "Parsing the JSON response..." and the parse; an answer that gives an empty object is logged
+// at level 3 and refused.
+bool parseAtDetailLevel(const char* logName, unsigned long long jobId, const std::string& response,
+                        jsonxx::Object& answer) {
+  TkDebug debug(nullptr);
+  debug.DebugLvl(logName, 3, jobId, "Parsing the JSON response...");
+  answer.parse(response);
+  if (!answer.empty()) return true;
+  debug.DebugLvl(logName, 3, jobId, "[ERROR] JSON response is empty");
+  return false;
+}
+
+// False, logged, when the answer's error object holds a non-zero code.
+bool errorCodeIsZero(const char* logName, unsigned long long jobId, const jsonxx::Object& answer,
+                     ListErrorReport report) {
+  if (!answer.has<jsonxx::Object>("error")) return true;
+  const jsonxx::Object& error = answer.get<jsonxx::Object>("error");
+  const std::string description = error.get<std::string>("description");
+  const long double number = error.get<long double>("code");
+  const unsigned long long code = report.signed32
+                                      ? static_cast<unsigned long long>(HuaweiNumbers::toSigned32(number))
+                                      : HuaweiNumbers::toUnsigned64(number);
+  if (code == 0) return true;
+  TkDebug(nullptr).DebugLvl(logName, report.level, jobId, "Error:[%s], Error Code[%llu]", description.c_str(), code);
+  return false;
+}
+
+}  // namespace
+
+bool readList(const char* logName, unsigned long long jobId, const std::string& response, ListErrorReport report,
+              const std::function<bool(const jsonxx::Object&)>& readElement) {
+  jsonxx::Object answer;
+  if (!parseAtDetailLevel(logName, jobId, response, answer)) return false;
+  if (!answer.has<jsonxx::Array>("data")) return errorCodeIsZero(logName, jobId, answer, report);
+  const jsonxx::Array& data = answer.get<jsonxx::Array>("data");
+  for (unsigned int i = 0; i < data.size(); ++i) {
+    if (!readElement(data.get<jsonxx::Object>(i))) return false;
+  }
+  return true;
+}
+
+bool readStatus(const char* logName, unsigned long long jobId, const std::string& response) {
+  jsonxx::Object answer;
+  return parseAtDetailLevel(logName, jobId, response, answer) && errorCodeIsZero(logName, jobId, answer, {3, true});
+}
+
+bool readCreated(const char* logName, unsigned long long jobId, const std::string& response,
+                 const std::function<void(const jsonxx::Object&)>& readData) {
+  jsonxx::Object answer;
+  if (!parseAtDetailLevel(logName, jobId, response, answer)) return false;
+  if (!answer.has<jsonxx::Object>("data")) {
+    TkDebug(nullptr).DebugLvl(logName, 3, jobId, "[ERROR] Unable to parse the JSON response");
+    return false;
+  }
+  readData(answer.get<jsonxx::Object>("data"));
+  return true;
+}
+
+}  // namespace HuaweiResponse
+
+namespace {
+
+std::string optionalText(const jsonxx::Object& object, const char* key) {
+  std::string text;
+  HuaweiResponse::readOptionalString(object, key, text);
+  return text;
+}
+
+// ID and NAME are required; the vStore keys count only where they are strings.
+template <typename Record>
+bool readIdentity(const jsonxx::Object& element, Record& record) {
+  HuaweiResponse::readRequiredStrings(element, {{"ID", &record.id}, {"NAME", &record.name}});
+  record.vstoreId = optionalText(element, "vstoreId");
+  record.vstoreName = optionalText(element, "vstoreName");
+  return true;
+}
+
+bool readElement(const jsonxx::Object& element, _HuaweiLunGroupInfo& record) { return record.parseFromJson(element); }
+bool readElement(const jsonxx::Object& element, _HuaweiHostGroupInfo& record) { return readIdentity(element, record); }
+bool readElement(const jsonxx::Object& element, _HuaweiLUNMappingView& record) { return readIdentity(element, record); }
+bool readElement(const jsonxx::Object& element, _HuaweiLUNSnapshotInfo& record) {
+  HuaweiResponse::readRequiredStrings(element, {{"ID", &record.id},
+                                                {"NAME", &record.name},
+                                                {"PARENTID", &record.parentId},
+                                                {"PARENTNAME", &record.parentName},
+                                                {"RUNNINGSTATUS", &record.runningStatus}});
+  record.vstoreId = optionalText(element, "vstoreId");
+  record.vstoreName = optionalText(element, "vstoreName");
+  return true;
+}
+
+}  // namespace
+
+std::string closedWithVstore(std::string body, const std::string& vstoreId) {
+  if (!HuaweiVstore::isNone(vstoreId)) body += ",\"vstoreId\":\"" + vstoreId + "\" ";
+  return body + "}";
+}
+
+template <typename Record>
+bool HuaweiJSONGetRecordList<Record>::parseResponse(std::string& response) {
+  m_records.clear();
+  return HuaweiResponse::readList(m_logName, m_jobId, response, m_report, [this](const jsonxx::Object& element) {
+    Record record;
+    if (!readElement(element, record)) return false;
+    m_records.push_back(record);
+    return true;
+  });
+}
+
+template class HuaweiJSONGetRecordList<_HuaweiLunGroupInfo>;
+template class HuaweiJSONGetRecordList<_HuaweiLUNSnapshotInfo>;
+template class HuaweiJSONGetRecordList<_HuaweiHostGroupInfo>;
+template class HuaweiJSONGetRecordList<_HuaweiLUNMappingView>;
+
+bool HuaweiJSONAssociationRequest::buildRequest(std::string& body) {
+  body = closedWithVstore("{\"ID\":\"" + m_ownerId + "\", \"ASSOCIATEOBJID\":\"" + m_objectId +
+                              "\", \"ASSOCIATEOBJTYPE\":" + m_objectTypeText,
+                          m_vstoreId);
+  return true;
+}
+
+bool HuaweiJSONAssociationRequest::parseResponse(std::string& response) {
+  return HuaweiResponse::readStatus(m_logName, m_jobId, response);
+}
+
+bool HuaweiJSONCreateLunGroup::buildRequest(std::string& body) {
+  body = closedWithVstore("{\"NAME\":\"" + m_lunGroup.name + "\", \"APPTYPE\":" + m_lunGroup.appType,
+                          m_lunGroup.vstoreId);
+  return true;
+}
+
+bool HuaweiJSONCreateLunGroup::parseResponse(std::string& response) {
+  return HuaweiResponse::readCreated("HuaweiJSONCreateLunGroup::parseResponse", m_jobId, response,
+                                     [this](const jsonxx::Object& data) {
+                                       HuaweiResponse::readRequiredStrings(
+                                           data, {{"ID", &m_lunGroup.id}, {"NAME", &m_lunGroup.name}});
+                                       m_lunGroup.appType = optionalText(data, "APPTYPE");
+                                       m_lunGroup.vstoreId = optionalText(data, "vstoreId");
+                                       m_lunGroup.vstoreName = optionalText(data, "vstoreName");
+                                     });
+}

@@ -1,0 +1,17 @@
+// LUN groups and their members, LUNs (11) and snapshot LUNs (27): rows of the object store.
+#pragma once
+
+#include "store/ResourceTable.h"
+
+namespace arraysim {
+
+struct LunGroupResources {
+  static void Declare(ResourceTable& table);
+  static constexpr const char* kType = "lungroup";
+};
+
+// Lists answered as arrays also for one item: the readers of groups, views and their members
+// take a bare object for an empty list.
+AnswerStyle ListsAsArrays();
+
+}  // namespace arraysim
