@@ -11,6 +11,7 @@
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
 #include "YbString.h"
+#include "ThirdGenerationCall.h"
 #include "ZrManageHuawei.h"
 
 ZrManageHuawei::ZrManageHuawei(unsigned long long const& jobId)
@@ -131,6 +132,10 @@ std::string ZrManageHuawei::getvStoreId() { return m_vstoreId; }
 
 FirstGenerationCall ZrManageHuawei::firstGeneration(OperationLog& log) {
   return FirstGenerationCall(m_restApi, m_initialized, log);
+}
+
+ThirdGenerationCall ZrManageHuawei::thirdGeneration(const char* logName, const char* operationName) {
+  return ThirdGenerationCall(*this, m_debug, logName, operationName, m_jobId);
 }
 
 HuaweiApi::ResultStatus ZrManageHuawei::ProcessWithServer(std::string const& operationName,
