@@ -1,5 +1,9 @@
 #include "ArrayModel.h"
 
+#include "resources/CloneResources.h"
+#include "resources/ProvisioningResources.h"
+#include "resources/TemporaryLunGroupRoutes.h"
+
 namespace arraysim {
 
 ArrayModel::ArrayModel(const std::string& deviceId)
@@ -12,6 +16,9 @@ ArrayModel::ArrayModel(const std::string& deviceId)
       changeLists_(mutex_, snapshots_) {
   SystemResources::Declare(resources_);
   InterfaceResources::Declare(resources_);
+  ProvisioningResources::Declare(resources_);
+  CloneResources::Declare(resources_);
+  DeclareTemporaryLunGroupRoutes(resources_);
 }
 
 void ArrayModel::registerRoutes(Router& router) {

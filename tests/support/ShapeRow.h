@@ -54,6 +54,7 @@ struct ShapeRow {
   }
   ShapeRow& guardNames(std::string operation) { return guardOperation = std::move(operation), *this; }
   ShapeRow& failsByError() { return byError = true, *this; }
+  ShapeRow& answerNotRead() { return readsAnswer = false, *this; }
 
   std::string name;
   Invocation call;
@@ -72,6 +73,9 @@ struct ShapeRow {
   std::string guardOperation;
   // First-generation failures written by Error(), which carries no job identifier.
   bool byError = false;
+  // False for a third-generation request whose answer says nothing but its error object: an
+  // empty answer then counts as success.
+  bool readsAnswer = true;
 };
 
 inline void PrintTo(const ShapeRow& row, std::ostream* out) { *out << row.name; }
