@@ -20,6 +20,7 @@
 #include <CLI/CLI.hpp>
 
 #include "BundledSimulator.h"
+#include "TkLogSink.h"
 #include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
 
@@ -141,6 +142,7 @@ int main(int argc, char** argv) {
   app.add_option("--capacity", settings.capacity, "Capacity of each LUN, in the array's unit")->capture_default_str();
   CLI11_PARSE(app, argc, argv);
 
+  tklog::SetMaxLevel(0);  // the operations' request and success lines, and every error
   std::unique_ptr<arraysim::ArraySimulator> simulator;
   int exitCode = 0;
   try {

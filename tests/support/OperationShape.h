@@ -137,7 +137,8 @@ TEST_P(OperationShape, SpoiledAnswersEndInItsOwnTexts) {
     expectFailure(outcome, Fill(spoil.text, scene), spoil.code, log);
     // The third generation logs its request line at level 0 before it sends.
     const testing::Matcher<const std::string&> success =
-        outcome.generation == Generation::Third ? testing::StartsWith("Successfully") : testing::_;
+        outcome.generation == Generation::Third ? testing::Matcher<const std::string&>(testing::StartsWith("Successfully"))
+                                                : testing::Matcher<const std::string&>(testing::_);
     EXPECT_THAT(log.Lines(), testing::Not(testing::Contains(LogLineIs(0, row().logName, success))));
   }
 }
