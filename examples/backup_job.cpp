@@ -24,7 +24,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "ArraySimulator.h"
+#include "BundledSimulator.h"
 #include "TkLogSink.h"
 #include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
@@ -283,13 +283,7 @@ int main(int argc, char** argv) {
       arraysim::SimulatorOptions options;
       options.address = address;
       options.seed = simulatorSeed();
-      simulator = std::make_unique<arraysim::ArraySimulator>(options);
-      simulator->start();
-      std::cout << "array simulator listening on " << simulator->baseUrl() << "\n";
-      tls.caBundlePath = simulator->caCertPath();
-      settings.host = address;
-      settings.user = arraysim::SimulatorOptions::kDefaultUser;
-      settings.password = arraysim::SimulatorOptions::kDefaultPassword;
+      simulator = startBundledSimulator(options, tls, settings.host, settings.user, settings.password);
       if (settings.fileSystemName.empty()) settings.fileSystemName = "projects";
     } else {
       if (settings.host.empty() || settings.user.empty()) {

@@ -45,3 +45,11 @@ void OperationLog::line(int level, const char* format, ...) {
   va_end(arguments);
   target().DebugLvl(m_name, level, static_cast<long long>(m_jobId), "%s", text.c_str());
 }
+
+void OperationLog::lineWithoutJob(int level, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const std::string text = formatArguments(format, arguments);
+  va_end(arguments);
+  target().DebugLvl(m_name, level, "%s", text.c_str());
+}

@@ -17,6 +17,8 @@ class OperationLog {
   void failure(const char* format, ...) __attribute__((format(printf, 2, 3)));
   // A line at the given level, with the job identifier.
   void line(int level, const char* format, ...) __attribute__((format(printf, 3, 4)));
+  // A line at the given level, in the form without job identifier.
+  void lineWithoutJob(int level, const char* format, ...) __attribute__((format(printf, 3, 4)));
 
   const char* name() const { return m_name; }
   unsigned long long jobId() const { return m_jobId; }

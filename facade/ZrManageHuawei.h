@@ -21,6 +21,7 @@ class HuaweiJSONBaseV2;
 class OperationLog;
 class FirstGenerationCall;
 class SecondGenerationCall;
+class ThirdGenerationCall;
 
 class ZrManageHuawei {
  public:
@@ -211,14 +212,50 @@ class ZrManageHuawei {
                                               std::vector<_HuaweiLUNMappingView>& mappingViews, std::string vstoreId);
 
   // ---- LUN provisioning ----
+  // The capacity, allocation type, pool and owning controller go to the array as the record holds
+  // them; the record's vStore is not sent.
+  HuaweiApi::ResultStatus createLUN(std::string& newLunId, _HuaweiLUNInfo const& lun);
+  // The pool whose name is exactly poolName (the first, when several are).
+  HuaweiApi::ResultStatus getStoragePoolInfoForName(_HuaweiStoragePoolInfo& pool, std::string const& poolName);
+  // Renames the LUN lun.id to lun.name; no other field is sent.
+  HuaweiApi::ResultStatus modifyLun(_HuaweiLUNInfo const& lun);
+  HuaweiApi::ResultStatus getLunAssociatedToLunGroup(std::string const& lunGroupId, std::vector<_HuaweiLUNInfo>& luns);
+  // Success when the LUN is in the group; code 2 when it is not.
+  HuaweiApi::ResultStatus isLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId);
+  // A LUN already in the group counts as added.
+  HuaweiApi::ResultStatus addLuntoLunGroup(std::string const& lunGroupId, std::string const& lunId,
+                                           std::string const& vstoreId);
+  HuaweiApi::ResultStatus removeLunFromLunGroup(std::string const& lunGroupId, std::string const& lunId,
+                                                std::string const& vstoreId);
+  HuaweiApi::ResultStatus deleteLun(std::string const& lunId, std::string const& vstoreId);
+  HuaweiApi::ResultStatus getLunGroupsAssociatedToLun(std::vector<_HuaweiLunGroupInfo>& lunGroups,
+                                                      std::string const& lunId, std::string const& vstoreId);
 
   // ---- Clones ----
+  // Clones are the array's split mirrors: a primary LUN copied to secondary LUNs, which are
+  // synchronised and split off. The array reports the progress of each pair through
+  // getCloneSecondaryLuns; nothing here waits for it.
+  HuaweiApi::ResultStatus getCloneInfo(_HuaweiCloneInfo& clone, std::string const& cloneId);
+  // Replaces the list with the clone's secondary LUNs.
+  HuaweiApi::ResultStatus getCloneSecondaryLuns(std::list<_HuaweiCloneSecondaryLUN>& secondaryLuns,
+                                                std::string const& cloneId);
+  // Sends clone.name and clone.priLunId.
+  HuaweiApi::ResultStatus createClone(std::string& newCloneId, _HuaweiCloneInfo const& clone);
+  HuaweiApi::ResultStatus deleteClone(std::string const& cloneId);
+  // Attaches secondaryLun.id to the clone secondaryLun.parentId with its speed and resume policy;
+  // firstSync tells whether the array starts copying at once.
+  HuaweiApi::ResultStatus addCloneSecondaryLun(_HuaweiCloneSecondaryLUN const& secondaryLun,
+                                               HuaweiApi::FirstSyncValue const& firstSync);
+  HuaweiApi::ResultStatus splitCloneSecondaryLun(std::string secondaryLunId, std::string const& cloneId);
+  HuaweiApi::ResultStatus syncCloneSecondaryLun(std::string secondaryLunId, std::string const& cloneId);
+  HuaweiApi::ResultStatus removeCloneSecondaryLun(std::string secondaryLunId, std::string const& cloneId);
 
 
  private:
   FirstGenerationCall firstGeneration(OperationLog& log);
   // signature: the operation's signature as its errors are located.
   SecondGenerationCall secondGeneration(OperationLog& log, const char* signature);
+  ThirdGenerationCall thirdGeneration(const char* logName, const char* operationName);
 
   HuaweiRestAPI m_restApi;
   unsigned long long m_jobId;

@@ -12,6 +12,7 @@
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
 #include "SecondGenerationCall.h"
+#include "ThirdGenerationCall.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
 
@@ -137,6 +138,10 @@ FirstGenerationCall ZrManageHuawei::firstGeneration(OperationLog& log) {
 
 SecondGenerationCall ZrManageHuawei::secondGeneration(OperationLog& log, const char* signature) {
   return SecondGenerationCall(m_restApi, m_initialized, log, signature);
+}
+
+ThirdGenerationCall ZrManageHuawei::thirdGeneration(const char* logName, const char* operationName) {
+  return ThirdGenerationCall(*this, m_debug, logName, operationName, m_jobId);
 }
 
 HuaweiApi::ResultStatus ZrManageHuawei::ProcessWithServer(std::string const& operationName,

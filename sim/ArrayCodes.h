@@ -31,4 +31,12 @@ constexpr long long kCIFSSharePermissionExists = 1077939718;
 constexpr long long kNFSSharePermissionExists = 1077939727;
 constexpr long long kNFSSharePermissionNotFound = 1077939728;
 
+// The object is already associated with the LUN group, or already a secondary LUN of a clone.
+constexpr long long kAlreadyAssociated = 1077948997;
+// A clone that still has secondary LUNs, or a LUN that is part of a clone, cannot be deleted.
+constexpr long long kObjectInUse = 1077948998;
+// The pair is not in a state that allows the action (a split while it synchronises, a sync of a
+// pair that is not split).
+constexpr long long kPairStateWrong = 1077951831;
+
 }  // namespace arraysim::codes

@@ -2,6 +2,9 @@
 
 #include "resources/HostResources.h"
 #include "resources/LunResources.h"
+#include "resources/CloneResources.h"
+#include "resources/ProvisioningResources.h"
+#include "resources/TemporaryLunGroupRoutes.h"
 
 namespace arraysim {
 
@@ -20,6 +23,9 @@ ArrayModel::ArrayModel(const std::string& deviceId)
   HostResources::Declare(resources_);
   LunGroupResources::Declare(resources_);
   MappingViewResources::Declare(resources_);
+  ProvisioningResources::Declare(resources_);
+  CloneResources::Declare(resources_);
+  DeclareTemporaryLunGroupRoutes(resources_);
 }
 
 void ArrayModel::registerRoutes(Router& router) {

@@ -8,7 +8,6 @@
 #include "OperationLog.h"
 #include "SecondGenerationCall.h"
 #include "SessionHelpers.h"
-#include "ThirdGenerationCall.h"
 
 namespace {
 
@@ -128,22 +127,6 @@ TEST_F(RequestDrivers, FailedLoginSendsNothingElseAndIsCodeOne) {
   EXPECT_EQ(status.GetErrorString(), "Failed to create session.");
   EXPECT_THAT(requestLines(), ElementsAre("POST sessions"));
   EXPECT_TRUE(log.HasLine(-1, "ProcessWithServer::ProbeOperation", "Failed to create session."));
-}
-
-TEST_F(RequestDrivers, ThirdGenerationFrameChecksArgumentsAndWordsFailures) {
-  auto array = loggedInFacade();
-  const auto missing = ThirdGenerationCall::argument("", "lun group id");
-  EXPECT_EQ(missing.GetErrorCode(), 2ULL);
-  EXPECT_EQ(missing.GetErrorString(), "The input parameter [lun group id] is empty");
-  EXPECT_FALSE(ThirdGenerationCall::argument("7", "lun group id").IsError());
-
-  sim().faults().add(FaultRule::On("GET", "filesystem").arrayError(1077948996, "no such group"));
-  ProbeRequest request("filesystem", HUAWEI_REQ_GET, "-12345");
-  const auto status = ThirdGenerationCall(*array, "GetLunAssociatedToLunGroup").process(request);
-  const auto worded =
-      ThirdGenerationCall::failed(status, "API Error [%s] Unable to get lun associated to lun group  [%s]", "7");
-  EXPECT_EQ(worded.GetErrorCode(), 1077948996ULL);
-  EXPECT_EQ(worded.GetErrorString(), "API Error [no such group] Unable to get lun associated to lun group  [7]");
 }
 
 TEST_F(RequestDrivers, SecondGenerationFrameTurnsEachStepIntoALocatedError) {

@@ -1,0 +1,75 @@
+#include "HuaweiJSONLunProvisioningRequests.h"
+
+#include "HuaweiArrayCodes.h"
+
+HuaweiJSONCreateLUN::HuaweiJSONCreateLUN(unsigned long long const& jobId, _HuaweiLUNInfo const& lun)
+    : HuaweiJSONCreationV2(jobId, "lun"), m_lun(lun) {}
+
+// The record's vStore is not sent: a LUN is created where the session is.
+void HuaweiJSONCreateLUN::buildRequest(jsonxx::Object& body) {
+  body.import("NAME", m_lun.name);
+  body.import("CAPACITY", m_lun.capacity);
+  body.import("ALLOCTYPE", m_lun.allocType.getValue());
+  body.import("PARENTID", m_lun.parentId);
+  body.import("OWNINGCONTROLLER", m_lun.owningController);
+}
+
+HuaweiJSONGetStoragePool::HuaweiJSONGetStoragePool(unsigned long long const& jobId, std::string const& poolName,
+                                                   std::string const& poolId)
+    : HuaweiJSONBaseV2(jobId, "storagepool", HUAWEI_REQ_GET, HuaweiVstore::kNone, poolId), m_poolName(poolName) {}
+
+std::string HuaweiJSONGetStoragePool::getResourceUrl() {
+  if (!m_objectId.empty() || m_poolName.empty()) return getResourceUrl(std::string());
+  return getResourceUrl("filter=NAME::" + m_poolName);
+}
+
+bool HuaweiJSONGetStoragePool::parseResponse(jsonxx::Object const& response) {
+  HuaweiSelfDescribing::logParsing(m_jobId);
+  const bool byName = !m_poolName.empty();
+  bool matched = false;
+  const bool read = HuaweiSelfDescribing::readDataElements(*this, response, [&](jsonxx::Object const& element) {
+    if (matched) return true;
+    const std::string& name = element.get<std::string>("NAME");
+    if (byName && name != m_poolName) return true;
+    _HuaweiStoragePoolInfo pool;
+    pool.name = name;
+    pool.id = element.get<std::string>("ID");
+    pool.parentId = element.get<std::string>("PARENTID");
+    m_pools.push_back(pool);
+    matched = byName;
+    return true;
+  });
+  if (!read) return false;
+  return (byName || !m_objectId.empty()) ? m_pools.size() == 1 : true;
+}
+
+void HuaweiJSONGetStoragePool::getStoragePoolInfo(_HuaweiStoragePoolInfo& pool) const {
+  if (!m_pools.empty()) pool = m_pools.front();
+}
+
+HuaweiJSONModifyLun::HuaweiJSONModifyLun(unsigned long long const& jobId, _HuaweiLUNInfo const& lun)
+    : HuaweiJSONUnreadAnswerV2(jobId, "lun", HUAWEI_REQ_PUT, HuaweiVstore::kNone, lun.id), m_lun(lun) {}
+
+void HuaweiJSONModifyLun::buildRequest(jsonxx::Object& body) {
+  if (!m_lun.name.empty()) body.import("NAME", m_lun.name);
+}
+
+HuaweiJSONAssociateWithLunGroup::HuaweiJSONAssociateWithLunGroup(unsigned long long const& jobId,
+                                                                 std::string const& lunGroupId,
+                                                                 HuaweiApi::ObjectTypeValue const& objectType,
+                                                                 std::string const& objectId,
+                                                                 std::string const& vstoreId)
+    : HuaweiJSONLunGroupMembership(jobId, HUAWEI_REQ_POST, lunGroupId, objectType, objectId, vstoreId) {
+  m_ignorableErrorCodes.push_back(HuaweiArrayCode::ALREADY_EXISTS_OR_ASSOCIATED);
+}
+
+void HuaweiJSONAssociateWithLunGroup::buildRequest(jsonxx::Object& body) {
+  body.import("ID", m_lunGroupId);
+  body.import("ASSOCIATEOBJTYPE", m_objectType.getValue());
+  body.import("ASSOCIATEOBJID", m_memberId);
+}
+
+std::string HuaweiJSONRemoveAssociateWithLunGroup::getResourceUrl() {
+  return getResourceUrl("ID=" + m_lunGroupId + "&ASSOCIATEOBJID=" + m_memberId +
+                        "&ASSOCIATEOBJTYPE=" + m_objectType.getValue());
+}

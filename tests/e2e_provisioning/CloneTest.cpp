@@ -1,0 +1,103 @@
+// Clones over HTTPS: a secondary LUN's pair through its states, and the records as read.
+#include <list>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "ArrayClientTest.h"
+#include "LogCapture.h"
+#include "ProvisioningScene.h"
+
+namespace zrtest {
+namespace {
+
+using testing::ElementsAre;
+
+class Clones : public ArrayClientTest {
+ protected:
+  void SetUp() override {
+    ArrayClientTest::SetUp();
+    ArrangeProvisioning(sim());
+  }
+  std::string mirrorsOf(const char* lun) { return (*sim().store().get("lun", lun))["SPLITMIRRORIDS"]; }
+};
+
+TEST_F(Clones, ASecondaryLunSynchronisesSplitsAndLeaves) {
+  auto array = loggedInFacade();
+  LogCapture log;
+  _HuaweiCloneInfo clone;
+  clone.id = "99";  // never sent
+  clone.name = "nightly";
+  clone.priLunId = "4";
+  std::string cloneId;
+  ASSERT_FALSE(array->createClone(cloneId, clone).IsError());
+  EXPECT_EQ(lastRequest().body, R"({"NAME": "nightly", "PRILUNID": "4"})");
+  EXPECT_EQ(mirrorsOf("4"), "[\"" + cloneId + "\"]");
+
+  _HuaweiCloneSecondaryLUN secondary = Secondary("3", cloneId);
+  EXPECT_EQ(array->addCloneSecondaryLun(secondary, HuaweiApiValue::FIRST_SYNC_YES).GetErrorString(),
+            "API Error [The LUN is already a member of a clone.] Unable to add clone secondary lun ID [3], parent ID [" +
+                cloneId + "]");
+  secondary.id = "2";
+  sim().store().erase("splitmirrortargetlun", "2");
+  ASSERT_FALSE(array->addCloneSecondaryLun(secondary, HuaweiApiValue::FIRST_SYNC_YES).IsError());
+  EXPECT_EQ(lastRequest().body, R"({"FIRSTSYNC": "1", "ID": "2", "PARENTID": ")" + cloneId +
+                                    R"(", "RESUMEPOLICY": "1", "SPEED": "3"})");
+
+  // The first synchronisation moves on with every read until the pair is normal.
+  std::list<_HuaweiCloneSecondaryLUN> pairs(3);
+  std::vector<int> progress;
+  do {
+    ASSERT_FALSE(array->getCloneSecondaryLuns(pairs, cloneId).IsError());
+    ASSERT_EQ(pairs.size(), 1u);
+    progress.push_back(pairs.front().process);
+  } while (pairs.front().runningStatus.getValue() == HuaweiApiValue::CLONE_SEC_LUN_RUNNING_STATUS_SYNC.getValue());
+  EXPECT_THAT(progress, ElementsAre(40, 80, 100));
+  EXPECT_EQ(pairs.front().runningStatus.getValue(), HuaweiApiValue::CLONE_SEC_LUN_RUNNING_STATUS_NORM.getValue());
+  EXPECT_EQ(pairs.front().speed.getSpeed(), 3);
+  EXPECT_TRUE(log.HasLine(0, "getCloneSecondaryLuns", "Successfully got clone info of size [1]")) << log.Dump();
+
+  // A pair that synchronises cannot be synced again; a split one can.
+  EXPECT_EQ(array->syncCloneSecondaryLun("2", cloneId).GetErrorCode(), 1077951831ULL);
+  ASSERT_FALSE(array->splitCloneSecondaryLun("2", cloneId).IsError());
+  ASSERT_FALSE(array->syncCloneSecondaryLun("2", cloneId).IsError());
+  EXPECT_EQ(lastRequest().body, R"({"ID": "2", "PARENTID": ")" + cloneId + "\"}");
+  EXPECT_TRUE(log.HasLine(0, "syncCloneSecondaryLun", "Successfully synced clone secondary lun ID [2]"));
+
+  const auto refused = array->deleteClone(cloneId);
+  EXPECT_EQ(refused.GetErrorCode(), 1077948998ULL);
+  EXPECT_EQ(refused.GetErrorString(),
+            "API Error [The clone still has secondary LUNs.] Unable to delete clone with ID  [" + cloneId + "]");
+  ASSERT_FALSE(array->removeCloneSecondaryLun("2", cloneId).IsError());
+  ASSERT_FALSE(array->deleteClone(cloneId).IsError());
+  EXPECT_EQ(mirrorsOf("4"), "[]");
+  EXPECT_EQ(array->getCloneInfo(clone, cloneId).GetErrorCode(), 1077948996ULL);
+  for (const auto& request : requests()) EXPECT_EQ(request.body.find("vstoreId"), std::string::npos);
+}
+
+TEST_F(Clones, RecordsKeepWhatTheArraySendsAndTheListIsReplaced) {
+  auto array = loggedInFacade();
+  sim().faults().add(arraysim::FaultRule::On("GET", "SPLITMIRRORTARGETLUN/targetLUN")
+                         .cannedBody(R"({"data":{"NAME":"s","ID":"8","PARENTID":"1","SPEED":"9","RESUMEPOLICY":"7",)"
+                                     R"("RUNNINGSTATUS":"99","PROCESS":"abc"},"error":{"code":0,"description":"0"}})"));
+  std::list<_HuaweiCloneSecondaryLUN> pairs(2);
+  ASSERT_FALSE(array->getCloneSecondaryLuns(pairs, "1").IsError());
+  ASSERT_EQ(pairs.size(), 1u);
+  EXPECT_TRUE(pairs.front().speed.isEmpty());
+  EXPECT_EQ(pairs.front().resumePolicy.getValue(), "7");
+  EXPECT_EQ(pairs.front().runningStatus.getValue(), "99");
+  EXPECT_EQ(pairs.front().process, 0);
+
+  _HuaweiCloneSecondaryLUN slow = Secondary("4", "2");
+  slow.speed = HuaweiApi::CopySpeedValue(5);
+  EXPECT_EQ(array->addCloneSecondaryLun(slow, HuaweiApiValue::FIRST_SYNC_NO).GetErrorString(),
+            "The input parameter [speed] is empty");
+  // A LUN in a clone stays until the clone lets it go.
+  EXPECT_EQ(array->deleteLun("1", "-12345").GetErrorCode(), 1077948998ULL);
+  EXPECT_EQ(array->deleteLun("2", "-12345").GetErrorCode(), 1077948998ULL);
+}
+
+}  // namespace
+}  // namespace zrtest

@@ -1,0 +1,141 @@
+// LUN provisioning over HTTPS: what the array receives and how its answers come back.
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "ArrayClientTest.h"
+#include "LogCapture.h"
+#include "ProvisioningScene.h"
+
+namespace zrtest {
+namespace {
+
+using testing::ElementsAre;
+
+class Provisioning : public ArrayClientTest {
+ protected:
+  void SetUp() override {
+    ArrayClientTest::SetUp();
+    ArrangeProvisioning(sim());
+  }
+};
+
+TEST_F(Provisioning, CreateRenameAndDeleteALun) {
+  auto array = loggedInFacade();
+  LogCapture log;
+  _HuaweiLUNInfo lun = NewLun("lunA");
+  lun.vstoreId = "3";  // never sent: a LUN is made where the session is
+  std::string id;
+  ASSERT_FALSE(array->createLUN(id, lun).IsError());
+  EXPECT_EQ(lastRequest().body,
+            R"({"ALLOCTYPE": "1", "CAPACITY": "2097152", "NAME": "lunA", "OWNINGCONTROLLER": "0A", "PARENTID": "0"})");
+  EXPECT_EQ(id, "5");
+  EXPECT_TRUE(log.HasLine(0, "createLUN", "Request to create lun with name [lunA]")) << log.Dump();
+  EXPECT_TRUE(log.HasLine(0, "createLUN", "Successfully created lun with id [5]"));
+
+  const auto taken = array->createLUN(id, lun);
+  EXPECT_EQ(taken.GetErrorCode(), 1077948993ULL);
+  EXPECT_EQ(taken.GetErrorString(), "API Error [The name already exists.] Unable to create lun with name [lunA]");
+
+  // The checks run in the order name, capacity, allocation type, pool, controller.
+  _HuaweiLUNInfo partial = NewLun("");
+  EXPECT_EQ(array->createLUN(id, partial).GetErrorString(), "The input parameter [Name] is empty");
+  partial.name = "lunB";
+  partial.allocType.clear();
+  partial.parentId.clear();
+  EXPECT_EQ(array->createLUN(id, partial).GetErrorString(), "The input parameter [AllocType] is not set");
+
+  // A record with an empty name renames nothing: the PUT carries an empty object.
+  _HuaweiLUNInfo rename;
+  rename.id = "5";
+  ASSERT_FALSE(array->modifyLun(rename).IsError());
+  rename.name = "lunC";
+  ASSERT_FALSE(array->modifyLun(rename).IsError());
+  EXPECT_TRUE(log.HasLine(0, "modifyLun", "Successfully modified lun info [lunC]"));
+
+  ASSERT_FALSE(array->deleteLun("5", "-12345").IsError());
+  const auto gone = array->deleteLun("5", "");
+  EXPECT_EQ(gone.GetErrorCode(), 1077948996ULL);
+  EXPECT_EQ(gone.GetErrorString(), "API Error [The object does not exist.] Unable to delete lun with ID  [5]");
+
+  std::vector<std::string> bodies;
+  for (const auto& request : requests()) bodies.push_back(request.body);
+  EXPECT_THAT(requestLines(), ElementsAre("POST lun?", "POST lun?", "PUT lun/5?", "PUT lun/5?", "DELETE lun/5?",
+                                          "DELETE lun/5?"));
+  EXPECT_EQ(bodies[2], "{}");
+  EXPECT_EQ(bodies[3], R"({"NAME": "lunC"})");
+}
+
+TEST_F(Provisioning, VStoreGoesIntoTheQueryOfDeletesAndTheBodyOfPosts) {
+  sim().store().insert("lun", {{"ID", "9"}, {"NAME", "v"}, {"PARENTID", "0"}, {"RUNNINGSTATUS", "27"}, {"vstoreId", "3"}});
+  sim().store().insert("lungroup", {{"ID", "7"}, {"NAME", "vgroup"}, {"vstoreId", "3"}});
+  auto array = loggedInFacade();
+  LogCapture log;
+  ASSERT_FALSE(array->addLuntoLunGroup("7", "9", "3").IsError());
+  EXPECT_EQ(lastRequest().body, R"({"ASSOCIATEOBJID": "9", "ASSOCIATEOBJTYPE": "11", "ID": "7", "vstoreId": "3"})");
+  // Already a member: the array's refusal is taken as success.
+  ASSERT_FALSE(array->addLuntoLunGroup("7", "9", "3").IsError());
+  EXPECT_TRUE(log.HasLine(0, "ProcessWithServer::AddLuntoLunGroup",
+                          "Ignore flag set for error [1077948997] [The object is already associated.]! Treating this "
+                          "as success."));
+  EXPECT_TRUE(log.HasLine(0, "addLuntoLunGroup", "Successfully added lun [9] to lun group [7]"));
+
+  std::vector<_HuaweiLunGroupInfo> groups;
+  ASSERT_FALSE(array->getLunGroupsAssociatedToLun(groups, "9", "3").IsError());
+  ASSERT_EQ(groups.size(), 1u);
+  EXPECT_EQ(groups[0].name, "vgroup");
+  ASSERT_FALSE(array->removeLunFromLunGroup("7", "9", "3").IsError());
+  EXPECT_TRUE(log.HasLine(0, "removeLunFromLunGroup", "Request to remove lun [9] from lun group [7] in vStore [3] "));
+  ASSERT_FALSE(array->deleteLun("9", "3").IsError());
+  EXPECT_THAT(requestLines(),
+              ElementsAre("POST lungroup/associate?", "POST lungroup/associate?",
+                          "GET lungroup/associate?&ASSOCIATEOBJID=9&ASSOCIATEOBJTYPE=11&vstoreId=3",
+                          "DELETE lungroup/associate?&ID=7&ASSOCIATEOBJID=9&ASSOCIATEOBJTYPE=11&vstoreId=3",
+                          "DELETE lun/9?&vstoreId=3"));
+}
+
+TEST_F(Provisioning, MembershipIsAnErrorStatusWhenTheLunIsNotInTheGroup) {
+  auto array = loggedInFacade();
+  LogCapture log;
+  EXPECT_FALSE(array->isLunAssociatedToLunGroup("1", "1").IsError());
+  EXPECT_TRUE(log.HasLine(0, "isLunAssociatedToLunGroup", "The lun [1] is associated with lun group [1]"));
+  const auto absent = array->isLunAssociatedToLunGroup("1", "4");
+  EXPECT_EQ(absent.GetErrorCode(), 2ULL);
+  EXPECT_EQ(absent.GetErrorString(), "Unable to find required lun id [4], in the lun group [1]");
+  EXPECT_EQ(array->isLunAssociatedToLunGroup("", "4").GetErrorString(), "The input parameter [lun group id] is empty");
+
+  // An empty group is a failure unless the array sends an empty list.
+  sim().store().insert("lungroup", {{"ID", "2"}, {"NAME", "empty"}});
+  std::vector<_HuaweiLUNInfo> luns(1);
+  EXPECT_EQ(array->getLunAssociatedToLunGroup("2", luns).GetErrorString(),
+            "API Error [Unable to parse the JSON Response] Unable to get lun associated to lun group  [2]");
+  EXPECT_EQ(luns.size(), 1u);
+  arraysim::AnswerStyle emptyArray;
+  emptyArray.emptyList = arraysim::EmptyListAnswer::EmptyArray;
+  sim().answerStyles().set("GET", "lun/associate", emptyArray);
+  EXPECT_FALSE(array->getLunAssociatedToLunGroup("2", luns).IsError());
+  EXPECT_TRUE(luns.empty());
+}
+
+TEST_F(Provisioning, StoragePoolsMatchTheWholeNameWhateverTheArrayAnswers) {
+  auto array = loggedInFacade();
+  const auto answer = [](const std::string& pools) {
+    return R"({"data":[)" + pools + R"(],"error":{"code":0,"description":"0"}})";
+  };
+  const std::string longer = R"({"NAME":"pool10","ID":"10","PARENTID":"0"})";
+  sim().faults().add(arraysim::FaultRule::On("GET", "storagepool")
+                         .cannedBody(answer(longer + R"(,{"NAME":"pool1","ID":"1","PARENTID":"0"},{"NAME":"pool1","ID":"2","PARENTID":"0"})")));
+  sim().faults().add(arraysim::FaultRule::On("GET", "storagepool").cannedBody(answer(longer)));
+  _HuaweiStoragePoolInfo pool;
+  ASSERT_FALSE(array->getStoragePoolInfoForName(pool, "pool1").IsError());
+  EXPECT_EQ(pool.id, "1");
+  const auto partOnly = array->getStoragePoolInfoForName(pool, "pool1");
+  EXPECT_EQ(partOnly.GetErrorCode(), 2ULL);
+  EXPECT_EQ(partOnly.GetErrorString(),
+            "API Error [Unable to parse the JSON Response] Unable to get storage pool info for name [pool1]");
+}
+
+}  // namespace
+}  // namespace zrtest
