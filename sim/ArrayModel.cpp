@@ -4,7 +4,6 @@
 #include "resources/LunResources.h"
 #include "resources/CloneResources.h"
 #include "resources/ProvisioningResources.h"
-#include "resources/TemporaryLunGroupRoutes.h"
 
 namespace arraysim {
 
@@ -25,7 +24,6 @@ ArrayModel::ArrayModel(const std::string& deviceId)
   MappingViewResources::Declare(resources_);
   ProvisioningResources::Declare(resources_);
   CloneResources::Declare(resources_);
-  DeclareTemporaryLunGroupRoutes(resources_);
 }
 
 void ArrayModel::registerRoutes(Router& router) {
