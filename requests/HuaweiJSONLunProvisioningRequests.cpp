@@ -60,7 +60,7 @@ HuaweiJSONAssociateWithLunGroup::HuaweiJSONAssociateWithLunGroup(unsigned long l
                                                                  std::string const& objectId,
                                                                  std::string const& vstoreId)
     : HuaweiJSONLunGroupMembership(jobId, HUAWEI_REQ_POST, lunGroupId, objectType, objectId, vstoreId) {
-  m_ignorableErrorCodes.push_back(HuaweiArrayCode::ALREADY_EXISTS_OR_ASSOCIATED);
+  m_ignorableErrorCodes.push_back(HuaweiArrayCode::ALREADY_IN_LUN_GROUP);
 }
 
 void HuaweiJSONAssociateWithLunGroup::buildRequest(jsonxx::Object& body) {
