@@ -19,7 +19,7 @@ Invocation second(Call call) {
 ShapeRow Lookup(std::string name, Invocation call, std::string sends, std::string failed) {
   return ShapeRow(std::move(name), std::move(call), {std::move(sends)}, "", std::move(failed))
       .emptyResponseSays(kLookupEmpty)
-      .guardsBare();
+      .bareGuard();
 }
 
 ShapeRow Change(std::string name, Invocation call, std::vector<std::string> sends, std::string failed) {

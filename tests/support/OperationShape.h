@@ -74,7 +74,7 @@ TEST_P(OperationShape, ClosedSessionAndEmptyArgumentSendNothing) {
   } else {
     EXPECT_TRUE(requests().empty());
     const std::string& named = row().guardOperation.empty() ? row().name : row().guardOperation;
-    const std::string guard = GuardText(row().bareGuard ? Generation::First : outcome.generation, named);
+    const std::string guard = GuardText(outcome.generation, named, row().guardBare);
     expectFailure(outcome, row().closedSession.empty() ? guard : Fill(row().closedSession, scene_), 0, log);
   }
   if (!row().emptyArgumentCall) return;
@@ -130,7 +130,10 @@ TEST_P(OperationShape, SpoiledAnswersEndInItsOwnTexts) {
     EXPECT_EQ(sim().faults().pending(), 0u) << "the spoiled request was never sent";
     ASSERT_FALSE(requests().empty());
     EXPECT_EQ(requestLines().back(), spoiled);
-    EXPECT_THAT(log.Lines(), testing::Not(testing::Contains(LogLineIs(0, row().logName, testing::_))));
+    const testing::Matcher<const std::string&> afterSending =
+        row().loggedBeforeSending.empty() ? testing::Matcher<const std::string&>(testing::_)
+                                          : testing::Not(testing::StartsWith(row().loggedBeforeSending));
+    EXPECT_THAT(log.Lines(), testing::Not(testing::Contains(LogLineIs(0, row().logName, afterSending))));
   }
 }
 

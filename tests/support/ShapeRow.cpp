@@ -20,8 +20,8 @@ std::string Fill(std::string text, const ShapeScene& scene) {
   return text;
 }
 
-std::string GuardText(Generation generation, const std::string& operation) {
-  return std::string(generation == Generation::Second ? "[ERROR] " : "") + "Before calling " + operation +
+std::string GuardText(Generation generation, const std::string& operation, bool bare) {
+  return std::string(generation == Generation::Second && !bare ? "[ERROR] " : "") + "Before calling " + operation +
          "(), please initialize Huawei params using ZrManageHuawei::init().";
 }
 

@@ -54,8 +54,10 @@ struct ShapeRow {
   }
   ShapeRow& guardNames(std::string operation) { return guardOperation = std::move(operation), *this; }
   ShapeRow& failsByError() { return byError = true, *this; }
-  // Second-generation guards that go without the "[ERROR] " prefix.
-  ShapeRow& guardsBare() { return bareGuard = true, *this; }
+  // A second-generation guard without the "[ERROR] " prefix.
+  ShapeRow& bareGuard() { return guardBare = true, *this; }
+  // A level 0 line, beginning so, that the operation writes before it sends.
+  ShapeRow& logsBeforeSending(std::string start) { return loggedBeforeSending = std::move(start), *this; }
   // An operation without a guard of its own that words the inner guard's failure itself.
   ShapeRow& closedSessionSays(std::string text) { return closedSession = std::move(text), *this; }
 
@@ -76,7 +78,8 @@ struct ShapeRow {
   std::string guardOperation;
   // First-generation failures written by Error(), which carries no job identifier.
   bool byError = false;
-  bool bareGuard = false;
+  bool guardBare = false;
+  std::string loggedBeforeSending;
   std::string closedSession;
 };
 
@@ -86,7 +89,7 @@ inline std::string RowName(const testing::TestParamInfo<ShapeRow>& info) { retur
 // "{name}" replaced by the scene's identifiers.
 std::string Fill(std::string text, const ShapeScene& scene);
 // The guard's text of the first two generations.
-std::string GuardText(Generation generation, const std::string& operation);
+std::string GuardText(Generation generation, const std::string& operation, bool bare = false);
 
 // Defined by each binary: makes the scene on the simulator; `array` is logged in.
 ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei& array);
