@@ -7,8 +7,10 @@
 
 #include "jsonxx_reader.h"
 
+#include <malloc.h>
 #include <sys/mman.h>
 
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <locale>
@@ -43,8 +45,13 @@ void assertion(const char* file, int line, const char* expression, bool ok) {
 // What a thread keeps idle is bounded per size: beyond kListLimit bytes, half
 // of the list moves to the depot, where any thread takes it up again. At its
 // exit a thread hands all its lists and the rest of its chunk to the depot.
-// The chunks themselves stay with the process until it ends: the memory held
-// is what the trees needed at their peak.
+//
+// The chunks come from one reserved range of kPoolBytes, which is all the
+// pool ever holds: blocks are recycled, never given back, so a bounded pool
+// is what keeps a large tree from pinning its peak for the rest of the
+// process. Once the range is used up, blocks come from operator new and go
+// back to it, and as such a large tree is freed, malloc is asked to return
+// its free pages to the system.
 //
 // Under AddressSanitizer every block goes to operator new and delete, so that
 // the sanitizer sees each one.
@@ -66,7 +73,7 @@ namespace {
 
 constexpr std::size_t kGranule = 8;
 constexpr std::size_t kClasses = 16;  // blocks of 8, 16, ..., 128 bytes
-constexpr std::size_t kRegionBytes = std::size_t{1} << 20;
+constexpr std::size_t kPoolBytes = std::size_t{4} << 20;  // reserved at once, touched as used
 constexpr std::size_t kChunkBytes = std::size_t{64} << 10;  // a thread's share of a region
 constexpr std::size_t kCarveBytes = std::size_t{4} << 10;  // carved at once for one size
 constexpr std::size_t kListLimit = std::size_t{2} << 20;   // idle bytes a thread keeps per size
@@ -113,9 +120,42 @@ struct Depot {
   FreeBlock* head[kClasses] = {};
   std::size_t count[kClasses] = {};
   Spare* spares = nullptr;
-  char* region_next = nullptr;  // the chunks not yet handed out
-  char* region_end = nullptr;
+  bool reserved = false;  // tried once, whether or not it worked
+  char* range_next = nullptr;  // the chunks not yet handed out
+  char* range_end = nullptr;
 };
+
+// The reserved range, set once; null when the reservation failed.
+std::atomic<char*> pool_begin{nullptr};
+
+bool in_pool(const void* block) {
+  const char* begin = pool_begin.load(std::memory_order_relaxed);
+  return begin != nullptr && static_cast<std::size_t>(static_cast<const char*>(block) - begin) < kPoolBytes;
+}
+
+// Bytes of blocks served by operator new beyond the pool. Once they have
+// reached kTrimFrom, malloc is asked to give its free pages back each time
+// they fall to an eighth, down to none: a large tree is freed in one go, and
+// its pages go back in a few steps rather than one per block.
+std::atomic<std::size_t> overflow_live{0};
+std::atomic<std::size_t> trim_mark{0};  // 0: no trim pending
+constexpr std::size_t kTrimFrom = std::size_t{2} << 20;
+
+void* allocate_beyond_pool(std::size_t bytes) {
+  void* block = ::operator new(bytes);
+  const std::size_t live = overflow_live.fetch_add(bytes, std::memory_order_relaxed) + bytes;
+  if (live >= kTrimFrom && live / 8 > trim_mark.load(std::memory_order_relaxed)) {
+    trim_mark.store(live / 8, std::memory_order_relaxed);
+  }
+  return block;
+}
+
+void free_beyond_pool(void* block, std::size_t bytes) noexcept {
+  ::operator delete(block);
+  const std::size_t live = overflow_live.fetch_sub(bytes, std::memory_order_relaxed) - bytes;
+  std::size_t mark = trim_mark.load(std::memory_order_relaxed);
+  if (mark != 0 && live <= mark && trim_mark.compare_exchange_strong(mark, live / 8)) malloc_trim(0);
+}
 
 Depot& depot() {
   static Depot* const instance = new Depot;
@@ -169,35 +209,40 @@ void start_lists(FreeLists& lists) {
   lists.state = ListsState::Active;
 }
 
-// A new chunk for the thread: the rest of an ended thread's chunk, or fresh
-// memory. Fresh chunks are cut from regions mapped apart from malloc's heap:
-// blocks that never go back would otherwise pin the top of that heap, and
-// change how malloc serves and trims everything else in the process.
-void new_chunk(FreeLists& lists) {
+// A new chunk for the thread: the rest of an ended thread's chunk, or the next
+// one of the reserved range, which lies apart from malloc's heap. False when
+// the range is used up.
+bool new_chunk(FreeLists& lists) {
   Depot& shared = depot();
   const std::lock_guard<std::mutex> lock(shared.mutex);
   if (Depot::Spare* spare = shared.spares) {
     shared.spares = spare->next;
     lists.carve_next = reinterpret_cast<char*>(spare);
     lists.carve_end = spare->end;
-    return;
+    return true;
   }
-  if (shared.region_next == shared.region_end) {
-    void* region = mmap(nullptr, kRegionBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (region == MAP_FAILED) throw std::bad_alloc();
-    shared.region_next = static_cast<char*>(region);
-    shared.region_end = shared.region_next + kRegionBytes;
+  if (!shared.reserved) {
+    // Reserved, not committed: a page costs memory only once a block on it is used.
+    void* range = mmap(nullptr, kPoolBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    shared.reserved = true;
+    if (range != MAP_FAILED) {
+      shared.range_next = static_cast<char*>(range);
+      shared.range_end = shared.range_next + kPoolBytes;
+      pool_begin.store(shared.range_next, std::memory_order_relaxed);
+    }
   }
-  lists.carve_next = shared.region_next;
-  lists.carve_end = shared.region_next + kChunkBytes;
-  shared.region_next += kChunkBytes;
+  if (shared.range_next == shared.range_end) return false;
+  lists.carve_next = shared.range_next;
+  lists.carve_end = shared.range_next + kChunkBytes;
+  shared.range_next += kChunkBytes;
+  return true;
 }
 
 // The slow way of an allocation: the list of its size is empty.
 __attribute__((noinline)) void* allocate_slowly(std::size_t c) {
   FreeLists& lists = free_lists;
   const std::size_t bytes = block_bytes(c);
-  if (lists.state == ListsState::Released) return ::operator new(bytes);  // any block may join a list
+  if (lists.state == ListsState::Released) return allocate_beyond_pool(bytes);
   if (lists.state == ListsState::Unused) start_lists(lists);
 
   // Blocks that other threads gave up.
@@ -226,7 +271,8 @@ __attribute__((noinline)) void* allocate_slowly(std::size_t c) {
   for (;;) {
     aligned = (reinterpret_cast<std::uintptr_t>(lists.carve_next) + 15) & ~std::uintptr_t{15};
     if (lists.carve_next != nullptr && aligned + bytes <= reinterpret_cast<std::uintptr_t>(lists.carve_end)) break;
-    new_chunk(lists);  // what is left of the old one is too small for this size
+    // What is left of the old chunk is too small for this size.
+    if (!new_chunk(lists)) return allocate_beyond_pool(bytes);
   }
   char* const start = reinterpret_cast<char*>(aligned);
   std::size_t n = static_cast<std::size_t>(lists.carve_end - start) / bytes;
@@ -293,6 +339,10 @@ void detail::free_block(void* block, std::size_t size) noexcept {
 #if JSONXX_KEEP_BLOCKS
   if (size - 1 < kClasses * kGranule) {
     const std::size_t c = class_of(size);
+    if (!in_pool(block)) {
+      free_beyond_pool(block, block_bytes(c));
+      return;
+    }
     FreeLists& lists = free_lists;
     if (lists.state == ListsState::Active && lists.count[c] < list_limit(c)) {
       auto* kept = static_cast<FreeBlock*>(block);
@@ -354,22 +404,38 @@ namespace {
 // global locale, so under any other the stream itself does the work.
 bool global_locale_is_classic() { return std::locale() == std::locale::classic(); }
 
+// A text too large for the memory left is no document: what was read of it is freed, and the
+// parse fails rather than throw.
+template <class Target, class Read>
+bool within_memory(Target& target, Read read) {
+  try {
+    return read();
+  } catch (const std::bad_alloc&) {
+    target.reset();
+    return false;
+  }
+}
+
 template <class Target, class Parse>
 bool parse_text(const std::string& text, Target& target, Parse parse) {
   if (!global_locale_is_classic()) {
     std::istringstream input(text);
     return target.parse(input);
   }
-  detail::BufferSource source(text.data(), text.size());
-  detail::Reader<detail::BufferSource> reader(source);
-  return parse(reader, target);
+  return within_memory(target, [&] {
+    detail::BufferSource source(text.data(), text.size());
+    detail::Reader<detail::BufferSource> reader(source);
+    return parse(reader, target);
+  });
 }
 
 template <class Target, class Parse>
 bool parse_stream(std::istream& input, Target& target, Parse parse) {
-  detail::StreamSource source(input);
-  detail::Reader<detail::StreamSource> reader(source);
-  return parse(reader, target);
+  return within_memory(target, [&] {
+    detail::StreamSource source(input);
+    detail::Reader<detail::StreamSource> reader(source);
+    return parse(reader, target);
+  });
 }
 
 struct ParseObject {

@@ -36,7 +36,9 @@ class Reader;
 /// them: no locks, no atomics, as a tree is used by one thread at a time,
 /// though not necessarily always the same. What a thread keeps idle is
 /// bounded; the rest, and everything at the thread's exit, goes to a shared
-/// depot for other threads. Larger blocks go to operator new.
+/// depot for other threads. The pool holds a few MiB at most: blocks beyond
+/// it, and larger blocks, go to operator new, so the memory of a large tree
+/// goes back once the tree is freed.
 void* allocate_block(std::size_t size);
 void free_block(void* block, std::size_t size) noexcept;
 

@@ -189,30 +189,13 @@ class BufferSource {
 
   // Only under extract(), or where next_plain() gave a digit or '-': then the
   // white space skipped before it, the sentries and tell() change nothing.
-  //
-  // The plain integers that fit in 64 bits, which make most numbers, without
-  // the general scan: the stream takes an optional '-' and the digits, and
-  // converts them exactly. Anything else (a '+', a '.', an exponent, more
-  // digits) is left to scan_number. Expects a good input, not at its end.
+  // The integers of read_integer(); anything else is left to scan_number.
+  // Expects a good input, not at its end.
   bool extract_integer(Number& number) {
-    const char* p = next_;
-    const bool negative = *p == '-';
-    if (negative) ++p;
-    const char* const digits = p;
     std::uint64_t value = 0;
-    // Up to 16 digits eight at a time, the rest one by one.
-    for (int word = 0; word < 2 && end_ - p >= 8; ++word) {
-      const int run = leading_digits(p, value);
-      p += run;
-      if (run < 8) break;
-    }
-    for (; p != end_ && static_cast<unsigned char>(*p - '0') < 10; ++p) {
-      if (p - digits >= 20 || __builtin_mul_overflow(value, 10u, &value) ||
-          __builtin_add_overflow(value, static_cast<unsigned>(*p - '0'), &value))
-        return false;
-    }
-    if (p == digits) return false;
-    if (p != end_ && (*p == '.' || *p == 'e' || *p == 'E')) return false;
+    bool negative = false;
+    const char* const p = read_integer(next_, end_, value, negative);
+    if (p == nullptr) return false;
     store_integer(number, value, negative);
     next_ = p;
     if (next_ == end_) state_ |= kEof;
@@ -285,31 +268,6 @@ class BufferSource {
     const Number magnitude = static_cast<Number>(value);
     number = negative ? -magnitude : magnitude;
 #endif
-  }
-
-  // The number of digits that the eight bytes at p start with, which are
-  // appended to value. Little-endian: the first character lands in the lowest
-  // byte; elsewhere the caller goes on one by one.
-  static int leading_digits(const char* p, std::uint64_t& value) {
-    if (__BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__) return 0;
-    std::uint64_t word;
-    std::memcpy(&word, p, sizeof word);
-    // A digit byte is 0x30..0x39: high nibble 3, and no carry out of the low
-    // nibble when 6 is added. Carries run only into later bytes, behind the
-    // first one that is no digit, so that one is found exactly.
-    const std::uint64_t tested = (word & 0xF0F0F0F0F0F0F0F0u) | (((word + 0x0606060606060606u) & 0xF0F0F0F0F0F0F0F0u) >> 4);
-    const std::uint64_t other = tested ^ 0x3333333333333333u;
-    const int run = other == 0 ? 8 : __builtin_ctzll(other) >> 3;
-    if (run == 0) return 0;
-    // The digits, moved to the top bytes, read as a number with leading zeros.
-    std::uint64_t chunk = (word - 0x3030303030303030u) << (8 * (8 - run));
-    chunk = (chunk * 10 + (chunk >> 8)) & 0x00FF00FF00FF00FFu;
-    chunk = (chunk * 100 + (chunk >> 16)) & 0x0000FFFF0000FFFFu;
-    chunk = (chunk * 10000 + (chunk >> 32)) & 0xFFFFFFFFu;
-    static constexpr std::uint64_t kScale[9] = {1,      10,      100,      1000,      10000,
-                                                100000, 1000000, 10000000, 100000000};
-    value = value * kScale[run] + chunk;
-    return run;
   }
 
   const char* begin_;

@@ -1,4 +1,6 @@
 // Change lists between two file-system snapshots, walked page by page with the caller's cursor.
+#include <utility>
+
 #include "ConvertToString.h"
 #include "FirstGenerationCall.h"
 #include "HuaweiJSONChangeListRequests.h"
@@ -70,7 +72,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
 
   bool sessionOver = !fetched;
   if (fetched) {
-    info = request.getChangeListInfo(info.sessionId);
+    info = std::move(request).getChangeListInfo(info.sessionId);
     // The walk ends on a page that is both empty and complete.
     sessionOver = info.changes.empty() && info.progress == kWalkComplete;
   }

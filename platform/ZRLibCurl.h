@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 enum _http_req_type_ {
   HTTP_REQ_GET = 0,
@@ -53,6 +54,9 @@ class ZRLibCurl {
   // Body of the last response, owned by the client and zero-terminated; null when there is none.
   // With detach the caller takes the body over and frees it with free(); the client forgets it.
   const char* GetHttpResponse(unsigned long& size, bool detach);
+  // Hands the body of the last response over to `body` without copying it, and forgets it: a large
+  // answer is then held once. False, with `body` untouched, when there is none.
+  bool ZRLibCurlTakeHttpResponse(std::string& body);
   // HTTP status of the last response, 0 when none came back.
   long GetHttpErrorCode();
 

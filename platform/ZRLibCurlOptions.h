@@ -1,4 +1,4 @@
-// Process-wide settings of ZRLibCurl: trust, time-outs and connection sharing.
+// Process-wide settings of ZRLibCurl: trust, time-outs, connection sharing and the answer bound.
 // Set them once at start-up; a change applies to clients made afterwards and drops pooled
 // connections and recycled handles so that nothing verified under the old trust settings is reused.
 #pragma once
@@ -19,6 +19,9 @@ struct ZRLibCurlOptions {
   // Share DNS, TLS sessions and connections between clients, so that a fresh client per
   // request reuses the connection of the one before.
   bool shareConnections = true;
+  // Largest answer body accepted, in bytes: a longer one ends the transfer and fails the send, so
+  // that a runaway answer cannot exhaust the process's memory. Far above any real answer.
+  unsigned long long maxResponseBytes = 256ULL << 20;
 };
 
 void ZRLibCurlSetOptions(const ZRLibCurlOptions& options);

@@ -5,6 +5,7 @@
 
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
+#include "ResourcePath.h"
 #include "TkDebug.h"
 
 HuaweiJSONBaseV2::HuaweiJSONBaseV2(unsigned long long const& jobId, std::string const& resource,
@@ -12,21 +13,19 @@ HuaweiJSONBaseV2::HuaweiJSONBaseV2(unsigned long long const& jobId, std::string 
                                    std::string const& objectId)
     : HuaweiJSONBase(jobId), m_requestType(type), m_resource(resource), m_vstoreId(vstoreId), m_objectId(objectId) {}
 
-bool HuaweiJSONBaseV2::hasVstore() const { return !m_vstoreId.empty() && !HuaweiVstore::isNone(m_vstoreId); }
+bool HuaweiJSONBaseV2::hasVstore() const { return !HuaweiVstore::isNoneOrEmpty(m_vstoreId); }
 
 int HuaweiJSONBaseV2::getOpType() const { return HuaweiOpType::SELF_DESCRIBING_REQUEST; }
 
 std::string HuaweiJSONBaseV2::getResourceUrl() { return getResourceUrl(std::string()); }
 
 std::string HuaweiJSONBaseV2::getResourceUrl(std::string filter) {
-  std::string url = m_resource;
-  if (!m_objectId.empty()) url += "/" + m_objectId;
-  url += "?";
-  if (!filter.empty()) url += "&" + filter;
+  ResourcePath url = ResourcePath(m_resource).id(m_objectId).openQuery();
+  if (!filter.empty()) url.raw(filter);
   if ((m_requestType == HUAWEI_REQ_GET || m_requestType == HUAWEI_REQ_DELETE) && hasVstore()) {
-    url += "&vstoreId=" + m_vstoreId;
+    url.add("vstoreId", m_vstoreId);
   }
-  return url;
+  return url.str();
 }
 
 void HuaweiJSONBaseV2::buildRequest(jsonxx::Object& body) { (void)body; }

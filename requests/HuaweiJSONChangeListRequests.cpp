@@ -8,6 +8,8 @@
 #include <string_view>
 
 #include "ArrayNumbers.h"
+#include "ChangeListEntry.h"
+#include "ChangeListPlainPage.h"
 #include "CLogWriterInterface.h"
 #include "ConvertToString.h"
 #include "DeletionAnswer.h"
@@ -19,6 +21,7 @@
 namespace {
 
 const int kFileSystemParentType = 40;
+const char kPageLog[] = "HuaweiJSONGetChangeListResult::parseResponse";
 const char kDecoderSignature[] = "bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::string&)";
 
 // The decoder writes through the host's log writer, asking its level first.
@@ -136,18 +139,28 @@ HuaweiJSONGetChangeListResult::HuaweiJSONGetChangeListResult(unsigned long long 
       m_specialCharacters{{"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&#40;", '('}, {"&#41;", ')'}} {}
 
 bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
-  static const char kLog[] = "HuaweiJSONGetChangeListResult::parseResponse";
-  TkDebug debug(nullptr);
-  debug.DebugLvl(kLog, 5, m_jobId, "Parsing the JSON response...");
-
+  TkDebug(nullptr).DebugLvl(kPageLog, 5, m_jobId, "Parsing the JSON response...");
   // "changeList":"[{\"inode\":...}]" becomes "changeList":[{"inode":...}]. Every backslash goes,
   // also one that a file name held.
   HuaweiPageRepair::repair(response);
+  return readRepairedPage(response);
+}
+
+bool HuaweiJSONGetChangeListResult::readRepairedPage(std::string const& page, bool documentModelOnly) {
+  if (!documentModelOnly && HuaweiChangeListPage::readPlain(page, m_info)) {
+    for (_HuaweiSnapshotChangeList& change : m_info.changes) {
+      if (!decodeFileName(change.filePath)) {
+        m_info.changes.clear();
+        return false;
+      }
+    }
+    return true;
+  }
 
   jsonxx::Object answer;
-  answer.parse(response);
+  answer.parse(page);
   if (answer.empty()) {
-    debug.DebugLvl(kLog, -1, m_jobId, "Error when parsing the JSON response.");
+    TkDebug(nullptr).DebugLvl(kPageLog, -1, m_jobId, "Error when parsing the JSON response.");
     return false;
   }
 
@@ -163,80 +176,44 @@ bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
 
   std::list<_HuaweiSnapshotChangeList> changes;
   for (unsigned int i = 0; i < changeList.size(); ++i) {
-    _HuaweiSnapshotChangeList& change = changes.emplace_back();
-    if (!readChange(changeList.get<jsonxx::Object>(i), change)) {
-      debug.DebugLvl(kLog, -1, m_jobId, "Unable to modify the file name[%s] with special characters.",
-                     change.filePath.c_str());
-      return false;
-    }
+    if (!readChange(changeList.get<jsonxx::Object>(i), changes.emplace_back())) return false;
   }
   m_info.changes = std::move(changes);
   return true;
 }
 
-namespace {
-
-// The entry keys, told apart by length and first letter (each pair is unique); -1 for any other.
-int changeKeyOf(const std::string& key) {
-  if (key.empty()) return -1;
-  switch (key.size() * 256 + static_cast<unsigned char>(key[0])) {
-    case 5 * 256 + 'a': return 0;   // aTime
-    case 10 * 256 + 'c': return 1;  // changeType
-    case 5 * 256 + 'c': return 2;   // cTime
-    case 6 * 256 + 'c': return 3;   // crTime
-    case 7 * 256 + 'd': return 4;   // dosAttr
-    case 5 * 256 + 'f': return 5;   // fType
-    case 8 * 256 + 'f': return 6;   // filePath
-    case 5 * 256 + 'g': return 7;   // group
-    case 5 * 256 + 'i': return 8;   // inode
-    case 5 * 256 + 'l': return 9;   // links
-    case 5 * 256 + 'm': return 10;  // mTime
-    case 5 * 256 + 'o': return 11;  // owner
-    case 4 * 256 + 's': return 12;  // size
-    default: return -1;
-  }
+bool HuaweiJSONGetChangeListResult::decodeFileName(std::string& name) {
+  if (name.find('&') == std::string::npos || handleSpecialCharactersInFileName(name)) return true;
+  TkDebug(nullptr).DebugLvl(kPageLog, -1, m_jobId, "Unable to modify the file name[%s] with special characters.",
+                            name.c_str());
+  return false;
 }
-
-}  // namespace
 
 bool HuaweiJSONGetChangeListResult::readChange(jsonxx::Object& entry, _HuaweiSnapshotChangeList& change) {
   // One walk over the entry's sorted members finds every key; the keys are then read in the
   // array's order, and one that is absent or mistyped goes through the asserting getter, which
   // ends the process at the same place as a direct read would.
-  enum Key { kATime, kChangeType, kCTime, kCrTime, kDosAttr, kFType, kFilePath, kGroup, kInode, kLinks, kMTime,
-             kOwner, kSize, kKeyCount };
-  static const std::string_view kNames[kKeyCount] = {"aTime", "changeType", "cTime", "crTime", "dosAttr",
-                                                "fType", "filePath", "group", "inode", "links",
-                                                "mTime", "owner", "size"};
+  using namespace HuaweiChangeEntry;
   jsonxx::Value* found[kKeyCount] = {};
   for (const auto& member : entry.kv_map()) {
-    const int key = changeKeyOf(member.first);
-    if (key >= 0 && std::string_view(member.first) == kNames[key]) found[key] = member.second;
+    const int key = keyOf(member.first);
+    if (key >= 0) found[key] = member.second;
   }
-  const auto number = [&](Key key) -> long double {
-    if (found[key] == nullptr || !found[key]->is<jsonxx::Number>()) return entry.get<long double>(std::string(kNames[key]));
-    return found[key]->get<jsonxx::Number>();
+  std::uint64_t numbers[kKeyCount] = {};
+  const auto read = [&](Key key) {
+    const long double number = found[key] == nullptr || !found[key]->is<jsonxx::Number>()
+                                   ? entry.get<long double>(std::string(kNames[key]))
+                                   : found[key]->get<jsonxx::Number>();
+    numbers[key] = HuaweiNumbers::toUnsigned64(number);
   };
-
-  using HuaweiNumbers::toSigned32;
-  using HuaweiNumbers::toUnsigned64;
-  change.inode = toUnsigned64(number(kInode));
-  change.changeType = toSigned32(number(kChangeType));
-  change.fType = toSigned32(number(kFType));
+  read(kInode);
+  read(kChangeType);
+  read(kFType);
   if (found[kFilePath] == nullptr || !found[kFilePath]->is<jsonxx::String>()) entry.get<std::string>("filePath");
   change.filePath = std::move(found[kFilePath]->get<jsonxx::String>());  // the tree is dropped after the page
-  if (change.filePath.find('&') != std::string::npos && !handleSpecialCharactersInFileName(change.filePath)) {
-    return false;
-  }
-  change.crTime = toUnsigned64(number(kCrTime));
-  change.cTime = toUnsigned64(number(kCTime));
-  change.mTime = toUnsigned64(number(kMTime));
-  change.aTime = toUnsigned64(number(kATime));
-  change.owner = toUnsigned64(number(kOwner));
-  change.group = toUnsigned64(number(kGroup));
-  change.size = toUnsigned64(number(kSize));
-  change.links = toSigned32(number(kLinks));
-  change.dosAttr = HuaweiNumbers::toUnsigned32(number(kDosAttr));
+  if (!decodeFileName(change.filePath)) return false;
+  for (const Key key : kNumbersAfterPath) read(key);
+  storeNumbers(numbers, change);
   return true;
 }
 
@@ -261,7 +238,7 @@ bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::strin
     }
     bool matched = false;
     for (std::string::size_type j = i + 1; j < name.size() && j - i + 1 <= longestKey; ++j) {
-      const auto entity = m_specialCharacters.find(name.substr(i, j - i + 1));
+      const auto entity = m_specialCharacters.find(std::string_view(name).substr(i, j - i + 1));
       if (entity != m_specialCharacters.end()) {
         decoded += entity->second;
         i = j + 1;
@@ -277,7 +254,12 @@ bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::strin
   return true;
 }
 
-_HuaweiSnapshotChangeListInfo HuaweiJSONGetChangeListResult::getChangeListInfo(std::string const& sessionId) {
+_HuaweiSnapshotChangeListInfo HuaweiJSONGetChangeListResult::getChangeListInfo(std::string const& sessionId) & {
   m_info.sessionId = sessionId;
   return m_info;
+}
+
+_HuaweiSnapshotChangeListInfo HuaweiJSONGetChangeListResult::getChangeListInfo(std::string const& sessionId) && {
+  m_info.sessionId = sessionId;
+  return std::move(m_info);
 }

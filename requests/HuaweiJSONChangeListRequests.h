@@ -1,6 +1,7 @@
 // Requests of snapshot change lists: the session, one page of the result, the session's deletion.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -48,12 +49,22 @@ class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {
   // Decodes the entities "&amp;", "&lt;", "&gt;", "&#40;" and "&#41;" in one pass from the left.
   // An ampersand that opens none of them is dropped and what follows it stays.
   bool handleSpecialCharactersInFileName(std::string& name);
-  _HuaweiSnapshotChangeListInfo getChangeListInfo(std::string const& sessionId);
+  _HuaweiSnapshotChangeListInfo getChangeListInfo(std::string const& sessionId) &;
+  // The same from a request that is done with: the records move out instead of being copied.
+  _HuaweiSnapshotChangeListInfo getChangeListInfo(std::string const& sessionId) &&;
+
+  // Reads a repaired page into the request's record: straight into the records when the page is in
+  // the plain form that the array writes, else, or with documentModelOnly, through the document
+  // model, which reads any text. Both ways give the same records, cursor, log lines and result.
+  bool readRepairedPage(std::string const& page, bool documentModelOnly = false);
 
  private:
   // Decodes one entry; false when its file name cannot be decoded.
   bool readChange(jsonxx::Object& entry, _HuaweiSnapshotChangeList& change);
+  // Decodes the entities of a name that has an ampersand; false, with its line, when that fails.
+  bool decodeFileName(std::string& name);
 
   _HuaweiSnapshotChangeListInfo m_info;
-  std::map<std::string, char> m_specialCharacters;
+  // Ordered by std::less<> so that a candidate is looked up as a view of the name, not a copy.
+  std::map<std::string, char, std::less<>> m_specialCharacters;
 };

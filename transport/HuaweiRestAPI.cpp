@@ -1,8 +1,9 @@
 #include "HuaweiRestAPI.h"
 
-#include <cmath>
+#include <cstring>
 
 #include "ArrayNumbers.h"
+#include "ErrorObjectReader.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiRequestTypes.h"
 #include "PasswordMask.h"
@@ -46,6 +47,13 @@ bool toHttpMethod(int type, _http_req_type_& method) {
     case HUAWEI_REQ_DELETE: method = HTTP_REQ_DELETE; return true;
     default: return false;
   }
+}
+
+// The client's body as text up to its first zero byte, taken over rather than copied.
+void keepResponse(ZRLibCurl& client, unsigned long& size, std::string& response) {
+  if (client.GetHttpResponse(size, false) == nullptr || !client.ZRLibCurlTakeHttpResponse(response)) return;
+  const void* zero = std::memchr(response.data(), '\0', response.size());
+  if (zero != nullptr) response.resize(static_cast<std::size_t>(static_cast<const char*>(zero) - response.data()));
 }
 
 }  // namespace
@@ -203,8 +211,7 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
   }
 
   unsigned long size = 0;
-  const char* received = client->GetHttpResponse(size, false);
-  if (received != nullptr) response.assign(received);
+  keepResponse(*client, size, response);
   const long httpCode = client->GetHttpErrorCode();
   deInit(client);
 
@@ -230,7 +237,7 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
   return ResultStatus();
 }
 
-bool HuaweiRestAPI::isError(std::string response, int const& opType, ResultStatus& status) {
+bool HuaweiRestAPI::isError(std::string const& response, int const& opType, ResultStatus& status) {
   static const char kLog[] = "HuaweiRestAPI::isError";
   TkDebug debug(nullptr);
   status = ResultStatus();
@@ -240,22 +247,27 @@ bool HuaweiRestAPI::isError(std::string response, int const& opType, ResultStatu
   }
 
   debug.DebugLvl(kLog, 5, m_jobId, "Parsing JSON response...");
-  jsonxx::Object answer;
-  answer.parse(response);
-  if (answer.empty()) {
-    debug.DebugLvl(kLog, -1, m_jobId, "Error when parsing the JSON response.");
-    status = ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error when parsing the JSON response");
-  } else {
+  unsigned long long code = 0;
+  std::string description;
+  if (!HuaweiTransport::readPlainErrorObject(response, code, description)) {
+    jsonxx::Object answer;
+    answer.parse(response);
+    if (answer.empty()) {
+      debug.DebugLvl(kLog, -1, m_jobId, "Error when parsing the JSON response.");
+      status = ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error when parsing the JSON response");
+      m_lastStatus = status;
+      return true;
+    }
     // Every answer of the array carries a complete error object: these reads require it.
     jsonxx::Object& error = answer.get<jsonxx::Object>("error");
-    const std::string& description = error.get<std::string>("description");
-    const long double code = error.get<long double>("code");
-    status = ResultStatus(HuaweiNumbers::toUnsigned64(code), YbString::Format(description));
-    if (opType == HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT && status.GetErrorCode() == kSnapshotDoesNotExist) {
-      debug.DebugLvl(kLog, 0, m_jobId,
-                     "Tried to delete a snapshot that does not exist. Considering the operation as success.");
-      status = ResultStatus();
-    }
+    description = error.get<std::string>("description");
+    code = HuaweiNumbers::toUnsigned64(error.get<long double>("code"));
+  }
+  status = ResultStatus(code, YbString::Format(description));
+  if (opType == HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT && status.GetErrorCode() == kSnapshotDoesNotExist) {
+    debug.DebugLvl(kLog, 0, m_jobId,
+                   "Tried to delete a snapshot that does not exist. Considering the operation as success.");
+    status = ResultStatus();
   }
   m_lastStatus = status;
   return status.IsError();

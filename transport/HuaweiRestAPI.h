@@ -51,7 +51,7 @@ class HuaweiRestAPI {
   bool validateServerParams(int const& opType);
   bool setCommonCurlHeaders(int const& opType, void const*& client);
   std::string formRequestURL(std::string resource, int const& opType);
-  bool isError(std::string response, int const& opType, HuaweiApi::ResultStatus& status);
+  bool isError(std::string const& response, int const& opType, HuaweiApi::ResultStatus& status);
   void maskPasswordInRequestBody(std::string& body);
 
   unsigned long long m_jobId;

@@ -1,6 +1,7 @@
 // One first-generation GET (getSystemInformation) through the whole facade and transport, a fresh
 // HTTPS client per request as the library makes it, beside one reused libcurl easy handle doing
-// the same GET on the same session, against an in-process simulator, in the same run. Between the
+// the same GET on the same session, in the same run, against the simulator running as a process
+// of its own, so that its threads do not compete with this process's for the same cores. Between the
 // two ends stand the steps that make up the difference, each timed alike: a fresh easy handle per
 // GET over a shared pool, the cookie read from the cookie file, the platform client as the
 // transport drives it; the facade adds the transport, request objects, parsing and log lines.
@@ -9,16 +10,23 @@
 //
 // --only times one side alone, for a profiler (perf record, strace -c) to look at.
 //
+// Each step is timed in rounds interleaved with the other steps; the table gives the median and
+// the spread (fastest and slowest round) per step, and per GET this thread's CPU time and the
+// times it gave up the CPU (voluntary context switches: a wait for the network or a lock), which
+// a busy machine does not blur as it blurs the times.
+//
 // The library logs at its default level 4 into a sink that counts and drops the lines, as a host
 // product's log writer would take them (the lines are formatted; nothing goes to the terminal).
 // --stderr-log keeps the default sink instead, which writes them to standard error.
 #include <curl/curl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -29,6 +37,7 @@
 
 #include "ArraySimulator.h"
 #include "BenchClock.h"
+#include "ChildProcess.h"
 #include "TkLogSink.h"
 #include "ZRLibCurl.h"
 #include "ZRLibCurlOptions.h"
@@ -37,6 +46,19 @@
 namespace {
 
 constexpr const char* kAddress = "127.0.0.21";
+
+// This thread's voluntary context switches and CPU time so far.
+struct ThreadUsage {
+  long waits = 0;
+  double cpuSeconds = 0;
+};
+
+ThreadUsage UsageNow() {
+  rusage usage{};
+  getrusage(RUSAGE_THREAD, &usage);
+  const auto seconds = [](const timeval& time) { return static_cast<double>(time.tv_sec) + time.tv_usec / 1e6; };
+  return {usage.ru_nvcsw, seconds(usage.ru_utime) + seconds(usage.ru_stime)};
+}
 
 size_t AppendTo(char* data, size_t size, size_t count, void* target) {
   static_cast<std::string*>(target)->append(data, size * count);
@@ -224,13 +246,10 @@ int main(int argc, char** argv) {
   std::atomic<unsigned long long> logLines{0};
   if (!stderrLog) tklog::SetSink([&](const tklog::LogLine&) { ++logLines; });
 
-  arraysim::SimulatorOptions options;
-  options.address = kAddress;
-  options.recordRequests = false;
-  arraysim::ArraySimulator simulator(options);
-  simulator.start();
+  zrbench::SimulatorProcess simulator({ZR_ARRAY_SIMULATOR, "--address", kAddress, "--no-record"});
+  const std::string baseUrl = std::string("https://") + kAddress + ":8088";
   ZRLibCurlOptions tls;
-  tls.caBundlePath = simulator.caCertPath();
+  tls.caBundlePath = simulator.caPath();
   ZRLibCurlSetOptions(tls);
   const std::string cookieJar = std::filesystem::temp_directory_path() / ("bench-facade-" + std::to_string(getpid()));
 
@@ -242,10 +261,10 @@ int main(int argc, char** argv) {
       std::fprintf(stderr, "facade login failed\n");
       return 1;
     }
-    RawSession raw(simulator.baseUrl(), simulator.caCertPath());
-    const JarSession jarSession = LoginWithJar(simulator.baseUrl(), cookieJar);
-    FreshRawHandles freshWithCookieString(jarSession, simulator.caCertPath(), false);
-    FreshRawHandles freshWithCookieFile(jarSession, simulator.caCertPath(), true);
+    RawSession raw(baseUrl, simulator.caPath());
+    const JarSession jarSession = LoginWithJar(baseUrl, cookieJar);
+    FreshRawHandles freshWithCookieString(jarSession, simulator.caPath(), false);
+    FreshRawHandles freshWithCookieFile(jarSession, simulator.caPath(), true);
 
     bool ok = true;
     _HuaweiSystemInformation info;
@@ -269,31 +288,49 @@ int main(int argc, char** argv) {
       std::printf("%s alone: %.1f us per GET\n", only.c_str(),
                   zrbench::medianSecondsPerIteration(side, requests, rounds) * 1e6);
     } else {
+      // Each step's body counts this thread's voluntary switches and CPU time beside its time.
+      std::vector<ThreadUsage> usage(steps.size());
       std::vector<std::function<void()>> bodies;
-      for (const Step& step : steps) bodies.push_back(step.body);
+      for (std::size_t i = 0; i < steps.size(); ++i) {
+        bodies.push_back([&, i] {
+          const ThreadUsage before = UsageNow();
+          steps[i].body();
+          const ThreadUsage after = UsageNow();
+          usage[i].waits += after.waits - before.waits;
+          usage[i].cpuSeconds += after.cpuSeconds - before.cpuSeconds;
+        });
+      }
       const unsigned long long linesBefore = logLines;
       const auto samples = zrbench::interleavedSecondsPerIteration(bodies, requests, rounds);
-      const double linesPerRequest =
-          static_cast<double>(logLines - linesBefore) / (static_cast<double>(requests) * rounds);
+      const double perStep = static_cast<double>(requests) * rounds;
+      const double linesPerRequest = static_cast<double>(logLines - linesBefore) / perStep;
       std::vector<double> medians, ratios;
-      for (const auto& perStep : samples) medians.push_back(zrbench::median(perStep));
+      for (const auto& oneStep : samples) medians.push_back(zrbench::median(oneStep));
       for (int round = 0; round < rounds; ++round) ratios.push_back(samples.back()[round] / samples.front()[round]);
       const double reused = medians.front(), facade = medians.back();
-      std::printf("GET %s\n%d rounds of %d requests per step, steps interleaved; medians\n\n", raw.url().c_str(),
-                  rounds, requests);
-      std::printf("%-54s %9s %10s %9s\n", "", "us/GET", "req/s", "step us");
+      std::printf("GET %s\n%d rounds of %d requests per step, steps interleaved; %ld cores\n\n", raw.url().c_str(),
+                  rounds, requests, sysconf(_SC_NPROCESSORS_ONLN));
+      std::printf("%-54s %9s %17s %9s %9s %9s\n", "", "us/GET", "rounds min-max", "step us", "CPU us", "waits");
       for (std::size_t i = 0; i < steps.size(); ++i) {
-        std::printf("%-54s %9.1f %10.0f", steps[i].label, medians[i] * 1e6, 1.0 / medians[i]);
-        if (i > 0) std::printf(" %+9.1f", (medians[i] - medians[i - 1]) * 1e6);
-        std::printf("\n");
+        const auto spread = std::minmax_element(samples[i].begin(), samples[i].end());
+        std::printf("%-54s %9.1f %8.1f-%-8.1f", steps[i].label, medians[i] * 1e6, *spread.first * 1e6,
+                    *spread.second * 1e6);
+        if (i > 0) {
+          std::printf(" %+9.1f", (medians[i] - medians[i - 1]) * 1e6);
+        } else {
+          std::printf(" %9s", "");
+        }
+        std::printf(" %9.1f %9.2f\n", usage[i].cpuSeconds / perStep * 1e6, static_cast<double>(usage[i].waits) / perStep);
       }
+      const auto ratioSpread = std::minmax_element(ratios.begin(), ratios.end());
       std::printf("\nfacade %.1f us (%.0f req/s), reused handle %.1f us (%.0f req/s)\n", facade * 1e6, 1.0 / facade,
                   reused * 1e6, 1.0 / reused);
-      std::printf("ratio facade / reused handle: %.2fx (median of per-round ratios; target <= 1.30x)\n",
-                  zrbench::median(ratios));
+      std::printf("ratio facade / reused handle: %.2fx, rounds %.2fx-%.2fx (median of per-round ratios; "
+                  "target <= 1.30x)\n",
+                  zrbench::median(ratios), *ratioSpread.first, *ratioSpread.second);
       if (!stderrLog) std::printf("log lines at level <= 4 per facade request: %.1f\n", linesPerRequest);
     }
-    if (!ok || info.id != simulator.deviceId()) {
+    if (!ok || info.id.empty()) {
       std::fprintf(stderr, "a request failed\n");
       exitCode = 1;
     }

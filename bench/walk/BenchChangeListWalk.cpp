@@ -13,11 +13,10 @@
 // simulator. (This process's own rchar would not see them: libcurl receives with recv().)
 // The simulator's CPU time comes from /proc/<pid>/stat, this process's from getrusage.
 #include <signal.h>
-#include <spawn.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -31,74 +30,14 @@
 #include <vector>
 
 #include "BenchClock.h"
+#include "ChildProcess.h"
 #include "TkLogSink.h"
 #include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
 
-extern char** environ;
-
 namespace {
 
 constexpr const char* kAddress = "127.0.0.22";
-
-// A child process whose standard output we read line by line.
-class Child {
- public:
-  explicit Child(const std::vector<std::string>& arguments) {
-    int fds[2];
-    if (pipe(fds) != 0) throw std::runtime_error("pipe failed");
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, fds[1], STDOUT_FILENO);
-    posix_spawn_file_actions_addclose(&actions, fds[0]);
-    posix_spawn_file_actions_addclose(&actions, fds[1]);
-    std::vector<char*> argv;
-    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-    argv.push_back(nullptr);
-    const int failed = posix_spawn(&pid_, argv[0], &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    close(fds[1]);
-    if (failed) throw std::runtime_error("cannot start " + arguments[0] + ": " + std::strerror(failed));
-    out_ = fdopen(fds[0], "r");
-  }
-  ~Child() {
-    stop(SIGTERM);
-    if (out_) std::fclose(out_);
-  }
-
-  // The next line without its end, or false at the end of the output.
-  bool readLine(std::string& line) {
-    line.clear();
-    for (int c; (c = std::fgetc(out_)) != EOF;) {
-      if (c == '\n') return true;
-      line += static_cast<char>(c);
-    }
-    return !line.empty();
-  }
-  // Sends the signal (none: just waits) and answers the exit status.
-  int stop(int signal) {
-    if (pid_ <= 0) return status_;
-    if (signal) kill(pid_, signal);
-    waitpid(pid_, &status_, 0);
-    pid_ = -1;
-    return status_;
-  }
-  pid_t pid() const { return pid_; }
-
- private:
-  pid_t pid_ = -1;
-  int status_ = 0;
-  FILE* out_ = nullptr;
-};
-
-// The value of "key=value" among blank-separated words of a line.
-std::string Field(const std::string& line, const std::string& key) {
-  std::istringstream words(line);
-  for (std::string word; words >> word;) {
-    if (word.compare(0, key.size() + 1, key + "=") == 0) return word.substr(key.size() + 1);
-  }
-  return std::string();
-}
 
 unsigned long long BytesWritten(pid_t pid) {
   std::ifstream io("/proc/" + std::to_string(pid) + "/io");
@@ -126,6 +65,12 @@ double CpuSeconds(pid_t pid) {
   return static_cast<double>(user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
+long OwnPageFaults() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_minflt + usage.ru_majflt;
+}
+
 double OwnCpuSeconds() {
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
@@ -141,6 +86,7 @@ struct Walk {
   bool ok = false;
   unsigned long long entries = 0, pages = 0, bytes = 0;
   double seconds = 0, clientCpu = 0, simulatorCpu = 0;
+  long pageFaults = 0;
 };
 
 Walk WalkOnce(ZrManageHuawei& array, const std::string& fileSystem, const std::string& base,
@@ -150,6 +96,7 @@ Walk WalkOnce(ZrManageHuawei& array, const std::string& fileSystem, const std::s
   _HuaweiSnapshotChangeListInfo page;
   const unsigned long long bytesBefore = BytesWritten(simulator);
   const double clientCpuBefore = OwnCpuSeconds(), simulatorCpuBefore = CpuSeconds(simulator);
+  const long faultsBefore = OwnPageFaults();
   const auto start = std::chrono::steady_clock::now();
   for (;;) {
     if (!array.getSnapshotChangeList(fileSystem, base, incremental, page)) return walk;
@@ -160,6 +107,7 @@ Walk WalkOnce(ZrManageHuawei& array, const std::string& fileSystem, const std::s
   }
   walk.seconds = Seconds(start);
   walk.clientCpu = OwnCpuSeconds() - clientCpuBefore;
+  walk.pageFaults = OwnPageFaults() - faultsBefore;
   walk.simulatorCpu = CpuSeconds(simulator) - simulatorCpuBefore;
   walk.bytes = BytesWritten(simulator) - bytesBefore;
   walk.ok = byType.size() == 3;  // created, modified and deleted entries all came through
@@ -179,26 +127,22 @@ int RunWalks(const std::string& simulatorPath, unsigned long long entries, int r
                                         "--generate-changes", std::to_string(entries),
                                         "--no-record"};
   if (pageSize > 0) arguments.insert(arguments.end(), {"--page-size", std::to_string(pageSize)});
-  Child simulator(arguments);
-  std::string fileSystem, base, incremental, expected, ca, line;
-  while (ca.empty() && simulator.readLine(line)) {
-    if (line.rfind("generated ", 0) == 0) {
-      fileSystem = Field(line, "fileSystem");
-      base = Field(line, "base");
-      incremental = Field(line, "incremental");
-      expected = Field(line, "changes");
-    } else if (line.rfind("ready ", 0) == 0) {
-      ca = Field(line, "ca");
-    }
-  }
-  if (ca.empty() || base.empty()) {
-    std::fprintf(stderr, "the simulator did not become ready\n");
+  std::string fileSystem, base, incremental, expected;
+  zrbench::SimulatorProcess simulator(arguments, [&](const std::string& line) {
+    if (line.rfind("generated ", 0) != 0) return;
+    fileSystem = zrbench::Field(line, "fileSystem");
+    base = zrbench::Field(line, "base");
+    incremental = zrbench::Field(line, "incremental");
+    expected = zrbench::Field(line, "changes");
+  });
+  if (base.empty()) {
+    std::fprintf(stderr, "the simulator generated no snapshots\n");
     return 1;
   }
   const double startup = Seconds(spawned);
 
   ZRLibCurlOptions tls;
-  tls.caBundlePath = ca;
+  tls.caBundlePath = simulator.caPath();
   ZRLibCurlSetOptions(tls);
   int exitCode = 0;
   {
@@ -208,7 +152,7 @@ int RunWalks(const std::string& simulatorPath, unsigned long long entries, int r
       return 1;
     }
     const double residentBefore = zrbench::peakResidentMiB();
-    std::vector<double> seconds, clientCpu, simulatorCpu, megabytes;
+    std::vector<double> seconds, clientCpu, simulatorCpu, megabytes, faultsPerPage;
     Walk last;
     for (int round = 0; round < rounds && exitCode == 0; ++round) {
       last = WalkOnce(array, fileSystem, base, incremental, simulator.pid());
@@ -219,6 +163,7 @@ int RunWalks(const std::string& simulatorPath, unsigned long long entries, int r
       }
       seconds.push_back(last.seconds);
       clientCpu.push_back(last.clientCpu);
+      faultsPerPage.push_back(static_cast<double>(last.pageFaults) / static_cast<double>(last.pages + 1));
       simulatorCpu.push_back(last.simulatorCpu);
       megabytes.push_back(static_cast<double>(last.bytes) / 1e6);
       std::printf("  walk %d: %.2f s\n", round + 1, last.seconds);
@@ -227,11 +172,15 @@ int RunWalks(const std::string& simulatorPath, unsigned long long entries, int r
       const double walkSeconds = zrbench::median(seconds);
       std::printf("%llu entries in %llu pages (simulator start with generation %.1f s), median of %d walks:\n",
                   last.entries, last.pages, startup, rounds);
-      std::printf("  wall %.2f s   %.0f entries/s   %.1f MB received, %.1f MB/s\n", walkSeconds,
-                  static_cast<double>(last.entries) / walkSeconds, zrbench::median(megabytes),
-                  zrbench::median(megabytes) / walkSeconds);
-      std::printf("  CPU: benchmark process (library) %.2f s, simulator %.2f s\n", zrbench::median(clientCpu),
-                  zrbench::median(simulatorCpu));
+      const auto spread = std::minmax_element(seconds.begin(), seconds.end());
+      const auto cpuSpread = std::minmax_element(clientCpu.begin(), clientCpu.end());
+      std::printf("  wall %.2f s (walks %.2f-%.2f s)   %.0f entries/s   %.1f MB received, %.1f MB/s\n", walkSeconds,
+                  *spread.first, *spread.second, static_cast<double>(last.entries) / walkSeconds,
+                  zrbench::median(megabytes), zrbench::median(megabytes) / walkSeconds);
+      std::printf("  page faults of this process: %.1f per page\n", zrbench::median(faultsPerPage));
+      std::printf("  CPU: benchmark process (library) %.2f s (walks %.2f-%.2f s), simulator %.2f s; %ld cores\n",
+                  zrbench::median(clientCpu), *cpuSpread.first, *cpuSpread.second, zrbench::median(simulatorCpu),
+                  sysconf(_SC_NPROCESSORS_ONLN));
       std::printf("  peak RSS of this process: %.1f MiB (%.1f MiB after login, before the walks)\n",
                   zrbench::peakResidentMiB(), residentBefore);
       std::printf("RESULT entries=%llu seconds=%.3f rss=%.1f\n", last.entries, walkSeconds,
@@ -240,16 +189,13 @@ int RunWalks(const std::string& simulatorPath, unsigned long long entries, int r
   }
   std::fflush(stdout);
   ZRLibCurlSetOptions(ZRLibCurlOptions());  // closes pooled connections before the simulator stops
-  simulator.stop(SIGTERM);
+  simulator.stop();
   return exitCode;
 }
 
 // Runs this program once per size: peak RSS only grows, so each size needs a process of its own.
 int Drive(int rounds) {
-  char self[4096];
-  const ssize_t length = readlink("/proc/self/exe", self, sizeof self - 1);
-  if (length <= 0) return 1;
-  self[length] = '\0';
+  const std::string self = zrbench::SelfPath();
   struct Row {
     std::string entries, seconds, rss;
   };
@@ -257,12 +203,12 @@ int Drive(int rounds) {
   for (const char* entries : {"100000", "1000000"}) {
     std::printf("== %s entries\n", entries);
     std::fflush(stdout);
-    Child run({self, "--entries", entries, "--rounds", std::to_string(rounds)});
+    zrbench::Child run({self, "--entries", entries, "--rounds", std::to_string(rounds)});
     std::string line;
     Row row;
     while (run.readLine(line)) {
       if (line.rfind("RESULT ", 0) == 0) {
-        row = {Field(line, "entries"), Field(line, "seconds"), Field(line, "rss")};
+        row = {zrbench::Field(line, "entries"), zrbench::Field(line, "seconds"), zrbench::Field(line, "rss")};
       } else {
         std::printf("%s\n", line.c_str());
       }

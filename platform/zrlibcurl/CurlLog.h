@@ -11,6 +11,8 @@ namespace zrcurl {
 constexpr const char* kLogName = "ZRLibCurl";
 // Failures of an exchange are details for the caller, which logs its own error line.
 constexpr int kFailureLevel = 3;
+// What the caller cannot tell from its own line: an answer refused for its size.
+constexpr int kErrorLevel = -1;
 constexpr int kWarningLevel = 0;
 constexpr int kNoiseLevel = 7;
 

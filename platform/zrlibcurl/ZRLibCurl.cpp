@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -67,6 +68,7 @@ struct ZRLibCurl::Impl {
   bool SetMethodAndBody(_http_req_type_ method, const void* data, unsigned long length);
   bool LoadCookieFiles();
   void ForgetResponse();
+  bool Receive(const char* data, size_t size);
   static size_t OnBody(char* data, size_t size, size_t count, void* self);
 
   ZRLibCurl* const owner;
@@ -81,6 +83,7 @@ struct ZRLibCurl::Impl {
   ZRLibCurlWriteCallback writeCallback = nullptr;
 
   bool hasResponse = false;
+  bool bodyTooLarge = false;
   std::string body;
   long httpStatus = 0;
   char errorText[CURL_ERROR_SIZE] = {};
@@ -204,6 +207,7 @@ bool ZRLibCurl::Impl::LoadCookieFiles() {
 
 void ZRLibCurl::Impl::ForgetResponse() {
   hasResponse = false;
+  bodyTooLarge = false;
   body.clear();
   httpStatus = 0;
   errorText[0] = '\0';
@@ -232,6 +236,12 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
   }
 
   const CURLcode result = curl_easy_perform(handle);
+  if (bodyTooLarge) {
+    zrcurl::Log(zrcurl::kErrorLevel, "%s %s: the answer is longer than the limit of %llu bytes; it was not read.",
+                MethodName(method), url, settings->options.maxResponseBytes);
+    body = std::string();  // the memory of the part received goes back at once
+    return false;
+  }
   if (result != CURLE_OK) {
     zrcurl::Log(zrcurl::kFailureLevel, "%s %s failed: %s (%s)", MethodName(method), url, curl_easy_strerror(result),
                 errorText[0] ? errorText : "no detail");
@@ -249,15 +259,34 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
   return true;
 }
 
+// Gathers the body within the bound. The announced length, when there is one, is reserved at
+// once, so a large body is neither moved while it grows nor held twice.
+bool ZRLibCurl::Impl::Receive(const char* data, size_t size) {
+  const unsigned long long limit = settings->options.maxResponseBytes;
+  curl_off_t announced = -1;
+  if (body.empty()) curl_easy_getinfo(handle, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+  if (body.size() + size > limit || (announced > 0 && static_cast<unsigned long long>(announced) > limit)) {
+    bodyTooLarge = true;
+    return false;
+  }
+  try {
+    if (announced > 0 && static_cast<size_t>(announced) > body.capacity()) body.reserve(static_cast<size_t>(announced));
+    body.append(data, size);
+  } catch (const std::bad_alloc&) {
+    zrcurl::Log(zrcurl::kErrorLevel, "No memory for an answer of more than %zu bytes.", body.size());
+    return false;
+  }
+  return true;
+}
+
 size_t ZRLibCurl::Impl::OnBody(char* data, size_t size, size_t count, void* self) {
   Impl* impl = static_cast<Impl*>(self);
   if (impl->writeCallback) return impl->writeCallback(data, size, count, impl->owner);
   try {
-    impl->body.append(data, size * count);
+    return impl->Receive(data, size * count) ? size * count : 0;  // 0: libcurl ends with a write error
   } catch (...) {
-    return 0;  // libcurl ends the transfer with a write error
+    return 0;  // nothing may unwind through libcurl
   }
-  return size * count;
 }
 
 ZRLibCurl::ZRLibCurl() : impl_(std::make_unique<Impl>(this)) {}
@@ -297,6 +326,14 @@ const char* ZRLibCurl::GetHttpResponse(unsigned long& size, bool detach) {
   impl_->body.clear();
   impl_->hasResponse = false;
   return copy;
+}
+
+bool ZRLibCurl::ZRLibCurlTakeHttpResponse(std::string& body) {
+  if (!impl_->hasResponse) return false;
+  body.clear();
+  body.swap(impl_->body);
+  impl_->hasResponse = false;
+  return true;
 }
 
 long ZRLibCurl::GetHttpErrorCode() { return impl_->httpStatus; }

@@ -72,6 +72,21 @@ TEST_F(Transport, UnreachableArrayAndRefusedCertificateAreSendFailures) {
   EXPECT_TRUE(requests().empty());
 }
 
+TEST_F(Transport, AnswerLongerThanTheBoundFailsTheSend) {
+  zrtest::LogCapture log;
+  const ZRLibCurlOptions usual = ZRLibCurlGetOptions();
+  ZRLibCurlOptions small = usual;
+  small.maxResponseBytes = 64;  // the system record is a few hundred bytes
+  ZRLibCurlSetOptions(small);
+  const ResultStatus status = get("system/");
+  ZRLibCurlSetOptions(usual);
+  EXPECT_EQ(status.GetErrorString(), "Error while sending the request");
+  EXPECT_TRUE(response_.empty());
+  EXPECT_TRUE(log.ContainsLineWith(-1, "/system/: the answer is longer than the limit of 64 bytes; it was not read."))
+      << log.Dump();
+  EXPECT_EQ(get("system/").GetErrorCode(), 0ULL) << "the usual bound takes it";
+}
+
 // The error object decides, not the HTTP status; the body stays readable also on failure.
 TEST_F(Transport, ClassificationFollowsTheErrorObject) {
   const auto on = [] { return FaultRule::On("GET", "system/"); };

@@ -86,13 +86,38 @@ TEST(RequestUrls, LoginUsesTheFixedSessionsPathAndOthersTheDevice) {
   EXPECT_EQ(HuaweiTransport::formRequestUrl("h", "", "x y", 7), "https://h:8088/deviceManager/rest//x y");
 }
 
-TEST(RequestUrls, VstoreQueryOpensOrExtendsTheQuery) {
-  EXPECT_EQ(HuaweiVstore::withVstoreQuery("filesystem", "-12345"), "filesystem");
-  EXPECT_EQ(HuaweiVstore::withVstoreQuery("filesystem", "3"), "filesystem?vstoreId=3");
-  EXPECT_EQ(HuaweiVstore::withVstoreQuery("fssnapshot/1?DELINCREMENTALBACKUPSNAP=true", "3"),
-            "fssnapshot/1?DELINCREMENTALBACKUPSNAP=true&vstoreId=3");
-  EXPECT_EQ(ResourcePath("r").add("a", "1").add("b", "").str(), "r?a=1&b=");
-}
+struct PathCase {
+  const char* label;
+  std::string built;
+  std::string expected;
+};
+
+inline void PrintTo(const PathCase& row, std::ostream* out) { *out << row.label; }
+
+class ResourcePaths : public testing::TestWithParam<PathCase> {};
+
+TEST_P(ResourcePaths, RenderTheArraysForms) { EXPECT_EQ(GetParam().built, GetParam().expected); }
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, ResourcePaths,
+    testing::Values(
+        PathCase{"NoVstoreAddsNothing", ResourcePath("filesystem").vstore("-12345"), "filesystem"},
+        PathCase{"VstoreOpensTheQuery", ResourcePath("filesystem").vstore("3"), "filesystem?vstoreId=3"},
+        PathCase{"VstoreExtendsTheQuery",
+                 ResourcePath("fssnapshot/1").add("DELINCREMENTALBACKUPSNAP", "true").vstore("3"),
+                 "fssnapshot/1?DELINCREMENTALBACKUPSNAP=true&vstoreId=3"},
+        PathCase{"EmptyVstoreIsAVstoreOfThePlainRequests", ResourcePath("lun/1").vstore(""), "lun/1?vstoreId="},
+        PathCase{"BareVstoreHasNoKey",
+                 ResourcePath("nfshare").add("filter", "FSID:12").add("range", "[0-1]").bareVstore("7"),
+                 "nfshare?filter=FSID:12&range=[0-1]&7"},
+        PathCase{"BareVstoreNone", ResourcePath("nfshare").add("filter", "FSID:12").bareVstore("-12345"),
+                 "nfshare?filter=FSID:12"},
+        PathCase{"OpenQueryKeepsTheQuestionMark", ResourcePath("lun").id("").openQuery(), "lun?"},
+        PathCase{"OpenQueryThenPieces",
+                 ResourcePath("storagepool").openQuery().raw("filter=NAME::pool 1").add("vstoreId", "2"),
+                 "storagepool?&filter=NAME::pool 1&vstoreId=2"},
+        PathCase{"IdIntoThePath", ResourcePath("lun").id("12").openQuery(), "lun/12?"}),
+    [](const testing::TestParamInfo<PathCase>& info) { return std::string(info.param.label); });
 
 struct MaskCase {
   const char* label;

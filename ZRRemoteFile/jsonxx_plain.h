@@ -1,0 +1,84 @@
+// A cursor over JSON text in its plain form, for readers that want a few values of a large answer
+// without building its tree.
+//
+// The plain form is what the array writes: double-quoted strings, integers, true, false, null,
+// objects and arrays, white space between tokens and nothing else. On such text the document
+// model's lenient parser and a strict one read the same values, so a reader that understands it
+// gets what Object::parse would give. Whatever lies outside it (comments, single quotes, a
+// fraction or exponent, a missing or trailing comma, deep nesting, a \u escape without four hex
+// digits) makes the cursor refuse, and the reader falls back to the document model, which has the
+// last word on every other text.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace jsonxx {
+
+class PlainReader {
+ public:
+  /// An integer of the text: its magnitude and sign, as the document model reads it exactly.
+  struct Integer {
+    std::uint64_t magnitude = 0;
+    bool negative = false;
+    /// The value as the model's conversion to 64-bit unsigned gives it: wrapped modulo 2^64.
+    std::uint64_t wrapped() const { return negative ? 0 - magnitude : magnitude; }
+  };
+
+  explicit PlainReader(std::string_view text) : next_(text.data()), end_(text.data() + text.size()) {}
+
+  /// Skips white space; takes @p c when it comes next.
+  bool take(char c) {
+    skip_space();
+    if (next_ == end_ || *next_ != c) return false;
+    ++next_;
+    return true;
+  }
+
+  /// An object, each member's value read by `member(name)`, which answers false to refuse the
+  /// text (a member it does not want it passes over with skip_value()). Names have no escapes.
+  template <class Member>
+  bool object(Member member) {
+    if (!take('{')) return false;
+    if (take('}')) return true;
+    do {
+      std::string_view name;
+      if (!string(name) || !take(':') || !member(name)) return false;
+    } while (take(','));
+    return take('}');
+  }
+  /// An array, each element read by `element()`, which answers false to refuse the text.
+  template <class Element>
+  bool array(Element element) {
+    if (!take('[')) return false;
+    if (take(']')) return true;
+    do {
+      if (!element()) return false;
+    } while (take(','));
+    return take(']');
+  }
+
+  /// A string without escapes: the text between its quotes.
+  bool string(std::string_view& text);
+  /// An integer whose magnitude fits in 64 bits, not followed by a fraction or an exponent.
+  bool integer(Integer& number);
+  /// Skips one value of any kind.
+  bool skip_value() { return skip_value(0); }
+
+ private:
+  static constexpr int kMaxDepth = 64;
+
+  void skip_space() {
+    // White space as the model's parser skips it.
+    while (next_ != end_ && (*next_ == ' ' || (*next_ >= '\t' && *next_ <= '\r'))) ++next_;
+  }
+  bool skip_value(int depth);
+  bool skip_string();
+  bool literal(std::string_view word);
+
+  const char* next_;
+  const char* const end_;
+};
+
+}  // namespace jsonxx

@@ -1,0 +1,28 @@
+// The members of one change-list entry, shared by the two readers of a page: their names, and how
+// their numbers, converted to 64 bits as the array's numbers are, land in the record's fields.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "HuaweiIncludes.h"
+
+namespace HuaweiChangeEntry {
+
+enum Key { kATime, kChangeType, kCTime, kCrTime, kDosAttr, kFType, kFilePath, kGroup, kInode, kLinks, kMTime,
+           kOwner, kSize, kKeyCount };
+
+// In the order of Key, which is the order of the keys in an entry's sorted map.
+extern const std::string_view kNames[kKeyCount];
+
+// The numbers read behind the file path, in the order in which an entry is read.
+constexpr Key kNumbersAfterPath[] = {kCrTime, kCTime, kMTime, kATime, kOwner, kGroup, kSize, kLinks, kDosAttr};
+
+// The key of an entry member, or -1 for any other name.
+int keyOf(std::string_view name);
+
+// Every number field of the record, from the values under Key (filePath's slot is not read); the
+// narrower fields take the low bits, as the conversions of ArrayNumbers.h do.
+void storeNumbers(const std::uint64_t (&values)[kKeyCount], _HuaweiSnapshotChangeList& change);
+
+}  // namespace HuaweiChangeEntry

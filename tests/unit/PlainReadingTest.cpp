@@ -1,0 +1,140 @@
+// The readers of plain answers have to give exactly what the document model gives wherever they
+// accept a text: generated answers with the odd numbers, names and layouts of real ones, and those
+// answers spoilt at random.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "ArrayNumbers.h"
+#include "ChangeListPlainPage.h"
+#include "ErrorObjectReader.h"
+#include "HuaweiJSONChangeListRequests.h"
+#include "jsonxx.h"
+
+namespace {
+
+class AnswerGenerator {
+ public:
+  explicit AnswerGenerator(unsigned seed) : random_(seed) {}
+
+  std::string page() {
+    std::vector<std::string> members = {quoted("changeList") + ":" + list()};
+    for (const char* key : {"numChanges", "progress", "linkPos", "linkPosType", "posObj", "posOffset", "posType"}) {
+      members.push_back(quoted(key) + ":" + quoted(std::to_string(random_() % 1000)));
+    }
+    return object({quoted("data") + ":" + object(members), quoted("error") + ":" + error()});
+  }
+  std::string answer() { return object({quoted("data") + ":" + junk(2), quoted("error") + ":" + error()}); }
+
+  // One to three bytes replaced, dropped or doubled.
+  std::string spoilt(std::string text) {
+    static const char kBytes[] = "{}[]\":,'/\\-+.e0123456789 \ttfn&x";
+    for (int n = 1 + pick(3); n > 0 && !text.empty(); --n) {
+      const std::size_t at = pick(text.size());
+      switch (pick(3)) {
+        case 0: text[at] = kBytes[pick(sizeof kBytes - 1)]; break;
+        case 1: text.erase(at, 1); break;
+        default: text.insert(at, text.substr(at, 1 + pick(8))); break;
+      }
+    }
+    return text;
+  }
+
+ private:
+  std::size_t pick(std::size_t n) { return random_() % n; }
+  std::string space() { return std::string(pick(4) ? 0 : 1 + pick(2), " \n\t\v"[pick(4)]); }
+  std::string quoted(const std::string& text) { return space() + "\"" + text + "\"" + space(); }
+  std::string number() {
+    static const char* const kNumbers[] = {"0", "-0", "7", "-1", "007", "4294967295", "4294967296", "-2147483649",
+                                           "9223372036854775808", "-9223372036854775808", "18446744073709551615",
+                                           "-18446744073709551615", "18446744073709551616", "1.5", "1e3", "+5"};
+    return space() + (pick(8) ? std::to_string(random_()) : kNumbers[pick(sizeof kNumbers / sizeof *kNumbers)]);
+  }
+  std::string junk(int depth) {
+    switch (depth > 0 ? pick(6) : pick(3)) {
+      case 0: return number();
+      case 1: return quoted(pick(2) ? "a\\\"b\\u00e9" : "text");
+      case 2: return space() + (pick(2) ? "true" : "null");
+      case 3: return space() + "[" + junk(depth - 1) + "," + junk(depth - 1) + "]";
+      default: return object({quoted("k") + ":" + junk(depth - 1)});
+    }
+  }
+  std::string object(std::vector<std::string> members) {
+    if (pick(3) == 0) members.push_back(quoted("extra") + ":" + junk(2));
+    std::shuffle(members.begin(), members.end(), random_);
+    std::string text = space() + "{";
+    for (const std::string& member : members) text += (text.back() == '{' ? "" : ",") + member;
+    return text + "}" + space();
+  }
+  std::string list() {
+    static const char* const kNames[] = {"/a b.txt", "a&amp;b&#40;1&#41;", "x&lt;y&", "\xc3\xa9t\xc3\xa9", "p"};
+    std::vector<std::string> entries;
+    for (int n = static_cast<int>(pick(4)); n > 0; --n) {
+      std::vector<std::string> members = {quoted("filePath") + ":" + quoted(kNames[pick(5)])};
+      for (const char* key : {"inode", "changeType", "fType", "crTime", "cTime", "mTime", "aTime", "owner", "group",
+                              "size", "links", "dosAttr"}) {
+        members.push_back(quoted(key) + ":" + number());
+      }
+      entries.push_back(object(members));
+    }
+    std::string text = space() + "[";
+    for (const std::string& entry : entries) text += (text.back() == '[' ? "" : ",") + entry;
+    return text + "]";
+  }
+  std::string error() { return object({quoted("code") + ":" + number(), quoted("description") + ":" + quoted("d")}); }
+
+  std::mt19937_64 random_;
+};
+
+std::string described(const _HuaweiSnapshotChangeListInfo& info) {
+  std::ostringstream out;
+  out << info.numChanges << '|' << info.progress << '|' << info.linkPos << '|' << info.linkPosType << '|'
+      << info.posObj << '|' << info.posOffset << '|' << info.posType << '\n';
+  for (const _HuaweiSnapshotChangeList& c : info.changes) {
+    out << c.inode << ' ' << c.changeType << ' ' << c.fType << ' ' << c.filePath << ' ' << c.crTime << ' ' << c.cTime
+        << ' ' << c.mTime << ' ' << c.aTime << ' ' << c.owner << ' ' << c.group << ' ' << c.links << ' ' << c.size
+        << ' ' << c.dosAttr << '\n';
+  }
+  return out.str();
+}
+
+TEST(PlainReading, PagesReadAsTheDocumentModelReadsThem) {
+  AnswerGenerator generate(11);
+  int accepted = 0;
+  for (int round = 0; round < 6000; ++round) {
+    const std::string text = round % 2 ? generate.spoilt(generate.page()) : generate.page();
+    _HuaweiSnapshotChangeListInfo plain;
+    if (!HuaweiChangeListPage::readPlain(text, plain)) continue;
+    ++accepted;
+    HuaweiJSONGetChangeListResult fast(1), model(1);
+    ASSERT_EQ(fast.readRepairedPage(text), model.readRepairedPage(text, true)) << text;
+    ASSERT_EQ(described(fast.getChangeListInfo("s")), described(model.getChangeListInfo("s"))) << text;
+  }
+  EXPECT_GT(accepted, 1500) << "the plain way has to be the common one";
+}
+
+TEST(PlainReading, ErrorObjectsReadAsTheDocumentModelReadsThem) {
+  AnswerGenerator generate(12);
+  int accepted = 0;
+  for (int round = 0; round < 6000; ++round) {
+    const std::string text = round % 2 ? generate.spoilt(generate.answer()) : generate.answer();
+    unsigned long long code = 0;
+    std::string description;
+    if (!HuaweiTransport::readPlainErrorObject(text, code, description)) continue;
+    ++accepted;
+    jsonxx::Object answer;
+    answer.parse(text);
+    ASSERT_TRUE(answer.has<jsonxx::Object>("error")) << text;
+    const jsonxx::Object& error = answer.get<jsonxx::Object>("error");
+    ASSERT_TRUE(error.has<long double>("code") && error.has<std::string>("description")) << text;
+    EXPECT_EQ(code, HuaweiNumbers::toUnsigned64(error.get<long double>("code"))) << text;
+    EXPECT_EQ(description, error.get<std::string>("description")) << text;
+  }
+  EXPECT_GT(accepted, 1500);
+}
+
+}  // namespace
