@@ -29,13 +29,15 @@ struct Chosen {
   const Arguments* arguments = nullptr;
 };
 
+// An identifier the library takes as a 64-bit unsigned integer.
 CLI::Validator Digits() {
   return CLI::Validator(
       [](std::string& text) {
-        const bool digits = !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) {
-          return std::isdigit(c) != 0;
-        });
-        return digits ? std::string() : "'" + text + "' is not a number";
+        static const std::string kLargest = "18446744073709551615";
+        const bool digits =
+            !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
+        const bool fits = text.size() < kLargest.size() || (text.size() == kLargest.size() && text <= kLargest);
+        return digits && fits ? std::string() : "'" + text + "' is not a number";
       },
       "NUMBER");
 }
