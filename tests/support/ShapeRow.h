@@ -64,9 +64,9 @@ struct ShapeRow {
   ShapeRow& guardsBare() { return bareGuard = true, *this; }
   // An operation without a guard of its own that words the inner guard's failure itself.
   ShapeRow& closedSessionSays(std::string text) { return closedSession = std::move(text), *this; }
-  // A second-generation guard without the "[ERROR] " prefix.
   // A level 0 line, beginning so, that the operation writes before it sends.
   ShapeRow& logsBeforeSending(std::string start) { return loggedBeforeSending = std::move(start), *this; }
+  // A third-generation operation that never reads the answer.
   ShapeRow& answerNotRead() { return readsAnswer = false, *this; }
 
   std::string name;
