@@ -1,8 +1,12 @@
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
+#include <functional>
 #include <fstream>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -197,7 +201,42 @@ TEST_F(ZRLibCurlRequest, JarThatCannotBeCreatedFailsTheHeader) {
   ZRLibCurl client;
   ASSERT_TRUE(client.ZRLibCurlInit("Content-Type: application/json", true, true, nullptr));
   EXPECT_FALSE(client.ZRLibCurlAppendHeader(HTTP_HDR_COOKIE_JAR, "/nonexistent/dir/jar"));
-  EXPECT_TRUE(log.ContainsLineWith(3, "cannot create the cookie jar /nonexistent/dir/jar")) << log.Dump();
+  EXPECT_TRUE(log.ContainsLineWith(-1, "cannot create the cookie file /nonexistent/dir/jar")) << log.Dump();
+}
+
+// Whatever is planted at the jar's path is replaced, never written through.
+TEST_F(ZRLibCurlRequest, JarReplacesWhatIsPlantedAtItsPathWithoutTouchingIt) {
+  const std::string victim = ScratchDirectory() + "/victim";
+  const std::string jar = ScratchDirectory() + "/planted-jar";
+  const std::vector<std::pair<const char*, std::function<void()>>> plants = {
+      {"hard link", [&] { ::link(victim.c_str(), jar.c_str()); }},
+      {"symbolic link", [&] { ::symlink(victim.c_str(), jar.c_str()); }},
+      {"file of another owner", [&] { std::ofstream(jar) << "# theirs\n"; ::chown(jar.c_str(), 1, 1); }},
+  };
+  for (const auto& [name, plant] : plants) {
+    std::remove(jar.c_str());
+    std::ofstream(victim) << "# not a jar\n";
+    ::chmod(victim.c_str(), 0644);
+    plant();
+    ZRLibCurl login;
+    ASSERT_TRUE(login.ZRLibCurlInit("Content-Type: application/json", true, true, nullptr));
+    ASSERT_TRUE(login.ZRLibCurlAppendHeader(HTTP_HDR_COOKIE_JAR, jar.c_str())) << name;
+    ASSERT_TRUE(login.ZRLibCurlSendHttpReq(HTTP_REQ_POST, server_.Url("/login").c_str(), "{}", 2, false, nullptr));
+    struct stat status {};
+    ASSERT_EQ(::lstat(jar.c_str(), &status), 0);
+    EXPECT_TRUE(S_ISREG(status.st_mode) && status.st_nlink == 1 && status.st_uid == ::geteuid()) << name;
+    EXPECT_EQ(status.st_mode & 0777, 0600u) << name;
+    EXPECT_NE(Contents(jar).find("s3cr3t"), std::string::npos) << name;
+    EXPECT_EQ(Contents(victim), "# not a jar\n") << name;
+    EXPECT_EQ(ModeOf(victim), 0644u) << name;
+  }
+}
+
+TEST_F(ZRLibCurlRequest, CookieFileThatCannotBeReadFailsTheRequest) {
+  zrtest::LogCapture log;
+  EXPECT_FALSE(SendOnce(HTTP_REQ_GET, server_.Url("/system/"), "", {{HTTP_HDR_COOKIE_FILE, ScratchDirectory()}}).sent);
+  EXPECT_TRUE(log.ContainsLineWith(-1, "cannot read the cookie file " + ScratchDirectory())) << log.Dump();
+  EXPECT_TRUE(server_.Requests().empty());
 }
 
 TEST_F(ZRLibCurlRequest, MisuseReturnsFalseInsteadOfFailing) {
@@ -236,7 +275,7 @@ TEST_P(ZRLibCurlFailures, ReturnFalseWithTheReasonLogged) {
 
   EXPECT_FALSE(exchange.sent);
   EXPECT_EQ(exchange.status, 0);
-  EXPECT_TRUE(log.ContainsLineWith(3, GetParam().loggedReason)) << log.Dump();
+  EXPECT_TRUE(log.ContainsLineWith(-1, GetParam().loggedReason)) << log.Dump();
 }
 
 INSTANTIATE_TEST_SUITE_P(
