@@ -9,8 +9,10 @@
 
 #include <sys/mman.h>
 
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <locale>
 #include <memory>
 #include <mutex>
@@ -21,11 +23,27 @@
 
 namespace jsonxx {
 
-void assertion(const char* file, int line, const char* expression, bool ok) {
-  if (ok) return;
+namespace {
+std::atomic<AssertionHook> assertion_hook{nullptr};
+
+[[noreturn]] void fail(const char* file, int line, const char* expression, const std::string& what) {
   std::fprintf(stderr, "[JSONXX] expression '%s' failed at %s:%d -> ", expression, file, line);
   std::fflush(stderr);
+  if (AssertionHook hook = assertion_hook.load()) hook(what.c_str());
+  const bool ok = false;
   assert(ok);
+  std::abort();  // not reached: assert() is kept alive above
+}
+}  // namespace
+
+void set_assertion_hook(AssertionHook hook) { assertion_hook.store(hook); }
+
+void assertion(const char* file, int line, const char* expression, bool ok) {
+  if (!ok) fail(file, line, expression, std::string("expression '") + expression + "'");
+}
+
+void missing_member(const char* file, int line, const std::string& key, const char* kind) {
+  fail(file, line, "has<T>(key)", "key \"" + key + "\", expected " + kind);
 }
 
 // ---------------------------------------------------------------------------
