@@ -105,9 +105,10 @@ enum class ListsState : unsigned char {
 };
 
 // Plain data, zero-initialised, without constructor or destructor: reading it
-// costs no guard, and it is usable until the thread's storage goes. The
-// library is loaded with the program, so the initial-exec model applies,
-// which spares a __tls_get_addr call per access.
+// costs no guard, and it is usable until the thread's storage goes. It keeps
+// the dynamic TLS model, so that the library can also be loaded with dlopen
+// by a host whose static TLS space is used up; TLS descriptors, where the
+// compiler has them, make its access about as cheap as a static offset.
 struct FreeLists {
   FreeBlock* head[kClasses];
   std::uint32_t count[kClasses];
@@ -116,7 +117,7 @@ struct FreeLists {
   ListsState state;
 };
 
-__attribute__((tls_model("initial-exec"))) thread_local FreeLists free_lists;
+thread_local FreeLists free_lists;
 
 // The blocks that threads gave up, and the rests of the chunks of ended
 // threads. It is never destroyed, as threads may end after static
