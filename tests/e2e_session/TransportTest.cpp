@@ -65,7 +65,7 @@ TEST_F(Transport, ClientSideFailuresStopBeforeSendingInTheirOrder) {
 TEST_F(Transport, UnreachableArrayAndRefusedCertificateAreSendFailures) {
   zrtest::LogCapture log;
   HuaweiRestAPI nowhere(1);
-  sessiontest::logIn(nowhere, "127.0.0.99", "u", "p", cookie_);
+  sessiontest::logIn(nowhere, "127.0.0.99", "u", "Nowhere@pass1", cookie_);
   nowhere.setDeviceId("dev");
   nowhere.setBaseToken("token");
   ResultStatus status = nowhere.get("system/", response_, 9);
@@ -85,6 +85,18 @@ TEST_F(Transport, UnreachableArrayAndRefusedCertificateAreSendFailures) {
   EXPECT_EQ(status.GetErrorString(), "Error while sending the request");
   EXPECT_TRUE(log.ContainsLineWith(-1, "Resource[fssnapshot] Body[{\"NAME\":\"x\"}]"));
   EXPECT_TRUE(requests().empty());
+}
+
+TEST_F(Transport, LoginWhoseCookieFileCannotBeWrittenSaysWhereAndWhyOnce) {
+  zrtest::LogCapture log;
+  HuaweiRestAPI transport(1);
+  sessiontest::logIn(transport, host(), "admin", "Admin@storage1", "/zr-no-such-directory/jar");
+  int named = 0;
+  for (const auto& line : log.Lines()) {
+    named += line.level == -1 && line.text.find("/zr-no-such-directory/jar: No such file or directory") != std::string::npos;
+  }
+  EXPECT_EQ(named, 1) << log.Dump();
+  EXPECT_TRUE(requests().empty()) << "no password goes out for a session that could not be kept";
 }
 
 struct ClassificationCase {
