@@ -41,49 +41,47 @@ std::string Answer(const std::string& status, const std::string& headers, const 
 Fault Sends(const std::string& head) { return Fault{head, "", false, true}; }
 Fault Cuts(const std::string& head) { return Fault{head, "", false, false}; }
 
-class HostileArray : public testing::TestWithParam<FaultRow> {
- protected:
-  static void SetUpTestSuite() {
-    directory_ = new std::string(std::filesystem::temp_directory_path() / ("zr-faults-" + std::to_string(getpid())));
-    certificates_[0] = arraysim::MakeCertificates(*directory_ + "/trusted", kArray);
-    certificates_[1] = arraysim::MakeCertificates(*directory_ + "/foreign", "10.11.12.13");
-    certificates_[2] = arraysim::MakeCertificates(*directory_ + "/unknown", kArray);
-    // Both CAs are trusted: a certificate for another host must be refused by its name.
-    std::ofstream(*directory_ + "/bundle.pem") << std::ifstream(certificates_[0].caCertPath).rdbuf()
-                                               << std::ifstream(certificates_[1].caCertPath).rdbuf();
-    array_ = new faulttest::HostileServer(kArray, certificates_[0]);
-    elsewhere_ = new faulttest::HostileServer(kElsewhere, certificates_[0]);
+// Certificates for the array's address from a trusted CA, for another host from a second trusted
+// CA (refused by its name), and from an unknown CA; the hostile array and a redirect target.
+struct Stage {
+  Stage()
+      : directory(std::filesystem::temp_directory_path() / ("zr-faults-" + std::to_string(getpid()))),
+        certificates{arraysim::MakeCertificates(directory + "/trusted", kArray),
+                     arraysim::MakeCertificates(directory + "/foreign", "10.11.12.13"),
+                     arraysim::MakeCertificates(directory + "/unknown", kArray)},
+        array(kArray, certificates[0]),
+        elsewhere(kElsewhere, certificates[0]) {
+    std::ofstream(directory + "/bundle.pem") << std::ifstream(certificates[0].caCertPath).rdbuf()
+                                             << std::ifstream(certificates[1].caCertPath).rdbuf();
   }
-  static void TearDownTestSuite() {
-    ZRLibCurlSetOptions(ZRLibCurlOptions());
-    delete array_;
-    delete elsewhere_;
-    std::filesystem::remove_all(*directory_);
-    delete directory_;
-  }
-  void TearDown() override { ZRLibCurlSetOptions(ZRLibCurlOptions()); }
+  ~Stage() { std::filesystem::remove_all(directory); }
 
-  static std::string* directory_;
-  static arraysim::CertificateFiles certificates_[3];
-  static faulttest::HostileServer* array_;
-  static faulttest::HostileServer* elsewhere_;
+  const std::string directory;
+  const arraysim::CertificateFiles certificates[3];
+  faulttest::HostileServer array;
+  faulttest::HostileServer elsewhere;
 };
 
-std::string* HostileArray::directory_ = nullptr;
-arraysim::CertificateFiles HostileArray::certificates_[3];
-faulttest::HostileServer* HostileArray::array_ = nullptr;
-faulttest::HostileServer* HostileArray::elsewhere_ = nullptr;
+class HostileArray : public testing::TestWithParam<FaultRow> {
+ protected:
+  static void SetUpTestSuite() { stage_ = new Stage; }
+  static void TearDownTestSuite() { delete stage_; }
+  void TearDown() override { ZRLibCurlSetOptions(ZRLibCurlOptions()); }
+  static Stage* stage_;
+};
+
+Stage* HostileArray::stage_ = nullptr;
 
 TEST_P(HostileArray, LoginFailsWithItsCauseAndLeavesNothingBehind) {
   const FaultRow& row = GetParam();
-  array_->Answer(row.fault, certificates_[static_cast<int>(row.served)]);
+  stage_->array.Answer(row.fault, stage_->certificates[static_cast<int>(row.served)]);
   ZRLibCurlOptions options;
-  options.caBundlePath = *directory_ + "/bundle.pem";
+  options.caBundlePath = stage_->directory + "/bundle.pem";
   options.lowSpeedBytesPerSecond = 100;
   options.lowSpeedSeconds = row.lowSpeedSeconds;
   options.totalTimeoutMs = row.totalTimeoutMs;
   ZRLibCurlSetOptions(options);
-  const int leftOpenBefore = array_->LeftOpen();
+  const int leftOpenBefore = stage_->array.LeftOpen();
   zrtest::LogCapture log;
 
   {
@@ -94,13 +92,13 @@ TEST_P(HostileArray, LoginFailsWithItsCauseAndLeavesNothingBehind) {
     array.GetErrorInfo(code, text);
     EXPECT_EQ(text, row.result);
   }
-  array_->WaitIdle();
+  stage_->array.WaitIdle();
 
   EXPECT_TRUE(log.ContainsLineWith(-1, row.errorLine)) << log.Dump();
   EXPECT_FALSE(log.ContainsText(kPassword));
   EXPECT_TRUE(sessiontest::cookieFiles(kJob, kArray).empty());
-  EXPECT_EQ(array_->LeftOpen(), leftOpenBefore);
-  EXPECT_EQ(elsewhere_->Connections(), 0) << "nothing may reach the target of a redirect";
+  EXPECT_EQ(stage_->array.LeftOpen(), leftOpenBefore);
+  EXPECT_EQ(stage_->elsewhere.Connections(), 0) << "nothing may reach the target of a redirect";
 }
 
 const std::string kJson = "Content-Type: application/json\r\n";

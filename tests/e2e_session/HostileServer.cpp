@@ -23,6 +23,33 @@ bool ClientGone(int socket) {
   return ::poll(&watch, 1, 0) > 0;
 }
 
+// The request line and headers, and a body as long as Content-Length says.
+bool ReadRequest(SSL* ssl) {
+  std::string request;
+  char buffer[4096];
+  size_t headEnd = std::string::npos;
+  size_t wanted = 0;
+  while (headEnd == std::string::npos || request.size() < headEnd + 4 + wanted) {
+    const int got = SSL_read(ssl, buffer, sizeof buffer);
+    if (got <= 0) return false;
+    request.append(buffer, static_cast<size_t>(got));
+    if (headEnd == std::string::npos && (headEnd = request.find("\r\n\r\n")) != std::string::npos) {
+      const size_t length = request.find("Content-Length: ");
+      if (length != std::string::npos && length < headEnd) wanted = std::stoul(request.substr(length + 16));
+    }
+  }
+  return true;
+}
+
+bool WaitForClientClose(int socket) {
+  char discard[512];
+  for (;;) {
+    pollfd watch{socket, POLLIN, 0};
+    if (::poll(&watch, 1, kPatienceMs) <= 0) return false;
+    if (::recv(socket, discard, sizeof discard, 0) <= 0) return true;
+  }
+}
+
 }  // namespace
 
 HostileServer::HostileServer(const std::string& address, const arraysim::CertificateFiles& certificates) {
@@ -92,7 +119,6 @@ void HostileServer::Play(int socket) {
   SSL* ssl = SSL_new(context_);
   SSL_set_fd(ssl, socket);
   if (SSL_accept(ssl) == 1 && ReadRequest(ssl)) {
-    ++requests_;
     if (!fault_.silent) {
       SSL_write(ssl, fault_.head.data(), static_cast<int>(fault_.head.size()));
       for (char byte : fault_.trickle) {
@@ -105,33 +131,6 @@ void HostileServer::Play(int socket) {
   }
   if (!WaitForClientClose(socket)) ++leftOpen_;
   SSL_free(ssl);
-}
-
-// The request line and headers, and a body as long as Content-Length says.
-bool HostileServer::ReadRequest(SSL* ssl) {
-  std::string request;
-  char buffer[4096];
-  size_t headEnd = std::string::npos;
-  size_t wanted = 0;
-  while (headEnd == std::string::npos || request.size() < headEnd + 4 + wanted) {
-    const int got = SSL_read(ssl, buffer, sizeof buffer);
-    if (got <= 0) return false;
-    request.append(buffer, static_cast<size_t>(got));
-    if (headEnd == std::string::npos && (headEnd = request.find("\r\n\r\n")) != std::string::npos) {
-      const size_t length = request.find("Content-Length: ");
-      if (length != std::string::npos && length < headEnd) wanted = std::stoul(request.substr(length + 16));
-    }
-  }
-  return true;
-}
-
-bool HostileServer::WaitForClientClose(int socket) {
-  char discard[512];
-  for (;;) {
-    pollfd watch{socket, POLLIN, 0};
-    if (::poll(&watch, 1, kPatienceMs) <= 0) return false;
-    if (::recv(socket, discard, sizeof discard, 0) <= 0) return true;
-  }
 }
 
 }  // namespace faulttest

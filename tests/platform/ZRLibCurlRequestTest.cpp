@@ -196,14 +196,6 @@ INSTANTIATE_TEST_SUITE_P(JarCases, ZRLibCurlCookies, testing::Bool(),
                            return info.param ? "JarExistsWithWideMode" : "JarIsNew";
                          });
 
-TEST_F(ZRLibCurlRequest, JarThatCannotBeCreatedFailsTheHeader) {
-  zrtest::LogCapture log;
-  ZRLibCurl client;
-  ASSERT_TRUE(client.ZRLibCurlInit("Content-Type: application/json", true, true, nullptr));
-  EXPECT_FALSE(client.ZRLibCurlAppendHeader(HTTP_HDR_COOKIE_JAR, "/nonexistent/dir/jar"));
-  EXPECT_TRUE(log.ContainsLineWith(-1, "cannot create the cookie file /nonexistent/dir/jar")) << log.Dump();
-}
-
 // Whatever is planted at the jar's path is replaced, never written through.
 TEST_F(ZRLibCurlRequest, JarReplacesWhatIsPlantedAtItsPathWithoutTouchingIt) {
   const std::string victim = ScratchDirectory() + "/victim";
