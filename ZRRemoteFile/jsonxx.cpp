@@ -13,6 +13,7 @@
 #include <atomic>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <locale>
 #include <memory>
 #include <mutex>
@@ -23,11 +24,27 @@
 
 namespace jsonxx {
 
-void assertion(const char* file, int line, const char* expression, bool ok) {
-  if (ok) return;
+namespace {
+std::atomic<AssertionHook> assertion_hook{nullptr};
+
+[[noreturn]] void fail(const char* file, int line, const char* expression, const std::string& what) {
   std::fprintf(stderr, "[JSONXX] expression '%s' failed at %s:%d -> ", expression, file, line);
   std::fflush(stderr);
+  if (AssertionHook hook = assertion_hook.load()) hook(what.c_str());
+  const bool ok = false;
   assert(ok);
+  std::abort();  // not reached: assert() is kept alive above
+}
+}  // namespace
+
+void set_assertion_hook(AssertionHook hook) { assertion_hook.store(hook); }
+
+void assertion(const char* file, int line, const char* expression, bool ok) {
+  if (!ok) fail(file, line, expression, std::string("expression '") + expression + "'");
+}
+
+void missing_member(const char* file, int line, const std::string& key, const char* kind) {
+  fail(file, line, "has<T>(key)", "key \"" + key + "\", expected " + kind);
 }
 
 // ---------------------------------------------------------------------------
@@ -94,9 +111,10 @@ enum class ListsState : unsigned char {
 };
 
 // Plain data, zero-initialised, without constructor or destructor: reading it
-// costs no guard, and it is usable until the thread's storage goes. The
-// library is loaded with the program, so the initial-exec model applies,
-// which spares a __tls_get_addr call per access.
+// costs no guard, and it is usable until the thread's storage goes. It keeps
+// the dynamic TLS model, so that the library can also be loaded with dlopen
+// by a host whose static TLS space is used up; TLS descriptors, where the
+// compiler has them, make its access about as cheap as a static offset.
 struct FreeLists {
   FreeBlock* head[kClasses];
   std::uint32_t count[kClasses];
@@ -105,7 +123,7 @@ struct FreeLists {
   ListsState state;
 };
 
-__attribute__((tls_model("initial-exec"))) thread_local FreeLists free_lists;
+thread_local FreeLists free_lists;
 
 // The blocks that threads gave up, and the rests of the chunks of ended
 // threads. It is never destroyed, as threads may end after static

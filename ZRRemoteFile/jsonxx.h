@@ -91,6 +91,28 @@ class BlockAllocator {
 /// and aborts through the C library's assertion failure, in every build type.
 void assertion(const char* file, int line, const char* expression, bool ok);
 
+/// The failed assertion of a required member: the same text on stderr under
+/// the expression "has<T>(key)", and the key and the kind expected for the hook.
+[[noreturn]] void missing_member(const char* file, int line, const std::string& key, const char* kind);
+
+/// Called once a failed assertion has written its text, just before the
+/// process ends, with what failed (such as: key "iBaseToken", expected a
+/// string). Lets the host log it and remove what must not outlive the process.
+using AssertionHook = void (*)(const char* what);
+void set_assertion_hook(AssertionHook hook);
+
+namespace detail {
+template <class T>
+constexpr const char* kind_name() {
+  if constexpr (std::is_same_v<T, String>) return "a string";
+  if constexpr (std::is_same_v<T, Number>) return "a number";
+  if constexpr (std::is_same_v<T, Boolean>) return "a boolean";
+  if constexpr (std::is_same_v<T, Array>) return "an array";
+  if constexpr (std::is_same_v<T, Object>) return "an object";
+  return "a value";
+}
+}  // namespace detail
+
 /// A tagged union: a number, string, boolean, null, array or object, or
 /// invalid. Strings, arrays and objects are owned through pointers; copies
 /// are deep.
@@ -376,7 +398,7 @@ T& Object::get(const std::string& key) {
 template <class T>
 const T& Object::get(const std::string& key) const {
   const auto found = values_.find(key);
-  assertion(__FILE__, __LINE__, "has<T>(key)", found != values_.end() && found->second->is<T>());
+  if (found == values_.end() || !found->second->is<T>()) missing_member(__FILE__, __LINE__, key, detail::kind_name<T>());
   return found->second->get<T>();
 }
 

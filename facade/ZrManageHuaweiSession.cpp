@@ -13,6 +13,7 @@
 #include "OperationLog.h"
 #include "SecondGenerationCall.h"
 #include "ThirdGenerationCall.h"
+#include "SessionCookieFiles.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
 
@@ -22,6 +23,7 @@ ZrManageHuawei::ZrManageHuawei(unsigned long long const& jobId)
 ZrManageHuawei::~ZrManageHuawei() {
   static const char kLog[] = "ZrManageHuawei::~ZrManageHuawei";
   closeSession();
+  SessionCookieFiles::release(this);
   m_debug.DebugLvl(kLog, 5, m_jobId, "Removing the cookie file [%s]", m_cookieFile.c_str());
   if (std::remove(m_cookieFile.c_str()) != 0) m_debug.DebugLvl(kLog, -1, m_jobId, "Unable to delete the cookie file...");
 }
@@ -61,6 +63,7 @@ bool ZrManageHuawei::createSession() {
   m_cookieFile = std::string("/tmp") + "HUAWEI-" + ConvertToString::to_string(m_jobId) + "_" + now + "_" +
                  m_controlHost + "_" + ConvertToString::to_string(static_cast<const void*>(this));
   m_restApi.setCookieFile(m_cookieFile);
+  SessionCookieFiles::hold(this, m_cookieFile);
 
   // Set before the login: setTokenInfo and the clean-up below test it.
   m_initialized = true;

@@ -18,7 +18,8 @@ enum _http_hdr_type_ {
   HTTP_HDR_CONTENT_TYPE = 1,  // replaces the content type given at init
   HTTP_HDR_ACCEPT = 2,        // value of an Accept header
   HTTP_HDR_COOKIE_FILE = 3,   // path of a file whose cookies are sent with the request
-  HTTP_HDR_COOKIE_JAR = 4,    // path of a file into which received cookies are stored (mode 0600)
+  HTTP_HDR_COOKIE_JAR = 4,    // path of a file into which received cookies are stored (mode 0600),
+                              // created at once; false with the reason logged at level -1 when it cannot be
 };
 
 // Receives the response body when given to ZRLibCurlInit; null makes the client gather it itself.
@@ -35,9 +36,9 @@ class ZRLibCurl {
 
   // Prepares the handle. contentTypeHeader is a complete header line such as
   // "Content-Type: application/json"; it is sent with every request and survives
-  // ZRLibCurlFreeHttpHeaderList. failOnTransportErrorOnly and followRedirects are accepted as the
-  // system passes them (true, true) and keep their libcurl meaning. False when libcurl cannot
-  // give a handle.
+  // ZRLibCurlFreeHttpHeaderList. failOnTransportErrorOnly keeps its libcurl meaning.
+  // followRedirects is accepted and ignored: redirects are never followed, and an answer with a
+  // 3xx status is a failed exchange. False when libcurl cannot give a handle.
   bool ZRLibCurlInit(const char* contentTypeHeader, bool failOnTransportErrorOnly, bool followRedirects,
                      ZRLibCurlWriteCallback writeCallback);
   void ZRLibCurlDeInit();
@@ -47,7 +48,9 @@ class ZRLibCurl {
   void ZRLibCurlFreeHttpHeaderList();
 
   // Sends one request and waits for the answer. True when a response came back, whatever its
-  // HTTP status; false when the exchange failed (the reason is logged at a detail level).
+  // HTTP status but a redirect; false when the exchange failed, with the cause logged at level -1.
+  // With a cookie jar, the exchange fails also when the jar cannot be written, and with cookie
+  // files when one exists but cannot be read.
   bool ZRLibCurlSendHttpReq(_http_req_type_ method, const char* url, const void* data, unsigned long length,
                             bool verbose, const char* reserved);
 

@@ -16,6 +16,10 @@ struct ZRLibCurlOptions {
   bool verifyPeer = true;
   long connectTimeoutMs = 10000;
   long totalTimeoutMs = 300000;
+  // A transfer slower than this many bytes per second for this many seconds is given up, so that
+  // a stalled array costs half a minute, not the whole time-out. 0 seconds: no such limit.
+  long lowSpeedBytesPerSecond = 1;
+  long lowSpeedSeconds = 30;
   // Share DNS, TLS sessions and connections between clients, so that a fresh client per
   // request reuses the connection of the one before.
   bool shareConnections = true;

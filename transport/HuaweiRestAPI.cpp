@@ -9,6 +9,7 @@
 #include "PasswordMask.h"
 #include "RequestUrl.h"
 #include "TkDebug.h"
+#include "TkLogSink.h"
 #include "YbString.h"
 #include "ZRLibCurl.h"
 #include "jsonxx.h"
@@ -105,6 +106,7 @@ bool HuaweiRestAPI::validateServerParams(int const& opType) {
   // The password itself is never logged, only whether it is there.
   std::string params = m_userName + ":password:" + (m_password.empty() ? "EMPTY" : "NON-EMPTY") + ":";
   params += login ? m_controlHost : m_deviceId + ":" + m_controlHost + ":" + m_baseToken;
+  HuaweiTransport::hidePassword(params, m_password);
   TkDebug debug(nullptr);
   debug.DebugLvl("HuaweiRestAPI::validateServerParams", -1, m_jobId, "Set the server params correctly. Params: [%s]",
                  params.c_str());
@@ -160,17 +162,20 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Empty Resource. Invalid arguement");
   }
 
-  // The copy serves the log lines only; the request always carries the caller's body.
-  std::string logBody = body;
+  // The copies serve the log lines only; the request always carries the caller's body. No text
+  // logged here shows the password, wherever it stands.
+  std::string logBody = HuaweiTransport::withoutPassword(body, m_password);
   if (login) maskPasswordInRequestBody(logBody);
+  const std::string logResource = HuaweiTransport::withoutPassword(resource, m_password);
 
   if (!validateServerParams(opType)) {
     debug.DebugLvl(kLog, -1, m_jobId, "Incorrect server params. Unable to send the request for Type[%d] Resource[%s] Body[%s]",
-                   type, resource.c_str(), logBody.c_str());
+                   type, logResource.c_str(), logBody.c_str());
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Incorrect server params");
   }
 
   const std::string url = formRequestURL(resource, opType);
+  const std::string logUrl = HuaweiTransport::withoutPassword(url, m_password);
   if (url.empty()) {
     debug.DebugLvl(kLog, -1, m_jobId, "Request URL is empty.");
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Request URL is empty");
@@ -200,11 +205,11 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
                         : client->ZRLibCurlSendHttpReq(method, url.c_str(), body.c_str(), body.length(), false, nullptr);
   if (!sent) {
     if (body.empty()) {
-      debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s]", url.c_str(),
-                     resource.c_str());
+      debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s]", logUrl.c_str(),
+                     logResource.c_str());
     } else {
-      debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s] Body[%s]", url.c_str(),
-                     resource.c_str(), logBody.c_str());
+      debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s] Body[%s]",
+                     logUrl.c_str(), logResource.c_str(), logBody.c_str());
     }
     deInit(client);
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error while sending the request");
@@ -215,14 +220,16 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
   const long httpCode = client->GetHttpErrorCode();
   deInit(client);
 
-  const char* loggedResource = login ? "LOGIN" : resource.c_str();
+  const char* loggedResource = login ? "LOGIN" : logResource.c_str();
   const char* loggedBody = login ? "LOGIN INFO" : logBody.c_str();
   if (size == 0 || response.empty()) {
     debug.DebugLvl(kLog, -1, m_jobId, "Empty response received for request. Type[%d] URL[%s] Resource[%s] Body[%s]",
-                   type, url.c_str(), loggedResource, loggedBody);
-  } else {
+                   type, logUrl.c_str(), loggedResource, loggedBody);
+  } else if (tklog::Enabled(5)) {
+    // An array that echoes the password back must not have it logged; masked only when shown.
     debug.DebugLvl(kLog, 5, m_jobId, "Response received for request. Type[%d] URL[%s] Resource[%s] Body[%s] Response[%s]",
-                   type, url.c_str(), loggedResource, loggedBody, response.c_str());
+                   type, logUrl.c_str(), loggedResource, loggedBody,
+                   HuaweiTransport::withoutPassword(response, m_password).c_str());
   }
 
   ResultStatus status(HuaweiApi::RESULT_GENERIC_FAILURE, "Unknown error");
@@ -230,7 +237,7 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
     debug.DebugLvl(kLog, -1, m_jobId,
                    "The HTTP request for Resource[%s] failed. URL[%s], Body[%s], HTTP Error Code[%ld], API Error "
                    "Code[%llu], API Error Message [%s]",
-                   resource.c_str(), url.c_str(), logBody.c_str(), httpCode, status.GetErrorCode(),
+                   logResource.c_str(), logUrl.c_str(), logBody.c_str(), httpCode, status.GetErrorCode(),
                    status.GetErrorString().c_str());
     return status;
   }
@@ -263,7 +270,8 @@ bool HuaweiRestAPI::isError(std::string const& response, int const& opType, Resu
     description = error.get<std::string>("description");
     code = HuaweiNumbers::toUnsigned64(error.get<long double>("code"));
   }
-  status = ResultStatus(code, YbString::Format(description));
+  // The description travels on in error texts and log lines: it never carries the password.
+  status = ResultStatus(code, HuaweiTransport::withoutPassword(YbString::Format(description), m_password));
   if (opType == HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT && status.GetErrorCode() == kSnapshotDoesNotExist) {
     debug.DebugLvl(kLog, 0, m_jobId,
                    "Tried to delete a snapshot that does not exist. Considering the operation as success.");

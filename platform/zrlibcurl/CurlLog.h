@@ -9,7 +9,10 @@
 namespace zrcurl {
 
 constexpr const char* kLogName = "ZRLibCurl";
-// Failures of an exchange are details for the caller, which logs its own error line.
+// The causes of a failed exchange (certificate refused, time-out, too slow, redirect, cookie file)
+// are errors: the caller's own error line cannot tell them.
+constexpr int kErrorLevel = -1;
+// Misuse and set-up failures that the caller reports by itself.
 constexpr int kFailureLevel = 3;
 // What the caller cannot tell from its own line: an answer refused for its size.
 constexpr int kErrorLevel = -1;

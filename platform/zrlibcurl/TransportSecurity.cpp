@@ -16,7 +16,7 @@ CURLcode UseSharedTrustStore(CURL*, void* sslContext, void* trustStore) try {
   std::string error;
   X509_STORE* store = static_cast<TrustStore*>(trustStore)->Get(error);
   if (!store) {
-    Log(kFailureLevel, "No trusted certificates: %s", error.c_str());
+    Log(kErrorLevel, "No trusted certificates: %s", error.c_str());
     return CURLE_SSL_CACERT_BADFILE;
   }
   X509_STORE_up_ref(store);  // the context takes one reference and frees it with itself
@@ -56,12 +56,13 @@ bool ApplyClientSettings(CURL* handle, ClientSettings& settings) {
   ok &= curl_easy_setopt(handle, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2)) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT_MS, options.connectTimeoutMs) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_TIMEOUT_MS, options.totalTimeoutMs) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_LOW_SPEED_LIMIT, options.lowSpeedBytesPerSecond) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_LOW_SPEED_TIME, options.lowSpeedSeconds) == CURLE_OK;
   // Signals cannot be used for time-outs in a threaded host.
   ok &= curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L) == CURLE_OK;
   // No proxy from the environment: the settings here are the only configuration.
   ok &= curl_easy_setopt(handle, CURLOPT_PROXY, "") == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "https") == CURLE_OK;
-  ok &= curl_easy_setopt(handle, CURLOPT_REDIR_PROTOCOLS_STR, "https") == CURLE_OK;
   if (settings.share && settings.share->Handle()) {
     ok &= curl_easy_setopt(handle, CURLOPT_SHARE, settings.share->Handle()) == CURLE_OK;
   }

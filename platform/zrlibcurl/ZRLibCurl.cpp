@@ -66,7 +66,8 @@ struct ZRLibCurl::Impl {
   bool AppendHeader(_http_hdr_type_ kind, const char* value);
   bool Send(_http_req_type_ method, const char* url, const void* data, unsigned long length, bool verbose);
   bool SetMethodAndBody(_http_req_type_ method, const void* data, unsigned long length);
-  bool LoadCookieFiles();
+  bool LoadCookieFiles(std::string& error);
+  bool RefuseRedirect(_http_req_type_ method, const char* url);
   void ForgetResponse();
   bool Receive(const char* data, size_t size);
   static size_t OnBody(char* data, size_t size, size_t count, void* self);
@@ -105,8 +106,10 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
 
   bool ok = zrcurl::ApplyClientSettings(handle, *settings);
   ok &= curl_easy_setopt(handle, CURLOPT_FAILONERROR, failOnTransportErrorOnly ? 0L : 1L) == CURLE_OK;
-  ok &= curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, followRedirects ? 1L : 0L) == CURLE_OK;
-  ok &= curl_easy_setopt(handle, CURLOPT_MAXREDIRS, 5L) == CURLE_OK;
+  // Redirects are never followed, whatever the caller asks: the login body carries the password
+  // and every later request the token, and neither may reach a host the caller did not name.
+  (void)followRedirects;
+  ok &= curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Impl::OnBody) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_WRITEDATA, this) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, errorText) == CURLE_OK;
@@ -119,12 +122,8 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
 
 void ZRLibCurl::Impl::DeInit() {
   if (handle) {
-    settings->handles.Give(handle);  // recycled or freed; either way the cookie jar, if any, is written
+    settings->handles.Give(handle);  // recycled or freed
     handle = nullptr;
-    if (!cookieJar.empty()) {
-      zrcurl::RestrictCookieJar(cookieJar);
-      zrcurl::CookieFileWritten();
-    }
   }
   sentHeaders.reset();
   headers = zrcurl::RequestHeaders();
@@ -149,10 +148,11 @@ bool ZRLibCurl::Impl::AppendHeader(_http_hdr_type_ kind, const char* value) {
     case HTTP_HDR_COOKIE_JAR: {
       std::string error;
       if (!zrcurl::PrepareCookieJar(value, error)) {
-        zrcurl::Log(zrcurl::kFailureLevel, "%s", error.c_str());
+        zrcurl::Log(zrcurl::kErrorLevel, "%s", error.c_str());
         return false;
       }
-      if (curl_easy_setopt(handle, CURLOPT_COOKIEJAR, value) != CURLE_OK) return false;
+      // The cookie engine collects what the answer sets; the jar is written by SaveCookieJar.
+      if (curl_easy_setopt(handle, CURLOPT_COOKIEFILE, "") != CURLE_OK) return false;
       cookieJar = value;
       return true;
     }
@@ -180,12 +180,16 @@ bool ZRLibCurl::Impl::SetMethodAndBody(_http_req_type_ method, const void* data,
 // The cookies of the files named since the last request go into the handle's cookie engine, from
 // the lines cached for each file; when a file is unusual, libcurl reads them all itself, as it
 // does for a file given with CURLOPT_COOKIEFILE.
-bool ZRLibCurl::Impl::LoadCookieFiles() {
+bool ZRLibCurl::Impl::LoadCookieFiles(std::string& error) {
   if (cookieFiles.empty()) return true;
   std::vector<std::shared_ptr<const zrcurl::CookieLines>> cached;
   for (const std::string& path : cookieFiles) {
     cached.push_back(zrcurl::CookieFileLines(path));
     if (!cached.back()) break;
+  }
+  // libcurl passes over a file it cannot read; the request would then go out without its session.
+  for (const std::string& path : cookieFiles) {
+    if (!cached.back() && !zrcurl::CookieFileReadable(path, error)) return false;
   }
   bool ok = true;
   if (cached.back()) {
@@ -224,8 +228,13 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
     zrcurl::Log(zrcurl::kFailureLevel, "Request without URL or with unknown method %d.", static_cast<int>(method));
     return false;
   }
+  std::string cookieError;
+  if (!LoadCookieFiles(cookieError)) {
+    zrcurl::Log(zrcurl::kErrorLevel, "%s %s not sent: %s", MethodName(method), url, cookieError.c_str());
+    return false;
+  }
   sentHeaders = headers.Build();
-  bool ok = sentHeaders != nullptr && SetMethodAndBody(method, data, length) && LoadCookieFiles();
+  bool ok = sentHeaders != nullptr && SetMethodAndBody(method, data, length);
   ok &= curl_easy_setopt(handle, CURLOPT_URL, url) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_HTTPHEADER, sentHeaders.get()) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_VERBOSE, verbose ? 1L : 0L) == CURLE_OK;
@@ -243,19 +252,54 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
     return false;
   }
   if (result != CURLE_OK) {
-    zrcurl::Log(zrcurl::kFailureLevel, "%s %s failed: %s (%s)", MethodName(method), url, curl_easy_strerror(result),
+    zrcurl::Log(zrcurl::kErrorLevel, "%s %s failed: %s (%s)", MethodName(method), url, curl_easy_strerror(result),
                 errorText[0] ? errorText : "no detail");
     body.clear();
     return false;
   }
   curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &httpStatus);
-  hasResponse = true;
+  if (RefuseRedirect(method, url)) return false;
   if (!cookieJar.empty()) {
     // Written now rather than at clean-up, so the cookies are on disk when the caller goes on.
-    curl_easy_setopt(handle, CURLOPT_COOKIELIST, "FLUSH");
-    zrcurl::RestrictCookieJar(cookieJar);
+    curl_slist* cookies = nullptr;
+    curl_easy_getinfo(handle, CURLINFO_COOKIELIST, &cookies);
+    std::string error;
+    const bool saved = zrcurl::SaveCookieJar(cookieJar, cookies, error);
+    curl_slist_free_all(cookies);
     zrcurl::CookieFileWritten();
+    if (!saved) {
+      zrcurl::Log(zrcurl::kErrorLevel, "%s %s: the session cookies are lost: %s", MethodName(method), url,
+                  error.c_str());
+      ForgetResponse();
+      return false;
+    }
   }
+  hasResponse = true;
+  return true;
+}
+
+// A redirect is a failed exchange: its body is not the answer that was asked for.
+bool ZRLibCurl::Impl::RefuseRedirect(_http_req_type_ method, const char* url) {
+  if (httpStatus < 300 || httpStatus > 399) return false;
+  char* location = nullptr;
+  curl_easy_getinfo(handle, CURLINFO_REDIRECT_URL, &location);
+  std::string target = "no target";
+  if (location) {
+    target = "host ";
+    CURLU* parsed = curl_url();
+    char* host = nullptr;
+    if (parsed && curl_url_set(parsed, CURLUPART_URL, location, 0) == CURLUE_OK &&
+        curl_url_get(parsed, CURLUPART_HOST, &host, 0) == CURLUE_OK) {
+      target += host;
+    } else {
+      target += "unknown";
+    }
+    curl_free(host);
+    curl_url_cleanup(parsed);
+  }
+  zrcurl::Log(zrcurl::kErrorLevel, "%s %s answered with redirect %ld to %s; redirects are not followed.",
+              MethodName(method), url, httpStatus, target.c_str());
+  ForgetResponse();
   return true;
 }
 

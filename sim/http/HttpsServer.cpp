@@ -12,6 +12,8 @@
 #include <httplib.h>
 #include <openssl/ssl.h>
 
+#include "http/UnobservedWorkers.h"
+
 namespace arraysim {
 namespace {
 
@@ -74,7 +76,7 @@ void Deliver(const httplib::Request& request, const HttpAnswer& answer, httplib:
 HttpsServer::HttpsServer(const std::string& certPath, const std::string& keyPath, std::size_t threads, Handler handler)
     : server_(std::make_unique<httplib::SSLServer>(certPath.c_str(), keyPath.c_str())), handler_(std::move(handler)) {
   if (!server_->is_valid()) throw std::runtime_error("cannot load the server certificate " + certPath);
-  server_->new_task_queue = [threads] { return new httplib::ThreadPool(threads); };
+  server_->new_task_queue = [threads] { return new UnobservedWorkers(threads); };
   // Only SO_REUSEADDR: httplib's default adds SO_REUSEPORT, which would let two simulators
   // share an address and steal each other's connections.
   server_->set_socket_options([](socket_t socket) {

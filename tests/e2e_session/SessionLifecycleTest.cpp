@@ -1,6 +1,12 @@
+#include <sys/stat.h>
+
+#include <atomic>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <thread>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -110,6 +116,61 @@ TEST_F(SessionLifecycle, WrongPasswordReportsTheArraysCodeAndMasksThePassword) {
   EXPECT_FALSE(log.ContainsText("wrongpass"));
 }
 
+TEST_F(SessionLifecycle, CookieFileIsKeptWhateverFileSystemTheWorkingDirectoryIsOn) {
+  char scratch[] = "/dev/shm/zr-cwd-XXXXXX";
+  struct stat root {}, shm {};
+  if (mkdtemp(scratch) == nullptr || stat("/", &root) != 0 || stat(scratch, &shm) != 0 || root.st_dev == shm.st_dev) {
+    GTEST_SKIP() << "no directory on another file system than /";
+  }
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(scratch);
+  {
+    auto array = loggedInFacade();
+    _HuaweiSystemInformation info;
+    EXPECT_TRUE(array->getSystemInformation(info));
+    EXPECT_TRUE(array->closeSession());
+  }
+  std::filesystem::current_path(before);
+  EXPECT_TRUE(std::filesystem::is_empty(scratch)) << "nothing is written to the working directory";
+  std::filesystem::remove_all(scratch);
+  EXPECT_TRUE(sim().sessions().open().empty());
+}
+
+TEST_F(SessionLifecycle, LoginAnswerWithoutTokenEndsTheProcessSayingWhyAndTakesTheCookieFilesAlong) {
+  GTEST_FLAG_SET(death_test_style, "fast");  // the simulator of this process answers the child
+  const unsigned long long job = 9004;
+  auto held = loggedInFacade(job);  // another session of the process, whose file goes too
+  sim().faults().add(arraysim::FaultRule::On("POST", "sessions").cannedBody(
+      R"({"data":{"deviceid":"d"},"error":{"code":0,"description":"0"}})"));
+  EXPECT_DEATH(
+      {
+        ZrManageHuawei array(job);
+        array.createSession(arraysim::SimulatorOptions::kDefaultUser, arraysim::SimulatorOptions::kDefaultPassword,
+                            host());
+      },
+      "has<T>\\(key\\)' failed.*\\[-1\\] jsonxx::assertion.*key \"iBaseToken\", expected a string");
+  EXPECT_TRUE(cookieFiles(job, host()).empty());
+}
+
+TEST_F(SessionLifecycle, FacadesOnManyThreadsKeepTheirOwnSessions) {
+  std::vector<std::thread> threads;
+  std::atomic<int> done{0};
+  for (unsigned long long job = 9100; job < 9104; ++job) {
+    threads.emplace_back([&, job] {
+      ZrManageHuawei array(job);
+      _HuaweiSystemInformation info;
+      if (array.createSession(arraysim::SimulatorOptions::kDefaultUser, arraysim::SimulatorOptions::kDefaultPassword,
+                              host()) &&
+          array.getSystemInformation(info) && array.getSystemInformation(info) && array.closeSession()) {
+        ++done;
+      }
+    });
+  }
+  for (auto& thread : threads) thread.join();
+  EXPECT_EQ(done, 4);
+  EXPECT_TRUE(sim().sessions().open().empty());
+}
+
 TEST_F(SessionLifecycle, PasswordNeverReachesALogLineOrAFile) {
   // A password holding a quote and the text that closes the masked value, and a plain one.
   const std::string awkward = "Canary\"Pw\", \"scope\"-7Q";
@@ -121,10 +182,15 @@ TEST_F(SessionLifecycle, PasswordNeverReachesALogLineOrAFile) {
   {
     // Nothing is escaped in the login body, so this one cannot log in; the failure is logged in full.
     EXPECT_FALSE(ZrManageHuawei(job).createSession("awkward", awkward, host()));
+    // A user name holding the closing text: the masking must not stop in front of the password.
+    EXPECT_FALSE(ZrManageHuawei(job).createSession("u\", \"scope\"", "Third-Canary-5x", host()));
     ZrManageHuawei array(job);
     ASSERT_TRUE(array.createSession("plain", "Second-Canary-9z", host()));
     _HuaweiSystemInformation info;
     sim().faults().add(arraysim::FaultRule::On("GET", "system/").arrayError(-401, "expired"));
+    EXPECT_FALSE(array.getSystemInformation(info));
+    // An array that echoes the password back in its description.
+    sim().faults().add(arraysim::FaultRule::On("GET", "system/").arrayError(5, "bad Second-Canary-9z"));
     EXPECT_FALSE(array.getSystemInformation(info));
     for (const auto& file : cookieFiles(job, host())) jar += Contents(file);
   }

@@ -53,7 +53,7 @@ TEST_F(Transport, ClientSideFailuresStopBeforeSending) {
 TEST_F(Transport, UnreachableArrayAndRefusedCertificateAreSendFailures) {
   zrtest::LogCapture log;
   HuaweiRestAPI nowhere(1);
-  sessiontest::logIn(nowhere, "127.0.0.99", "u", "p", cookie_);
+  sessiontest::logIn(nowhere, "127.0.0.99", "u", "Nowhere@pass1", cookie_);
   nowhere.setDeviceId("dev");
   nowhere.setBaseToken("token");
   EXPECT_EQ(Show(nowhere.get("system/", response_, 9)), "2 Error while sending the request");
@@ -85,6 +85,18 @@ TEST_F(Transport, AnswerLongerThanTheBoundFailsTheSend) {
   EXPECT_TRUE(log.ContainsLineWith(-1, "/system/: the answer is longer than the limit of 64 bytes; it was not read."))
       << log.Dump();
   EXPECT_EQ(get("system/").GetErrorCode(), 0ULL) << "the usual bound takes it";
+}
+
+TEST_F(Transport, LoginWhoseCookieFileCannotBeWrittenSaysWhereAndWhyOnce) {
+  zrtest::LogCapture log;
+  HuaweiRestAPI transport(1);
+  sessiontest::logIn(transport, host(), "admin", "Admin@storage1", "/zr-no-such-directory/jar");
+  int named = 0;
+  for (const auto& line : log.Lines()) {
+    named += line.level == -1 && line.text.find("/zr-no-such-directory/jar: No such file or directory") != std::string::npos;
+  }
+  EXPECT_EQ(named, 1) << log.Dump();
+  EXPECT_TRUE(requests().empty()) << "no password goes out for a session that could not be kept";
 }
 
 // The error object decides, not the HTTP status; the body stays readable also on failure.

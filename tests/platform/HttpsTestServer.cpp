@@ -4,6 +4,8 @@
 #include <set>
 #include <stdexcept>
 
+#include "http/UnobservedWorkers.h"
+
 namespace platformtest {
 
 std::string RecordedRequest::Header(const std::string& name) const {
@@ -19,7 +21,7 @@ HttpsTestServer::HttpsTestServer(const arraysim::CertificateFiles& files)
   server_.set_keep_alive_timeout(2);  // bounds the wait for idle pooled connections at shutdown
   // A worker stays with its connection while the connection is kept alive: enough workers for the
   // connections of the busiest concurrency test, so that none waits for another to time out.
-  server_.new_task_queue = [] { return new httplib::ThreadPool(16); };
+  server_.new_task_queue = [] { return new arraysim::UnobservedWorkers(16); };
   const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
     Answer(request, response);
   };

@@ -2,8 +2,14 @@
 // failures that return false with their reason logged.
 #include <sys/stat.h>
 
+#include <unistd.h>
+
 #include <cstdio>
+#include <fstream>
+#include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -102,11 +108,41 @@ TEST_F(ZRLibCurlRequest, JarIsPrivateAndItsCookiesGoBackOnLaterRequests) {
   }
   ::umask(umask);
   EXPECT_FALSE(server_.Requests().front().HasHeader("Cookie"));
+}
+
+// Whatever is planted at the jar's path is replaced, never written through.
+TEST_F(ZRLibCurlRequest, JarReplacesWhatIsPlantedAtItsPathWithoutTouchingIt) {
+  const std::string victim = ScratchDirectory() + "/victim";
+  const std::string jar = ScratchDirectory() + "/planted-jar";
+  const std::vector<std::pair<const char*, std::function<void()>>> plants = {
+      {"hard link", [&] { ::link(victim.c_str(), jar.c_str()); }},
+      {"symbolic link", [&] { ::symlink(victim.c_str(), jar.c_str()); }},
+      {"file of another owner", [&] { std::ofstream(jar) << "# theirs\n"; (void)::chown(jar.c_str(), 1, 1); }},
+  };
+  for (const auto& [name, plant] : plants) {
+    std::remove(jar.c_str());
+    std::ofstream(victim) << "# not a jar\n";
+    ::chmod(victim.c_str(), 0644);
+    plant();
+    ZRLibCurl login;
+    ASSERT_TRUE(login.ZRLibCurlInit("Content-Type: application/json", true, true, nullptr));
+    ASSERT_TRUE(login.ZRLibCurlAppendHeader(HTTP_HDR_COOKIE_JAR, jar.c_str())) << name;
+    ASSERT_TRUE(login.ZRLibCurlSendHttpReq(HTTP_REQ_POST, server_.Url("/login").c_str(), "{}", 2, false, nullptr));
+    struct stat status {};
+    ASSERT_EQ(::lstat(jar.c_str(), &status), 0);
+    EXPECT_TRUE(S_ISREG(status.st_mode) && status.st_nlink == 1 && status.st_uid == ::geteuid()) << name;
+    EXPECT_EQ(status.st_mode & 0777, 0600u) << name;
+    EXPECT_NE(Contents(jar).find("s3cr3t"), std::string::npos) << name;
+    EXPECT_EQ(Contents(victim), "# not a jar\n") << name;
+    EXPECT_EQ(ModeOf(victim), 0644u) << name;
+  }
+}
+
+TEST_F(ZRLibCurlRequest, CookieFileThatCannotBeReadFailsTheRequest) {
   zrtest::LogCapture log;
-  ZRLibCurl client;
-  ASSERT_TRUE(client.ZRLibCurlInit("Content-Type: application/json", true, true, nullptr));
-  EXPECT_FALSE(client.ZRLibCurlAppendHeader(HTTP_HDR_COOKIE_JAR, "/nonexistent/dir/jar"));
-  EXPECT_TRUE(log.ContainsLineWith(3, "cannot create the cookie jar /nonexistent/dir/jar")) << log.Dump();
+  EXPECT_FALSE(SendOnce(HTTP_REQ_GET, server_.Url("/system/"), "", {{HTTP_HDR_COOKIE_FILE, ScratchDirectory()}}).sent);
+  EXPECT_TRUE(log.ContainsLineWith(-1, "cannot read the cookie file " + ScratchDirectory())) << log.Dump();
+  EXPECT_TRUE(server_.Requests().empty());
 }
 
 TEST_F(ZRLibCurlRequest, MisuseAndFailedExchangesReturnFalse) {
@@ -135,7 +171,7 @@ TEST_F(ZRLibCurlRequest, MisuseAndFailedExchangesReturnFalse) {
     const Exchange exchange = SendOnce(HTTP_REQ_GET, url);
     EXPECT_FALSE(exchange.sent) << url;
     EXPECT_EQ(exchange.status, 0);
-    EXPECT_TRUE(log.ContainsLineWith(3, reason)) << log.Dump();
+    EXPECT_TRUE(log.ContainsLineWith(-1, reason)) << log.Dump();
   }
 }
 

@@ -51,7 +51,7 @@ TEST_F(ZRLibCurlTrust, AcceptsOnlyServersTheSettingsTrust) {
     EXPECT_EQ(exchange.status, c.refusal == nullptr ? 200 : 0);
     EXPECT_EQ(server.Requests().size(), c.refusal == nullptr ? 1u : 0u) << "a refused server must not see the request";
     if (c.refusal != nullptr) {
-      EXPECT_TRUE(log.ContainsLineWith(3, c.refusal)) << log.Dump();
+      EXPECT_TRUE(log.ContainsLineWith(-1, c.refusal)) << log.Dump();
     }
     ZRLibCurlSetOptions(ZRLibCurlOptions());  // closes the pooled connection before the server stops
   }

@@ -145,7 +145,10 @@ INSTANTIATE_TEST_SUITE_P(
         MaskCase{"EmptyPassword", "{\"username\":\"u\", \"password\":\"\", \"scope\":\"0\" }", "",
                  "{\"username\":\"u\", \"password\":\"\", \"scope\":\"0\" }"},
         MaskCase{"NoPasswordKey", "{\"NAME\":\"x\"}", "abc", "{\"NAME\":\"x\"}"},
-        MaskCase{"NoScopeKey", "{\"password\":\"abc\"}", "abc", "{\"password\":\"abc\"}"},
+        MaskCase{"NoScopeKeyButTheKnownPassword", "{\"password\":\"abc\"} abc", "abc", "{\"password\":\"***\"} ***"},
+        MaskCase{"UserNameHoldingTheClosingText",
+                 "{\"username\":\"u\", \"scope\"\", \"password\":\"secret\", \"scope\":\"0\" }", "secret",
+                 "{\"username\":\"u\", \"scope\"\", \"password\":\"******\", \"scope\":\"0\" }"},
         // The walk stops at the first closing text, inside the value; the known password covers the rest.
         MaskCase{"PasswordHoldingTheClosingText",
                  "{\"username\":\"u\", \"password\":\"a\", \"scope\"b\", \"scope\":\"0\" }", "a\", \"scope\"b",
