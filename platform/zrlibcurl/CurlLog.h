@@ -9,13 +9,11 @@
 namespace zrcurl {
 
 constexpr const char* kLogName = "ZRLibCurl";
-// The causes of a failed exchange (certificate refused, time-out, too slow, redirect, cookie file)
-// are errors: the caller's own error line cannot tell them.
+// The causes of a failed exchange (certificate refused, time-out, too slow, redirect, cookie file,
+// an answer refused for its size) are errors: the caller's own error line cannot tell them.
 constexpr int kErrorLevel = -1;
 // Misuse and set-up failures that the caller reports by itself.
 constexpr int kFailureLevel = 3;
-// What the caller cannot tell from its own line: an answer refused for its size.
-constexpr int kErrorLevel = -1;
 constexpr int kWarningLevel = 0;
 constexpr int kNoiseLevel = 7;
 
