@@ -4,6 +4,7 @@
 //
 //   lun_backup_job [--address 127.0.0.1]
 //       runs against the bundled array simulator, started in this process with one LUN on it
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
@@ -12,6 +13,7 @@
 #include <CLI/CLI.hpp>
 
 #include "ArraySimulator.h"
+#include "LunPresentation.h"
 #include "TkLogSink.h"
 #include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
@@ -68,7 +70,9 @@ std::string prepareHost(ZrManageHuawei& array, const BackupHost& wanted) {
   return group.id;
 }
 
-void runJob(ZrManageHuawei& array, const std::string& lunId, const BackupHost& backupHost) {
+// arrayState: the array's objects, as text, to show that the presentation is withdrawn cleanly.
+void runJob(ZrManageHuawei& array, const std::string& lunId, const BackupHost& backupHost,
+            const std::function<std::string()>& arrayState) {
   _HuaweiLUNInfo lun;
   require(array.getLUNInfo(lun, lunId, kNoVstore), "LUN lookup");
   _HuaweiLUNSnapshotInfo snapshot;
@@ -77,9 +81,17 @@ void runJob(ZrManageHuawei& array, const std::string& lunId, const BackupHost& b
   std::cout << "snapshot " << snapshot.name << " (" << snapshot.id << ") of LUN " << lun.name << " is active\n";
 
   const std::string hostGroupId = prepareHost(array, backupHost);
-  // PRESENTATION: the snapshot LUN is shown to the host group here (LUN group and mapping view)
-  // and withdrawn again once the backup has read it.
-  (void)hostGroupId;
+  // The snapshot LUN is shown to the host group through a LUN group and a mapping view, read, and
+  // withdrawn again: the withdrawal must leave the array as the presentation found it.
+  const std::string beforePresentation = arrayState();
+  require(presentAndWithdraw(array, {snapshot.id, hostGroupId, "backup-" + snapshot.id, kNoVstore},
+                             [&] {
+                               std::cout << "snapshot LUN " << snapshot.id << " presented to host group "
+                                         << backupHost.hostGroup << "\n";
+                             }),
+          "presentation");
+  if (arrayState() != beforePresentation) throw JobFailure("the presentation left objects behind on the array");
+  std::cout << "presentation withdrawn\n";
 
   bool alreadyGone = false;
   require(array.deActivateLUNSnapshot(snapshot.id, alreadyGone, kNoVstore), "stop");
@@ -119,7 +131,8 @@ int main(int argc, char** argv) {
                                address)) {
         throw JobFailure("login failed");
       }
-      runJob(array, "11", {"backup01", "iqn.2024-01.com.example:backup01", "backup-hosts"});
+      runJob(array, "11", {"backup01", "iqn.2024-01.com.example:backup01", "backup-hosts"},
+             [&simulator] { return simulator.store().dump().dump(); });
     } catch (const std::exception& error) {
       std::cerr << "lun_backup_job: " << error.what() << std::endl;
       exitCode = 1;
