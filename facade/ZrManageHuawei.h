@@ -8,6 +8,7 @@
 #pragma once
 
 #include <list>
+#include <vector>
 #include <string>
 
 #include "CXoError.h"
@@ -73,6 +74,21 @@ class ZrManageHuawei {
   bool getSnapshotChangeList(std::string const& parentId, std::string const& baseSnapshotId,
                              std::string const& incrementalSnapshotId, _HuaweiSnapshotChangeListInfo& info);
   bool deleteSnapshotChangeListSession(std::string const& sessionId);
+
+  // ---- Share lookup, CIFS and NFS shares ----
+
+  // ---- LUN and LUN snapshot lookup, LUN snapshot lifecycle ----
+
+  // ---- Initiators, hosts and host groups ----
+
+  // ---- LUN groups ----
+
+  // ---- Mapping views ----
+
+  // ---- LUN provisioning ----
+
+  // ---- Clones ----
+
 
  private:
   FirstGenerationCall firstGeneration(OperationLog& log);

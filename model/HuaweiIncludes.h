@@ -3,5 +3,11 @@
 
 #include "HuaweiApiValues.h"
 #include "HuaweiArrayIdentityRecords.h"
+#include "HuaweiCloneRecords.h"
 #include "HuaweiFileSystemRecords.h"
+#include "HuaweiGroupRecords.h"
+#include "HuaweiHostRecords.h"
+#include "HuaweiLUNRecords.h"
+#include "HuaweiMappingViewRecords.h"
+#include "HuaweiShareRecords.h"
 #include "HuaweiSnapshotRecords.h"

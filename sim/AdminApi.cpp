@@ -26,7 +26,7 @@ json Body(const IncomingRequest& request) {
   return body;
 }
 
-std::map<std::string, std::string> Query(const std::string& target) {
+std::map<std::string, std::string> QueryParameters(const std::string& target) {
   std::map<std::string, std::string> values;
   const auto question = target.find('?');
   if (question == std::string::npos) return values;
@@ -94,6 +94,7 @@ HttpAnswer AdminApi::handle(const IncomingRequest& request) {
       return Answer({{"deviceId", sim.deviceId()}, {"address", sim.address()}, {"port", sim.port()},
                      {"caCertPath", sim.caCertPath()}});
     }
+    if (method == "GET" && path == "store") return Answer(sim.store().dump());
     if (method == "POST" && path == "reset") {
       sim.reset();
       return Answer(json::object());
@@ -133,7 +134,7 @@ HttpAnswer AdminApi::handle(const IncomingRequest& request) {
                      {"changeCount", pair.changeCount}});
     }
     if (method == "GET" && path == "difference") {
-      auto query = Query(request.target);
+      auto query = QueryParameters(request.target);
       const auto changes = sim.changeLists().difference(query["base"], query["incremental"]);
       json answer = {{"count", changes.size()}};
       if (query["list"] == "true") {

@@ -3,6 +3,7 @@
 // plain JSON in and out, {"error": "..."} with status 400 when something is wrong.
 //
 //   GET    /simulator/health                        {"deviceId", "address", "port", "caCertPath"}
+//   GET    /simulator/store                         the object store's dump (ObjectStore::dump)
 //   POST   /simulator/reset
 //   POST   /simulator/seed                          body: a seed (Seed.h)
 //   POST   /simulator/filesystems                   {"NAME", "vstoreId"?}  -> {"id"}

@@ -7,10 +7,11 @@ void AnswerStyles::set(const std::string& method, const std::string& route, cons
   styles_[{method, route}] = style;
 }
 
-AnswerStyle AnswerStyles::get(const std::string& method, const std::string& route) const {
+std::optional<AnswerStyle> AnswerStyles::find(const std::string& method, const std::string& route) const {
   std::lock_guard<std::mutex> lock(mutex_);
   const auto it = styles_.find({method, route});
-  return it == styles_.end() ? AnswerStyle{} : it->second;
+  if (it == styles_.end()) return std::nullopt;
+  return it->second;
 }
 
 void AnswerStyles::clear() {

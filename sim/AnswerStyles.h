@@ -5,6 +5,7 @@
 
 #include <map>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -26,7 +27,8 @@ struct AnswerStyle {
 class AnswerStyles {
  public:
   void set(const std::string& method, const std::string& route, const AnswerStyle& style);
-  AnswerStyle get(const std::string& method, const std::string& route) const;
+  // The style a test set for the route, if any.
+  std::optional<AnswerStyle> find(const std::string& method, const std::string& route) const;
   void clear();
 
  private:

@@ -135,10 +135,10 @@ ArrayEndpoint::Outcome ArrayEndpoint::serve(const IncomingRequest& request, cons
                                             const std::string& vstoreId) {
   const auto match = parts_.router.match(request.method, target.resourcePath);
   if (!match) return Outcome{Reply::Error(codes::kObjectNotFound, "The resource does not exist."), {}, 404, {}};
-  const ArrayRequest arrayRequest{request.method, target.resourcePath, target.parameters, request.body,
-                                  match->parameters, vstoreId};
+  const ArrayRequest arrayRequest{request.method, target.resourcePath, target.parameters, target.query,
+                                  request.body, match->parameters, vstoreId};
   Outcome outcome;
-  outcome.style = parts_.styles.get(request.method, match->pattern);
+  outcome.style = parts_.styles.find(request.method, match->pattern).value_or(match->style);
   try {
     std::lock_guard<std::recursive_mutex> lock(parts_.stateMutex);
     outcome.reply = (*match->handler)(arrayRequest);

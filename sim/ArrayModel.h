@@ -1,5 +1,7 @@
-// The array's state: every resource family, behind one lock. Handlers run under the lock; the
-// families' own methods take it too (it is recursive), so tests may call them at any time.
+// The array's state: the object store with its resource table, and the families that keep state
+// of their own (file trees, snapshots, change lists), behind one lock. Handlers run under the
+// lock; the families' own methods take it too (it is recursive), so tests may call them at any
+// time.
 #pragma once
 
 #include <mutex>
@@ -11,6 +13,8 @@
 #include "resources/InterfaceResources.h"
 #include "resources/SnapshotResources.h"
 #include "resources/SystemResources.h"
+#include "store/ObjectStore.h"
+#include "store/ResourceTable.h"
 
 namespace arraysim {
 
@@ -19,6 +23,9 @@ class ArrayModel {
   explicit ArrayModel(const std::string& deviceId);
 
   std::recursive_mutex& mutex() { return mutex_; }
+  ObjectStore& store() { return store_; }
+  // Rows added before the simulator is constructed around the model are served.
+  ResourceTable& resources() { return resources_; }
   SystemResources& system() { return system_; }
   FileSystemResources& fileSystems() { return fileSystems_; }
   InterfaceResources& interfaces() { return interfaces_; }
@@ -26,11 +33,14 @@ class ArrayModel {
   ChangeListResources& changeLists() { return changeLists_; }
 
   void registerRoutes(Router& router);
-  // Back to an empty array with default identity; the change-list page size stays.
+  // Back to an empty array with default identity; the change-list page size stays. Sequences
+  // of assigned identifiers start again.
   void clear();
 
  private:
   std::recursive_mutex mutex_;
+  ObjectStore store_;
+  ResourceTable resources_;
   SystemResources system_;
   FileSystemResources fileSystems_;
   InterfaceResources interfaces_;

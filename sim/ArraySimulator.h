@@ -88,6 +88,11 @@ class ArraySimulator {
   SystemResources& system() { return model_->system(); }
   FileSystemResources& fileSystems() { return model_->fileSystems(); }
   InterfaceResources& interfaces() { return model_->interfaces(); }
+  // Typed records and associations of the resources declared as rows (see ResourceTable.h):
+  // seed with insert() and associate(), read with get(), list() and count(), and compare
+  // whole states with dump().
+  ObjectStore& store() { return model_->store(); }
+  ResourceTable& resources() { return model_->resources(); }
   SnapshotResources& snapshots() { return model_->snapshots(); }
   ChangeListResources& changeLists() { return model_->changeLists(); }
   LiveFiles files(const std::string& fileSystemId) { return model_->fileSystems().files(fileSystemId); }

@@ -126,7 +126,8 @@ std::vector<std::string> ApplyFileSteps(ArrayModel& model, const std::string& fi
 
 void ApplySeed(ArrayModel& model, const json& seed) {
   std::lock_guard<std::recursive_mutex> lock(model.mutex());
-  RequireKnownKeys(seed, {"system", "ndmp", "vstores", "lifs", "filesystems", "changeListPageSize"}, "the seed");
+  RequireKnownKeys(seed, {"system", "ndmp", "vstores", "lifs", "filesystems", "changeListPageSize", "objects", "associations"},
+                   "the seed");
   if (const auto system = seed.find("system"); system != seed.end()) {
     if (!system->is_object()) throw std::invalid_argument("\"system\" must be a JSON object");
     for (const auto& item : system->items()) model.system().setSystemField(item.key(), Text(*system, item.key().c_str()));
@@ -166,6 +167,16 @@ void ApplySeed(ArrayModel& model, const json& seed) {
     model.interfaces().add(lif);
   }
   for (const auto& entry : List(seed, "filesystems")) SeedFileSystem(model, entry);
+  if (const auto objects = seed.find("objects"); objects != seed.end()) {
+    if (!objects->is_object()) throw std::invalid_argument("\"objects\" must map types to lists of records");
+    for (const auto& type : objects->items()) {
+      for (const auto& record : List(*objects, type.key().c_str())) model.store().insert(type.key(), record);
+    }
+  }
+  for (const auto& pair : List(seed, "associations")) {
+    if (!pair.is_array() || pair.size() != 4) throw std::invalid_argument("an association is [typeA, idA, typeB, idB]");
+    model.store().associate({pair[0], pair[1]}, {pair[2], pair[3]});
+  }
   if (seed.contains("changeListPageSize")) {
     model.changeLists().setPageSize(Number(seed, "changeListPageSize", model.changeLists().pageSize()));
   }

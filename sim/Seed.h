@@ -12,7 +12,9 @@
 //                    "refuseSnapDiff": 1, "refuseSnapshots": 0,       (-1: always)
 //                    "generate": {"files": 1000, "filesPerDirectory": 100, "fileSize": 4096},
 //                    "steps": [ ...file steps, see ApplyFileSteps... ]}],
-//   "changeListPageSize": 1000
+//   "changeListPageSize": 1000,
+//   "objects": {"lungroup": [{"ID": "1", "NAME": "lg1", "vstoreId": "3"}], ...},   store records
+//   "associations": [["lungroup", "1", "lun", "12"]]
 // }
 // Every key is optional; unknown keys are refused, so that a typo does not go unnoticed.
 #pragma once

@@ -23,7 +23,7 @@ constexpr size_t kMaxLineLength = 4096;
 // Files remembered at most; past that the cache starts over.
 constexpr size_t kMaxFiles = 64;
 // Far above the granularity of file timestamps on local Linux file systems (one clock tick).
-constexpr long long kSettleTimeNs = 1000000000LL;
+std::atomic<long long> settleTimeNs{1000000000LL};
 
 struct FileKey {
   dev_t device = 0;
@@ -148,10 +148,14 @@ std::shared_ptr<const CookieLines> CookieFileLines(const std::string& path) {
   }
   if (cache.entries.size() >= kMaxFiles && cache.entries.count(path) == 0) cache.entries.clear();
   const long long age = Nanoseconds(now) - std::max(Nanoseconds(key.modified), Nanoseconds(key.changed));
-  cache.entries[path] = Entry{key, writes, age > kSettleTimeNs, lines};
+  cache.entries[path] = Entry{key, writes, age >= settleTimeNs.load(std::memory_order_relaxed), lines};
   return lines;
 }
 
 void CookieFileWritten() { jarWrites.fetch_add(1, std::memory_order_acq_rel); }
+
+void SetCookieFileSettleTime(std::chrono::nanoseconds settle) {
+  settleTimeNs.store(settle.count(), std::memory_order_relaxed);
+}
 
 }  // namespace zrcurl

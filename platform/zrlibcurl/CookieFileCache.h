@@ -11,6 +11,7 @@
 // read again.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -26,5 +27,9 @@ std::shared_ptr<const CookieLines> CookieFileLines(const std::string& path);
 
 // To be called after this process wrote a cookie file.
 void CookieFileWritten();
+
+// How long after a file's last change its lines are trusted to stay as read (one second). A seam
+// for tests, which set zero to reach the trusted state without waiting.
+void SetCookieFileSettleTime(std::chrono::nanoseconds settle);
 
 }  // namespace zrcurl

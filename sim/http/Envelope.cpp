@@ -29,7 +29,11 @@ bool DataText(const Reply& reply, const AnswerStyle& style, std::string& text) {
 std::string RenderEnvelope(const Reply& reply, const AnswerStyle& style, bool withErrorObject) {
   std::string data;
   const bool hasData = DataText(reply, style, data);
-  const nlohmann::json error = {{"code", reply.code}, {"description", reply.description}};
+  nlohmann::json error = {{"code", reply.code}, {"description", reply.description}};
+  if (reply.code != 0) {
+    error["errorParam"] = "";
+    error["suggestion"] = reply.suggestion;
+  }
 
   std::string body = "{";
   if (hasData) body.append("\"data\":").append(data);

@@ -8,7 +8,7 @@
 
 namespace arraysim {
 
-// Error replies always carry "data":{}. `withErrorObject` false leaves "error" out, to imitate
+// Error replies always carry "data":{} and the error's "errorParam" and "suggestion". `withErrorObject` false leaves "error" out, to imitate
 // a broken answer.
 std::string RenderEnvelope(const Reply& reply, const AnswerStyle& style, bool withErrorObject = true);
 

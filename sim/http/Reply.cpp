@@ -33,10 +33,11 @@ Reply Reply::Text(std::string dataText) {
   return reply;
 }
 
-Reply Reply::Error(long long code, std::string description) {
+Reply Reply::Error(long long code, std::string description, std::string suggestion) {
   Reply reply;
   reply.code = code;
   reply.description = std::move(description);
+  reply.suggestion = std::move(suggestion);
   return reply;
 }
 

@@ -1,5 +1,6 @@
 // What a resource handler answers, before it is put into the array's envelope
-// {"data": ..., "error": {"code": N, "description": "..."}}.
+// {"data": ..., "error": {"code": N, "description": "..."}}; errors also carry "errorParam"
+// and "suggestion", as the array sends them.
 #pragma once
 
 #include <map>
@@ -16,6 +17,7 @@ struct ArrayRequest {
   std::string method;
   std::string path;                          // e.g. "fssnapshot/7@1", without the query
   std::map<std::string, std::string> query;  // values exactly as sent (nothing is decoded)
+  std::string queryText;                     // everything after the "?", as sent
   std::string body;
   std::vector<std::string> parameters;       // the values of the route's {} segments
   std::string accountVStoreId;               // the vStore of the logged-in account, if any
@@ -31,11 +33,13 @@ struct Reply {
   nlohmann::json data = nlohmann::json::object();
   bool isList = false;    // `data` is an array: the route's list style applies
   std::string dataText;   // pre-rendered `data`, used instead of `data` when not empty
+  std::string suggestion; // of an error
 
   static Reply Object(nlohmann::json data);
   static Reply List(nlohmann::json items);
   static Reply Text(std::string dataText);
-  static Reply Error(long long code, std::string description);
+  static Reply Error(long long code, std::string description,
+                     std::string suggestion = "Rectify the fault based on the error description and try again.");
 };
 
 }  // namespace arraysim

@@ -17,13 +17,15 @@ std::vector<std::string> Segments(std::string_view path) {
 
 }  // namespace
 
-void Router::add(std::string method, std::string pattern, RouteHandler handler) {
+void Router::add(std::string method, std::string pattern, RouteHandler handler, AnswerStyle style) {
   auto segments = Segments(pattern);
-  routes_.push_back(Route{std::move(method), std::move(pattern), std::move(segments), std::move(handler)});
+  routes_.push_back(Route{std::move(method), std::move(pattern), std::move(segments), std::move(handler), style});
 }
 
 std::optional<Router::Match> Router::match(const std::string& method, std::string_view path) const {
   const auto segments = Segments(path);
+  // A named segment wins over "{}": "lungroup/associate" is no identifier of "lungroup/{}".
+  std::optional<Match> best;
   for (const auto& route : routes_) {
     if (route.method != method || route.segments.size() != segments.size()) continue;
     std::vector<std::string> parameters;
@@ -36,9 +38,11 @@ std::optional<Router::Match> Router::match(const std::string& method, std::strin
         matches = route.segments[i] == segments[i];
       }
     }
-    if (matches) return Match{route.pattern, &route.handler, std::move(parameters)};
+    if (matches && (!best || parameters.size() < best->parameters.size())) {
+      best = Match{route.pattern, &route.handler, std::move(parameters), route.style};
+    }
   }
-  return std::nullopt;
+  return best;
 }
 
 }  // namespace arraysim

@@ -1,5 +1,6 @@
 // Finds the handler of a resource path. Patterns are paths whose "{}" segments match any one
 // non-empty segment ("fssnapshot/{}"); a trailing slash counts ("system/" is not "system").
+// Of several matching patterns, the one with the fewest "{}" segments serves.
 #pragma once
 
 #include <functional>
@@ -8,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "AnswerStyles.h"
 #include "http/Reply.h"
 
 namespace arraysim {
@@ -20,9 +22,10 @@ class Router {
     std::string pattern;
     const RouteHandler* handler;
     std::vector<std::string> parameters;
+    AnswerStyle style;  // the route's own shape, unless a test sets another in AnswerStyles
   };
 
-  void add(std::string method, std::string pattern, RouteHandler handler);
+  void add(std::string method, std::string pattern, RouteHandler handler, AnswerStyle style = {});
   std::optional<Match> match(const std::string& method, std::string_view path) const;
 
  private:
@@ -31,6 +34,7 @@ class Router {
     std::string pattern;
     std::vector<std::string> segments;
     RouteHandler handler;
+    AnswerStyle style;
   };
   std::vector<Route> routes_;
 };

@@ -1,55 +1,48 @@
 #include "resources/InterfaceResources.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace arraysim {
+namespace {
 
-InterfaceResources::InterfaceResources(std::recursive_mutex& mutex) : mutex_(mutex) {}
+using Field = std::pair<std::string LogicalInterface::*, const char*>;
 
-std::string InterfaceResources::add(LogicalInterface lif) {
-  std::lock_guard<std::recursive_mutex> lock(mutex_);
-  if (lif.id.empty()) lif.id = std::to_string(nextId_++);
-  interfaces_.push_back(std::move(lif));
-  return interfaces_.back().id;
+// The wire key of each field; the vStore keys only when set.
+constexpr Field kFields[] = {{&LogicalInterface::name, "NAME"},
+                             {&LogicalInterface::ipv4Address, "IPV4ADDR"},
+                             {&LogicalInterface::ipv6Address, "IPV6ADDR"},
+                             {&LogicalInterface::supportProtocol, "SUPPORTPROTOCOL"},
+                             {&LogicalInterface::role, "ROLE"},
+                             {&LogicalInterface::managementAccess, "MANAGEMENTACCESS"},
+                             {&LogicalInterface::vstoreId, "vstoreId"},
+                             {&LogicalInterface::vstoreName, "vstoreName"}};
+
+bool Optional(const char* key) { return key[0] == 'v'; }
+
+}  // namespace
+
+std::string InterfaceResources::add(const LogicalInterface& lif) {
+  Record record = Record::object();
+  if (!lif.id.empty()) record["ID"] = lif.id;
+  for (const auto& [field, key] : kFields) {
+    if (!Optional(key) || !(lif.*field).empty()) record[key] = lif.*field;
+  }
+  return store_.insert(kType, std::move(record));
 }
 
-void InterfaceResources::remove(const std::string& id) {
-  std::lock_guard<std::recursive_mutex> lock(mutex_);
-  interfaces_.erase(std::remove_if(interfaces_.begin(), interfaces_.end(),
-                                   [&](const LogicalInterface& lif) { return lif.id == id; }),
-                    interfaces_.end());
-}
+void InterfaceResources::remove(const std::string& id) { store_.erase(kType, id); }
 
 std::vector<LogicalInterface> InterfaceResources::list() const {
-  std::lock_guard<std::recursive_mutex> lock(mutex_);
-  return interfaces_;
-}
-
-void InterfaceResources::clear() {
-  std::lock_guard<std::recursive_mutex> lock(mutex_);
-  interfaces_.clear();
-  nextId_ = 1;
-}
-
-void InterfaceResources::registerRoutes(Router& router) {
-  router.add("GET", "lif", [this](const ArrayRequest&) { return listAll(); });
-}
-
-Reply InterfaceResources::listAll() const {
-  auto items = nlohmann::json::array();
-  for (const auto& lif : interfaces_) {
-    nlohmann::json record = {{"ID", lif.id},
-                             {"NAME", lif.name},
-                             {"IPV4ADDR", lif.ipv4Address},
-                             {"IPV6ADDR", lif.ipv6Address},
-                             {"SUPPORTPROTOCOL", lif.supportProtocol},
-                             {"ROLE", lif.role},
-                             {"MANAGEMENTACCESS", lif.managementAccess}};
-    if (!lif.vstoreId.empty()) record["vstoreId"] = lif.vstoreId;
-    if (!lif.vstoreName.empty()) record["vstoreName"] = lif.vstoreName;
-    items.push_back(std::move(record));
+  std::vector<LogicalInterface> interfaces;
+  for (const auto& record : store_.list(kType)) {
+    LogicalInterface lif;
+    lif.id = record["ID"];
+    for (const auto& [field, key] : kFields) lif.*field = record.value(key, "");
+    interfaces.push_back(std::move(lif));
   }
-  return Reply::List(std::move(items));
+  return interfaces;
 }
+
+void InterfaceResources::Declare(ResourceTable& table) { table.add(ResourceRoute("GET", "lif", kType, Action::List)); }
 
 }  // namespace arraysim

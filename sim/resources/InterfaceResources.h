@@ -1,12 +1,12 @@
-// Logical interfaces: GET lif.
+// Logical interfaces: GET lif. Records of the object store, read and written here as
+// LogicalInterface for tests.
 #pragma once
 
-#include <map>
-#include <mutex>
 #include <string>
 #include <vector>
 
-#include "http/Router.h"
+#include "store/ObjectStore.h"
+#include "store/ResourceTable.h"
 
 namespace arraysim {
 
@@ -24,22 +24,19 @@ struct LogicalInterface {
 
 class InterfaceResources {
  public:
-  explicit InterfaceResources(std::recursive_mutex& mutex);
+  explicit InterfaceResources(ObjectStore& store) : store_(store) {}
 
-  // Adds an interface and answers its identifier; interfaces are listed in the order added.
-  std::string add(LogicalInterface lif);
+  // Adds an interface and answers its identifier; without given identifiers, interfaces are
+  // listed in the order added.
+  std::string add(const LogicalInterface& lif);
   void remove(const std::string& id);
   std::vector<LogicalInterface> list() const;
 
-  void clear();
-  void registerRoutes(Router& router);
+  static void Declare(ResourceTable& table);
+  static constexpr const char* kType = "lif";
 
  private:
-  Reply listAll() const;
-
-  std::recursive_mutex& mutex_;
-  std::vector<LogicalInterface> interfaces_;
-  unsigned nextId_ = 1;
+  ObjectStore& store_;
 };
 
 }  // namespace arraysim

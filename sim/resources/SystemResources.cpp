@@ -4,8 +4,8 @@
 
 namespace arraysim {
 
-SystemResources::SystemResources(std::recursive_mutex& mutex, std::string deviceId)
-    : mutex_(mutex), deviceId_(std::move(deviceId)) {
+SystemResources::SystemResources(std::recursive_mutex& mutex, ObjectStore& store, std::string deviceId)
+    : mutex_(mutex), store_(store), deviceId_(std::move(deviceId)) {
   clear();
 }
 
@@ -22,7 +22,6 @@ void SystemResources::clear() {
              {"DESCRIPTION", ""}};
   ndmp_.clear();
   ndmp_[""] = NdmpSettings{};
-  vstores_.clear();
 }
 
 nlohmann::json SystemResources::systemRecord() const {
@@ -58,27 +57,29 @@ std::optional<NdmpSettings> SystemResources::ndmp(const std::string& vstoreId) c
 }
 
 void SystemResources::addVStore(const VStore& vstore) {
-  std::lock_guard<std::recursive_mutex> lock(mutex_);
-  vstores_[vstore.id] = vstore;
+  store_.erase(kVStoreType, vstore.id);
+  store_.insert(kVStoreType, {{"ID", vstore.id}, {"NAME", vstore.name}, {"RUNNINGSTATUS", vstore.runningStatus}});
 }
 
-void SystemResources::removeVStore(const std::string& id) {
-  std::lock_guard<std::recursive_mutex> lock(mutex_);
-  vstores_.erase(id);
-}
+void SystemResources::removeVStore(const std::string& id) { store_.erase(kVStoreType, id); }
 
 std::optional<VStore> SystemResources::vstore(const std::string& id) const {
-  std::lock_guard<std::recursive_mutex> lock(mutex_);
-  const auto it = vstores_.find(id);
-  if (it == vstores_.end()) return std::nullopt;
-  return it->second;
+  const auto record = store_.get(kVStoreType, id);
+  if (!record) return std::nullopt;
+  return VStore{id, record->value("NAME", ""), record->value("RUNNINGSTATUS", "")};
 }
 
 void SystemResources::registerRoutes(Router& router) {
   router.add("GET", "system/", [this](const ArrayRequest&) { return getSystem(); });
   router.add("GET", "ndmpservice", [this](const ArrayRequest&) { return getNdmp(""); });
   router.add("GET", "ndmpservice/{}", [this](const ArrayRequest& r) { return getNdmp(r.parameters[0]); });
-  router.add("GET", "vstore/{}", [this](const ArrayRequest& r) { return getVStore(r.parameters[0]); });
+}
+
+void SystemResources::Declare(ResourceTable& table) {
+  // A vStore belongs to none, so every login sees them all.
+  table.add(ResourceRoute("GET", "vstore/{}", kVStoreType, Action::Get)
+                .absentAs(codes::kObjectNotFound, "The vStore does not exist.")
+                .unscoped());
 }
 
 Reply SystemResources::getSystem() const { return Reply::Object(system_); }
@@ -92,12 +93,6 @@ Reply SystemResources::getNdmp(const std::string& vstoreId) const {
   if (!s.vstoreId.empty()) data["vstoreId"] = s.vstoreId;
   if (!s.vstoreName.empty()) data["vstoreName"] = s.vstoreName;
   return Reply::Object(std::move(data));
-}
-
-Reply SystemResources::getVStore(const std::string& id) const {
-  const auto it = vstores_.find(id);
-  if (it == vstores_.end()) return Reply::Error(codes::kObjectNotFound, "The vStore does not exist.");
-  return Reply::Object({{"ID", it->second.id}, {"NAME", it->second.name}, {"RUNNINGSTATUS", it->second.runningStatus}});
 }
 
 }  // namespace arraysim

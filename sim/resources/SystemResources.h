@@ -9,6 +9,8 @@
 #include <nlohmann/json.hpp>
 
 #include "http/Router.h"
+#include "store/ObjectStore.h"
+#include "store/ResourceTable.h"
 
 namespace arraysim {
 
@@ -31,7 +33,7 @@ struct VStore {
 
 class SystemResources {
  public:
-  SystemResources(std::recursive_mutex& mutex, std::string deviceId);
+  SystemResources(std::recursive_mutex& mutex, ObjectStore& store, std::string deviceId);
 
   // The record of GET system/. It starts with ID (the device identifier), NAME,
   // HEALTHSTATUS "1", RUNNINGSTATUS "1", PRODUCTVERSION and a few more strings.
@@ -48,20 +50,22 @@ class SystemResources {
   void removeVStore(const std::string& id);
   std::optional<VStore> vstore(const std::string& id) const;
 
-  // Back to the defaults: the system record, array-wide NDMP settings, no vStores.
+  // Back to the defaults: the system record and array-wide NDMP settings. The vStores are
+  // records of the store, which is cleared with it.
   void clear();
   void registerRoutes(Router& router);
+  static void Declare(ResourceTable& table);
+  static constexpr const char* kVStoreType = "vstore";
 
  private:
   Reply getSystem() const;
   Reply getNdmp(const std::string& vstoreId) const;
-  Reply getVStore(const std::string& id) const;
 
   std::recursive_mutex& mutex_;
+  ObjectStore& store_;
   std::string deviceId_;
   nlohmann::json system_;
   std::map<std::string, NdmpSettings> ndmp_;
-  std::map<std::string, VStore> vstores_;
 };
 
 }  // namespace arraysim

@@ -29,8 +29,7 @@ inline std::vector<std::string> cookieFiles(unsigned long long jobId, const std:
 
 inline unsigned modeOf(const std::string& path) {
   struct stat status {};
-  if (stat(path.c_str(), &status) != 0) return 0;
-  return status.st_mode & 0777;
+  return stat(path.c_str(), &status) == 0 ? status.st_mode & 0777 : 0;
 }
 
 // A transport that logged in the way the facade does, for tests of single sends.

@@ -1,10 +1,12 @@
 #include <sys/stat.h>
 
 #include <atomic>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <thread>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,86 +18,102 @@
 namespace {
 
 using sessiontest::cookieFiles;
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::MatchesRegex;
+
+std::string Contents(const std::string& path) {
+  std::ifstream in(path);
+  std::stringstream content;
+  content << in.rdbuf();
+  return content.str();
+}
 
 class SessionLifecycle : public zrtest::ArrayClientTest {};
 
-TEST_F(SessionLifecycle, LoginSendsTheHandBuiltBodyToTheFixedSessionsPath) {
+TEST_F(SessionLifecycle, LoginSendsTheHandBuiltBodyAndKeepsTheAccountsVStore) {
   zrtest::LogCapture log;
   auto array = facade();
   ASSERT_TRUE(array->createSession());
-
   const auto login = requests().front();
-  EXPECT_EQ(login.method, "POST");
-  EXPECT_EQ(login.target, "/deviceManager/rest/xxxxx/sessions");
-  EXPECT_EQ(login.body, "{\"username\":\"admin\", \"password\":\"Admin@storage1\", \"scope\":\"0\" }");
-  EXPECT_EQ(login.header("Content-Type"), "application/json");
+  EXPECT_EQ(login.method + " " + login.target, "POST /deviceManager/rest/xxxxx/sessions");
+  EXPECT_EQ(login.body, R"({"username":"admin", "password":"Admin@storage1", "scope":"0" })");
   EXPECT_FALSE(login.hasHeader("iBaseToken"));
-
-  // The login answer is logged with its resource and body replaced.
   EXPECT_TRUE(log.ContainsLineWith(5, "Resource[LOGIN] Body[LOGIN INFO] Response[")) << log.Dump();
-  EXPECT_TRUE(log.ContainsLineWith(0, "Initializing Huawei params."));
   EXPECT_TRUE(log.ContainsLineWith(5, "Device ID[" + sim().deviceId() + "] and vStoreId[-12345]"));
   EXPECT_EQ(array->getvStoreId(), "-12345");
-}
 
-TEST_F(SessionLifecycle, LaterRequestsCarryTokenCookieAndDevice) {
-  auto array = loggedInFacade();
-  _HuaweiSystemInformation info;
-  ASSERT_TRUE(array->getSystemInformation(info));
-  const auto sessions = sim().sessions().open();
-  ASSERT_EQ(sessions.size(), 1u);
-  const auto get = lastRequest();
-  EXPECT_EQ(get.target, devicePath() + "system/");
-  EXPECT_EQ(get.header("iBaseToken"), sessions.front().token);
-  EXPECT_THAT(get.header("Cookie"), HasSubstr("session=" + sessions.front().cookie));
-}
-
-TEST_F(SessionLifecycle, VstoreOfTheAccountIsKept) {
   sim().sessions().addAccount({"tenant", "Tenant@pass1", "7"});
-  zrtest::LogCapture log;
-  ZrManageHuawei array(kJobId);
-  ASSERT_TRUE(array.createSession("tenant", "Tenant@pass1", host()));
-  EXPECT_EQ(array.getvStoreId(), "7");
+  ZrManageHuawei tenant(kJobId);
+  ASSERT_TRUE(tenant.createSession("tenant", "Tenant@pass1", host()));
+  EXPECT_EQ(tenant.getvStoreId(), "7");
   EXPECT_TRUE(log.ContainsLineWith(5, "] and vStoreId[7]"));
 }
 
-TEST_F(SessionLifecycle, CookieFileIsPrivateNamedByJobTimeHostAndAddressAndRemovedAtTheEnd) {
+// The file is named by job, time, host and address, private, and removed by the destructor; a
+// closed session leaves it, and the destructor removes only the path it holds last.
+TEST_F(SessionLifecycle, CookieFileLivesFromLoginToDestruction) {
   const unsigned long long job = 9001;
-  std::string path;
+  std::string earlier;
   {
     auto array = loggedInFacade(job);
     const auto files = cookieFiles(job, host());
     ASSERT_EQ(files.size(), 1u);
-    path = files.front();
-    EXPECT_THAT(path, MatchesRegex("/tmpHUAWEI-9001_[0-9]+_" + host() + "_0x[0-9a-f]+"));
-    EXPECT_EQ(sessiontest::modeOf(path), 0600u);
-    std::ifstream jar(path);
-    std::stringstream content;
-    content << jar.rdbuf();
-    EXPECT_THAT(content.str(), HasSubstr(sim().sessions().open().front().cookie));
+    EXPECT_THAT(files.front(), testing::MatchesRegex("/tmpHUAWEI-9001_[0-9]+_" + host() + "_0x[0-9a-f]+"));
+    EXPECT_EQ(sessiontest::modeOf(files.front()), 0600u);
+    EXPECT_THAT(Contents(files.front()), HasSubstr(sim().sessions().open().front().cookie));
+    ASSERT_TRUE(array->closeSession());
+    earlier = files.front() + "_earlier";
+    ASSERT_EQ(std::rename(files.front().c_str(), earlier.c_str()), 0);
+    ASSERT_TRUE(array->createSession());
   }
-  EXPECT_TRUE(cookieFiles(job, host()).empty());
-  // The destructor logged out.
-  EXPECT_EQ(requests().back().method, "DELETE");
-  EXPECT_EQ(requests().back().target, devicePath() + "sessions");
+  EXPECT_EQ(cookieFiles(job, host()), std::vector<std::string>{earlier});
+  std::remove(earlier.c_str());
+  EXPECT_EQ(requests().back().method + " " + requests().back().resource, "DELETE sessions");  // the destructor's
   EXPECT_TRUE(sim().sessions().open().empty());
 }
 
-TEST_F(SessionLifecycle, ALaterSessionLeavesTheEarlierCookieFileOnDisk) {
-  const unsigned long long job = 9002;
-  {
-    auto array = loggedInFacade(job);
-    ASSERT_TRUE(array->closeSession());
-    sleep(1);  // the time in the name makes the second path differ
-    ASSERT_TRUE(array->createSession());
-    EXPECT_EQ(cookieFiles(job, host()).size(), 2u);
-  }
-  const auto left = cookieFiles(job, host());
-  ASSERT_EQ(left.size(), 1u);  // only the path held last is removed
-  std::remove(left.front().c_str());
+TEST_F(SessionLifecycle, OpenAndCloseAreIdempotent) {
+  zrtest::LogCapture log;
+  auto array = loggedInFacade();
+  array->setCredentials("other", "other", "10.255.255.1");
+  EXPECT_TRUE(array->createSession());
+  EXPECT_TRUE(requests().empty());
+  EXPECT_TRUE(log.HasLine(0, "ZrManageHuawei::createSession", "Huawei params already initialized."));
+  ASSERT_TRUE(array->closeSession());
+  ASSERT_TRUE(array->closeSession());
+  EXPECT_EQ(requestLines(), std::vector<std::string>{"DELETE sessions"});
+  EXPECT_TRUE(log.ContainsLineWith(5, "Closing the file server session with token["));
+  EXPECT_TRUE(log.HasLine(7, "ZrManageHuawei::closeSession", "File server session already closed."));
+}
+
+TEST_F(SessionLifecycle, LoginsThatCannotStartSendNothing) {
+  zrtest::LogCapture log;
+  ZrManageHuawei array(kJobId);
+  EXPECT_FALSE(array.createSession());
+  EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::createSession", "Control host is empty. Error initializing Huawei Params"));
+  EXPECT_FALSE(array.createSession("admin", "", host()));
+  EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONGetTokenInfo::buildRequest", "Unable to build the request. Invalid parameters!!"));
+  EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::setTokenInfo", "Unable to build the request body"));
+  // The logout of the clean-up is stopped by the parameter check: no token yet.
+  EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::closeSession", "Unable to close the file server session."));
+  EXPECT_TRUE(log.ContainsLineWith(-1, "Set the server params correctly. Params: [admin:password:EMPTY::" + host()));
+  EXPECT_TRUE(requests().empty());
+  // Still closed: the next createSession logs in.
+  EXPECT_TRUE(array.createSession(arraysim::SimulatorOptions::kDefaultUser, arraysim::SimulatorOptions::kDefaultPassword,
+                                  host()));
+}
+
+TEST_F(SessionLifecycle, WrongPasswordReportsTheArraysCodeAndMasksThePassword) {
+  zrtest::LogCapture log;
+  ZrManageHuawei array(kJobId);
+  EXPECT_FALSE(array.createSession("admin", "wrongpass", host()));
+  unsigned long long code = 0;
+  std::string text;
+  array.GetErrorInfo(code, text);
+  EXPECT_EQ(code, 1077949061ULL);
+  EXPECT_EQ(text, "The user name or password is incorrect.");
+  EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::setTokenInfo", "Unable to get the base token information"));
+  EXPECT_TRUE(log.ContainsLineWith(-1, R"(Body[{"username":"admin", "password":"*********", "scope":"0" }])"));
+  EXPECT_FALSE(log.ContainsText("wrongpass"));
 }
 
 TEST_F(SessionLifecycle, CookieFileIsKeptWhateverFileSystemTheWorkingDirectoryIsOn) {
@@ -153,115 +171,35 @@ TEST_F(SessionLifecycle, FacadesOnManyThreadsKeepTheirOwnSessions) {
   EXPECT_TRUE(sim().sessions().open().empty());
 }
 
-TEST_F(SessionLifecycle, CloseSessionLogsOutOnceAndTheFlagFollows) {
-  zrtest::LogCapture log;
-  auto array = loggedInFacade();
-  ASSERT_TRUE(array->closeSession());
-  EXPECT_THAT(requestLines(), ElementsAre("DELETE sessions"));
-  EXPECT_TRUE(log.ContainsLineWith(5, "Closing the file server session with token["));
-
-  ASSERT_TRUE(array->closeSession());
-  EXPECT_EQ(requests().size(), 1u);
-  EXPECT_TRUE(log.HasLine(7, "ZrManageHuawei::closeSession", "File server session already closed."));
-
-  // Closed: a first-generation operation fails in its guard and sends nothing.
-  _HuaweiSystemInformation info;
-  EXPECT_FALSE(array->getSystemInformation(info));
-  EXPECT_EQ(requests().size(), 1u);
-}
-
-TEST_F(SessionLifecycle, OpenSessionIsNotReopened) {
-  zrtest::LogCapture log;
-  auto array = loggedInFacade();
-  array->setCredentials("other", "other", "10.255.255.1");
-  EXPECT_TRUE(array->createSession());
-  EXPECT_TRUE(requests().empty());
-  EXPECT_TRUE(log.HasLine(0, "ZrManageHuawei::createSession", "Huawei params already initialized."));
-}
-
-TEST_F(SessionLifecycle, NoControlHostSendsNothing) {
-  zrtest::LogCapture log;
-  ZrManageHuawei array(kJobId);
-  EXPECT_FALSE(array.createSession());
-  EXPECT_TRUE(requests().empty());
-  EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::createSession", "Control host is empty. Error initializing Huawei Params"));
-  // Still closed: the next createSession with a host logs in.
-  EXPECT_TRUE(array.createSession(arraysim::SimulatorOptions::kDefaultUser,
-                                  arraysim::SimulatorOptions::kDefaultPassword, host()));
-}
-
-TEST_F(SessionLifecycle, EmptyPasswordFailsBuildingAndClosesAgain) {
-  zrtest::LogCapture log;
-  ZrManageHuawei array(kJobId);
-  EXPECT_FALSE(array.createSession("admin", "", host()));
-  EXPECT_TRUE(requests().empty());
-  EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONGetTokenInfo::buildRequest", "Unable to build the request. Invalid parameters!!"));
-  EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::setTokenInfo", "Unable to build the request body"));
-  // The logout of the clean-up is stopped by the parameter check: no token yet.
-  EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::closeSession", "Unable to close the file server session."));
-  EXPECT_TRUE(log.ContainsLineWith(-1, "Set the server params correctly. Params: [admin:password:EMPTY::" + host()));
-}
-
-TEST_F(SessionLifecycle, WrongPasswordReportsTheArraysCodeAndMasksThePassword) {
-  zrtest::LogCapture log;
-  ZrManageHuawei array(kJobId);
-  EXPECT_FALSE(array.createSession("admin", "wrongpass", host()));
-  unsigned long long code = 0;
-  std::string text;
-  array.GetErrorInfo(code, text);
-  EXPECT_EQ(code, 1077949061ULL);
-  EXPECT_EQ(text, "The user name or password is incorrect.");
-  EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::setTokenInfo", "Unable to get the base token information"));
-  EXPECT_TRUE(log.ContainsLineWith(-1, "Body[{\"username\":\"admin\", \"password\":\"*********\", \"scope\":\"0\" }]"))
-      << log.Dump();
-  EXPECT_FALSE(log.ContainsText("wrongpass"));
-}
-
 TEST_F(SessionLifecycle, PasswordNeverReachesALogLineOrAFile) {
   // A password holding a quote and the text that closes the masked value, and a plain one.
   const std::string awkward = "Canary\"Pw\", \"scope\"-7Q";
-  const std::string plain = "Second-Canary-9z";
   sim().sessions().addAccount({"awkward", awkward, ""});
-  sim().sessions().addAccount({"plain", plain, ""});
+  sim().sessions().addAccount({"plain", "Second-Canary-9z", ""});
   zrtest::LogCapture log;
   const unsigned long long job = 9003;
   std::string jar;
   {
     // Nothing is escaped in the login body, so this one cannot log in; the failure is logged in full.
-    ZrManageHuawei refused(job);
-    EXPECT_FALSE(refused.createSession("awkward", awkward, host()));
-  }
-  {
-    // A user name holding the closing text: the masking must not stop in front of the password.
-    ZrManageHuawei hostileName(job);
-    EXPECT_FALSE(hostileName.createSession("u\", \"scope\"", "Third-Canary-5x", host()));
-  }
-  {
+    EXPECT_FALSE(ZrManageHuawei(job).createSession("awkward", awkward, host()));
+    // A user name holding the closing text must not stop the masking in front of the password.
+    EXPECT_FALSE(ZrManageHuawei(job).createSession("u\", \"scope\"", "Third-Canary-5x", host()));
     ZrManageHuawei array(job);
-    ASSERT_TRUE(array.createSession("plain", plain, host()));
+    ASSERT_TRUE(array.createSession("plain", "Second-Canary-9z", host()));
     _HuaweiSystemInformation info;
-    EXPECT_TRUE(array.getSystemInformation(info));
     sim().faults().add(arraysim::FaultRule::On("GET", "system/").arrayError(-401, "expired"));
     EXPECT_FALSE(array.getSystemInformation(info));
     // An array that echoes the password back in its description.
-    sim().faults().add(arraysim::FaultRule::On("GET", "system/").arrayError(5, "bad " + plain));
+    sim().faults().add(arraysim::FaultRule::On("GET", "system/").arrayError(5, "bad Second-Canary-9z"));
     EXPECT_FALSE(array.getSystemInformation(info));
-    for (const auto& file : cookieFiles(job, host())) {
-      std::ifstream in(file);
-      std::stringstream content;
-      content << in.rdbuf();
-      jar += content.str();
-    }
+    for (const auto& file : cookieFiles(job, host())) jar += Contents(file);
   }
   ASSERT_GT(log.Lines().size(), 10u);
   for (const auto& line : log.Lines()) {
-    for (const char* piece : {"Canary", "-7Q", "Second-Canary-9z"}) {
-      EXPECT_EQ(line.text.find(piece), std::string::npos) << line.text;
-    }
+    for (const char* piece : {"Canary", "-7Q"}) EXPECT_EQ(line.text.find(piece), std::string::npos) << line.text;
   }
   EXPECT_FALSE(jar.empty());
   EXPECT_EQ(jar.find("Canary"), std::string::npos);
-  EXPECT_TRUE(cookieFiles(job, host()).empty());
 }
 
 }  // namespace

@@ -91,20 +91,15 @@ TEST(ObjectParse, AcceptsDeepNestingWithinLimit) {
   EXPECT_EQ(depth, Object::kMaxDepth);
 }
 
-TEST(ObjectParse, StreamStopsBehindClosingBrace) {
+// A stream goes on behind the closing brace; a failed parse frees what was there before.
+TEST(ObjectParse, StopsBehindTheClosingBraceAndFreesEarlierContent) {
   std::istringstream input(R"({"a":1} {"b":2})");
-  Object first;
-  Object second;
+  Object first, second;
   ASSERT_TRUE(first.parse(input));
   ASSERT_TRUE(second.parse(input));
   EXPECT_EQ(written(second), R"({"b": 2})");
-}
-
-TEST(ObjectParse, FreesEarlierContent) {
-  Object object;
-  ASSERT_TRUE(object.parse(R"({"a":1})"));
-  EXPECT_FALSE(object.parse("nonsense"));
-  EXPECT_TRUE(object.empty());
+  EXPECT_FALSE(second.parse("nonsense"));
+  EXPECT_TRUE(second.empty());
 }
 
 TEST(ValueParse, TakesFirstKindThatFits) {

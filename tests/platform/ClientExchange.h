@@ -1,6 +1,9 @@
-// One request through a fresh ZRLibCurl, the way the transport sends it, for the client tests.
+// One request through a fresh ZRLibCurl, the way the transport sends it, and the files around
+// it, for the client tests.
 #pragma once
 
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -43,9 +46,29 @@ inline ZRLibCurlOptions TrustingLocalCa() {
   return options;
 }
 
-// Client settings are process-wide: every test starts from its own and leaves the defaults.
+// One line of a Netscape cookie file.
+inline std::string CookieLine(const std::string& name, const std::string& value, const std::string& domain = "127.0.0.1",
+                              const std::string& path = "/", const std::string& expires = "0") {
+  return domain + "\tFALSE\t" + path + "\tFALSE\t" + expires + "\t" + name + "\t" + value + "\n";
+}
+
+// Writes the file in place (same inode when it exists) and gives its path.
+inline std::string WriteFile(const std::string& path, const std::string& text) {
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << text;
+  return path;
+}
+
+inline std::string Contents(const std::string& path) {
+  std::ifstream in(path);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// Client settings are process-wide: every test starts trusting the local CA and leaves the defaults.
 class ClientTest : public testing::Test {
  protected:
+  void SetUp() override { ZRLibCurlSetOptions(TrustingLocalCa()); }
   void TearDown() override { ZRLibCurlSetOptions(ZRLibCurlOptions()); }
 };
 

@@ -29,10 +29,7 @@ int BindLoopback(int& port) {
 
 SilentListener::SilentListener() {
   socket_ = BindLoopback(port_);
-  if (::listen(socket_, 16) != 0) {
-    ::close(socket_);
-    throw std::runtime_error("cannot listen on a loopback port");
-  }
+  if (::listen(socket_, 16) != 0) throw std::runtime_error("cannot listen on a loopback port");
 }
 
 SilentListener::~SilentListener() { ::close(socket_); }

@@ -10,7 +10,6 @@ class SilentListener {
   ~SilentListener();
   SilentListener(const SilentListener&) = delete;
   SilentListener& operator=(const SilentListener&) = delete;
-
   int Port() const { return port_; }
 
  private:

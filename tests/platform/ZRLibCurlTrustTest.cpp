@@ -1,5 +1,6 @@
+// Which servers a client accepts: verification is on unless switched off by opt-in, and
+// connections verified under one set of trust settings never serve the next.
 #include <functional>
-#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -10,92 +11,58 @@
 namespace platformtest {
 namespace {
 
-struct TrustCase {
-  const char* name;
-  const arraysim::CertificateFiles& (*serverCertificates)();
-  std::function<void(ZRLibCurlOptions&)> configure;
-  bool accepted;
-  const char* loggedReason;  // in a client log line when refused
-};
+class ZRLibCurlTrust : public ClientTest {};
 
-void PrintTo(const TrustCase& trustCase, std::ostream* out) { *out << trustCase.name; }
-
-std::string CaseName(const testing::TestParamInfo<TrustCase>& info) { return info.param.name; }
-
-class ZRLibCurlTrust : public testing::TestWithParam<TrustCase> {
- protected:
-  // Fresh settings close the pooled connection first, so the server stops without waiting for it.
-  void TearDown() override {
-    ZRLibCurlSetOptions(ZRLibCurlOptions());
-    server_.reset();
-  }
-  std::optional<HttpsTestServer> server_;
-};
-
-TEST_P(ZRLibCurlTrust, AcceptsOnlyServersTheSettingsTrust) {
-  const TrustCase& trustCase = GetParam();
-  HttpsTestServer& server = server_.emplace(trustCase.serverCertificates());
-  ZRLibCurlOptions options;
-  trustCase.configure(options);
-  ZRLibCurlSetOptions(options);
-  zrtest::LogCapture log;
-
-  const Exchange exchange = SendOnce(HTTP_REQ_GET, server.Url("/system/"));
-
-  EXPECT_EQ(exchange.sent, trustCase.accepted) << log.Dump();
-  if (trustCase.accepted) {
-    EXPECT_EQ(exchange.status, 200);
-    EXPECT_EQ(server.Requests().size(), 1u);
-  } else {
-    EXPECT_EQ(exchange.status, 0);
-    EXPECT_EQ(exchange.body, "");
-    EXPECT_TRUE(server.Requests().empty()) << "a refused server must not see the request";
-    EXPECT_TRUE(log.ContainsLineWith(-1, trustCase.loggedReason)) << log.Dump();
+TEST_F(ZRLibCurlTrust, AcceptsOnlyServersTheSettingsTrust) {
+  using Configure = std::function<void(ZRLibCurlOptions&)>;
+  const auto ca = [](const arraysim::CertificateFiles& files) {
+    return [&files](ZRLibCurlOptions& o) { o.caBundlePath = files.caCertPath; };
+  };
+  const auto pinned = [](const arraysim::CertificateFiles& pin) {
+    return [&pin](ZRLibCurlOptions& o) {
+      o.caBundlePath = LocalCertificates().caCertPath;
+      o.pinnedPublicKey = arraysim::PublicKeyPin(pin.serverCertPath);
+    };
+  };
+  const struct {
+    const arraysim::CertificateFiles& server;
+    Configure configure;
+    const char* refusal;  // in a client log line; nullptr: accepted
+  } cases[] = {
+      {LocalCertificates(), [](ZRLibCurlOptions&) {}, "certificate problem"},  // the system store
+      {LocalCertificates(), ca(LocalCertificates()), nullptr},
+      {LocalCertificates(), ca(OtherCertificates()), "certificate problem"},
+      {LocalCertificates(), pinned(LocalCertificates()), nullptr},
+      {LocalCertificates(), pinned(OtherCertificates()), "pinned public key"},
+      {ForeignAddressCertificates(), ca(ForeignAddressCertificates()), "subject name"},
+      {LocalCertificates(), [](ZRLibCurlOptions& o) { o.caBundlePath = "/nonexistent/ca.pem"; },
+       "cannot load the CA bundle /nonexistent/ca.pem"},
+      {LocalCertificates(), [](ZRLibCurlOptions& o) { o.verifyPeer = false; }, nullptr},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    ZRLibCurlOptions options;
+    c.configure(options);
+    ZRLibCurlSetOptions(options);
+    HttpsTestServer server(c.server);
+    zrtest::LogCapture log;
+    const Exchange exchange = SendOnce(HTTP_REQ_GET, server.Url("/system/"));
+    EXPECT_EQ(exchange.sent, c.refusal == nullptr) << log.Dump();
+    EXPECT_EQ(exchange.status, c.refusal == nullptr ? 200 : 0);
+    EXPECT_EQ(server.Requests().size(), c.refusal == nullptr ? 1u : 0u) << "a refused server must not see the request";
+    if (c.refusal != nullptr) {
+      EXPECT_TRUE(log.ContainsLineWith(-1, c.refusal)) << log.Dump();
+    }
+    ZRLibCurlSetOptions(ZRLibCurlOptions());  // closes the pooled connection before the server stops
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Servers, ZRLibCurlTrust,
-    testing::Values(
-        TrustCase{"UnknownCaRefusedBySystemStore", LocalCertificates, [](ZRLibCurlOptions&) {}, false,
-                  "certificate problem"},
-        TrustCase{"AcceptedWithItsCaGiven", LocalCertificates,
-                  [](ZRLibCurlOptions& o) { o.caBundlePath = LocalCertificates().caCertPath; }, true, ""},
-        TrustCase{"RefusedWithAnotherCaGiven", LocalCertificates,
-                  [](ZRLibCurlOptions& o) { o.caBundlePath = OtherCertificates().caCertPath; }, false,
-                  "certificate problem"},
-        TrustCase{"AcceptedWithTheRightPin", LocalCertificates,
-                  [](ZRLibCurlOptions& o) {
-                    o.caBundlePath = LocalCertificates().caCertPath;
-                    o.pinnedPublicKey = arraysim::PublicKeyPin(LocalCertificates().serverCertPath);
-                  },
-                  true, ""},
-        TrustCase{"RefusedWithAWrongPin", LocalCertificates,
-                  [](ZRLibCurlOptions& o) {
-                    o.caBundlePath = LocalCertificates().caCertPath;
-                    o.pinnedPublicKey = arraysim::PublicKeyPin(OtherCertificates().serverCertPath);
-                  },
-                  false, "pinned public key"},
-        TrustCase{"RefusedForAnotherAddress", ForeignAddressCertificates,
-                  [](ZRLibCurlOptions& o) { o.caBundlePath = ForeignAddressCertificates().caCertPath; }, false,
-                  "subject name"},
-        TrustCase{"RefusedWhenTheCaBundleIsMissing", LocalCertificates,
-                  [](ZRLibCurlOptions& o) { o.caBundlePath = "/nonexistent/ca.pem"; }, false,
-                  "cannot load the CA bundle /nonexistent/ca.pem"},
-        TrustCase{"AcceptedUnverifiedOnlyByOptIn", LocalCertificates,
-                  [](ZRLibCurlOptions& o) { o.verifyPeer = false; }, true, ""}),
-    CaseName);
-
-TEST(ZRLibCurlTrustWarning, SwitchedOffVerificationWarnsForEveryClient) {
+TEST_F(ZRLibCurlTrust, SwitchedOffVerificationWarnsForEveryClient) {
   ZRLibCurlOptions options;
   options.verifyPeer = false;
   ZRLibCurlSetOptions(options);
   zrtest::LogCapture log;
-  for (int i = 0; i < 2; ++i) {
-    ZRLibCurl client;
-    ASSERT_TRUE(client.ZRLibCurlInit("Content-Type: application/json", true, true, nullptr));
-  }
-  ZRLibCurlSetOptions(ZRLibCurlOptions());
+  for (int i = 0; i < 2; ++i) ZRLibCurl().ZRLibCurlInit("Content-Type: application/json", true, true, nullptr);
   int warnings = 0;
   for (const tklog::LogLine& line : log.Lines()) {
     warnings += line.level <= 0 && line.text.find("verification is switched off") != std::string::npos;
@@ -103,13 +70,10 @@ TEST(ZRLibCurlTrustWarning, SwitchedOffVerificationWarnsForEveryClient) {
   EXPECT_EQ(warnings, 2) << log.Dump();
 }
 
-// Connections verified under one set of trust settings must not serve clients made under the
-// next: a pooled connection would skip the new pin check.
-TEST(ZRLibCurlTrustChange, NewSettingsDoNotReusePooledConnections) {
+// A pooled connection would skip the new pin check.
+TEST_F(ZRLibCurlTrust, NewSettingsDoNotReusePooledConnections) {
   HttpsTestServer server(LocalCertificates());
-  ZRLibCurlSetOptions(TrustingLocalCa());
   ASSERT_TRUE(SendOnce(HTTP_REQ_GET, server.Url("/first")).sent);
-
   ZRLibCurlOptions pinned = TrustingLocalCa();
   pinned.pinnedPublicKey = arraysim::PublicKeyPin(OtherCertificates().serverCertPath);
   ZRLibCurlSetOptions(pinned);

@@ -1,11 +1,8 @@
-#include <chrono>
 #include <functional>
-#include <iostream>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
 
-#include "changelist/ChangeListPage.h"
 #include "filetree/FileTree.h"
 #include "filetree/TreeDifference.h"
 #include "filetree/TreeGenerator.h"
@@ -73,35 +70,6 @@ TEST(FileTreeTest, GeneratorReportsExactlyTheDifferenceItMade) {
   EXPECT_EQ(created, 500u);
   EXPECT_EQ(modifiedFiles, 1000u);
   EXPECT_EQ(deleted, 700u);
-}
-
-// Not a timing assertion: it shows the cost of a million-entry walk in the test log, and
-// fails only if the counts are wrong.
-TEST(FileTreeTest, MillionFilesAreGeneratedDifferencedAndWrittenQuickly) {
-  using Clock = std::chrono::steady_clock;
-  const auto seconds = [](Clock::time_point since) {
-    return std::chrono::duration<double>(Clock::now() - since).count();
-  };
-  auto start = Clock::now();
-  FileTree tree;
-  const TreeGenerator generator(TreeShape{1000000, 1000, 4096});
-  generator.populate(tree);
-  const auto base = tree.freeze();
-  const auto reported = generator.change(tree, ChangeShape{250000, 500000, 250000});
-  const auto incremental = tree.freeze();
-  std::cout << "generate: " << seconds(start) << " s\n";
-
-  start = Clock::now();
-  const TreeDifference difference(base, incremental);
-  std::cout << "difference: " << seconds(start) << " s\n";
-  EXPECT_EQ(difference.size(), reported);
-
-  start = Clock::now();
-  std::size_t bytes = 0;
-  for (std::size_t page = 0; page < difference.size(); page += 1000) {
-    bytes += ChangeListArrayText(difference, page, std::min(difference.size(), page + 1000)).size();
-  }
-  std::cout << "pages: " << seconds(start) << " s, " << bytes / (1024 * 1024) << " MiB\n";
 }
 
 }  // namespace

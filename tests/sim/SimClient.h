@@ -26,13 +26,10 @@ class SimClient {
     http_.set_url_encode(false);  // targets go out exactly as the tests write them
   }
 
-  static std::string LoginBody(const std::string& user, const std::string& password) {
-    return "{\"username\":\"" + user + "\", \"password\":\"" + password + "\", \"scope\":\"0\" }";
-  }
-
   httplib::Result login(const std::string& user = arraysim::SimulatorOptions::kDefaultUser,
                         const std::string& password = arraysim::SimulatorOptions::kDefaultPassword) {
-    auto result = http_.Post("/deviceManager/rest/xxxxx/sessions", LoginBody(user, password), "application/json");
+    const auto body = "{\"username\":\"" + user + "\", \"password\":\"" + password + "\", \"scope\":\"0\" }";
+    auto result = http_.Post("/deviceManager/rest/xxxxx/sessions", body, "application/json");
     if (result && result->status == 200) {
       const auto body = nlohmann::json::parse(result->body, nullptr, false);
       if (body.is_object() && body["data"].contains("iBaseToken")) {
@@ -45,17 +42,14 @@ class SimClient {
   }
 
   httplib::Result send(const std::string& method, const std::string& resource, const std::string& body = "") {
-    return sendTo(method, "/deviceManager/rest/" + sim_.deviceId() + "/" + resource, body);
-  }
-
-  httplib::Result sendTo(const std::string& method, const std::string& target, const std::string& body = "") {
+    const auto target = "/deviceManager/rest/" + sim_.deviceId() + "/" + resource;
     httplib::Headers headers;
     if (!token.empty()) headers.emplace("iBaseToken", token);
     if (!cookie.empty()) headers.emplace("Cookie", cookie);
-    if (method == "GET") return http_.Get(target.c_str(), headers);
-    if (method == "DELETE") return http_.Delete(target.c_str(), headers);
-    if (method == "PUT") return http_.Put(target.c_str(), headers, body, "application/json");
-    return http_.Post(target.c_str(), headers, body, "application/json");
+    if (method == "GET") return http_.Get(target, headers);
+    if (method == "DELETE") return http_.Delete(target, headers);
+    if (method == "PUT") return http_.Put(target, headers, body, "application/json");
+    return http_.Post(target, headers, body, "application/json");
   }
 
   // The answer's envelope; fails the test when there is no answer or it is no JSON.

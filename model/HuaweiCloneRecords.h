@@ -1,0 +1,4 @@
+// Storage pools and clones.
+#pragma once
+
+#include <string>

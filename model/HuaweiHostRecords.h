@@ -1,0 +1,4 @@
+// Initiators and hosts.
+#pragma once
+
+#include <string>

@@ -1,0 +1,4 @@
+// Mapping views.
+#pragma once
+
+#include <string>

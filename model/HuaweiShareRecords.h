@@ -1,0 +1,4 @@
+// NAS shares and their permissions.
+#pragma once
+
+#include <string>

@@ -1,0 +1,88 @@
+// One operation as a row of the shape table (OperationShape.h): its call, its requests and its
+// texts for the cases that all operations share, whatever their generation:
+//
+//   ShapeRow("getVStoreNameFromId", [](ZrManageHuawei& a, const ShapeScene&) {
+//              std::string name; return FirstGeneration(a.getVStoreNameFromId("3", name)); },
+//            {"GET vstore/3"}, "getVStoreNameFromId", "Unable to get the VStoreName from VStoreId [3]")
+//       .failsByError()
+#pragma once
+
+#include <functional>
+#include <map>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "ArraySimulator.h"
+#include "CXoError.h"
+#include "HuaweiApiResultStatus.h"
+#include "ZrManageHuawei.h"
+
+namespace zrtest {
+
+// Identifiers of the objects that the scene made, by name; "{name}" in a row's texts and request
+// lines stands for them.
+using ShapeScene = std::map<std::string, std::string>;
+
+enum class Generation { First, Second, Third };
+
+// An operation's answer in the terms of its generation.
+struct Outcome {
+  Generation generation;
+  bool ok;
+  std::string text;             // the failure text the answer carries (second and third)
+  unsigned long long code = 0;  // the status code (third)
+};
+
+Outcome FirstGeneration(bool answer);
+Outcome SecondGeneration(const CXoError& error);
+Outcome ThirdGeneration(const HuaweiApi::ResultStatus& status);
+
+using Invocation = std::function<Outcome(ZrManageHuawei&, const ShapeScene&)>;
+
+struct ShapeRow {
+  ShapeRow(std::string name, Invocation call, std::vector<std::string> sends, std::string logName,
+           std::string requestFailed)
+      : name(std::move(name)), call(std::move(call)), sends(std::move(sends)), logName(std::move(logName)),
+        requestFailed(std::move(requestFailed)) {}
+  ShapeRow& emptyResponseSays(std::string text) { return emptyResponse = std::move(text), *this; }
+  ShapeRow& emptyArgumentSays(Invocation withEmpty, std::string text) {
+    emptyArgumentCall = std::move(withEmpty);
+    return emptyArgument = std::move(text), *this;
+  }
+  ShapeRow& guardNames(std::string operation) { return guardOperation = std::move(operation), *this; }
+  ShapeRow& failsByError() { return byError = true, *this; }
+
+  std::string name;
+  Invocation call;
+  // "METHOD resource" of each request of a successful call, in order. Faults spoil the last, or
+  // the one marked with a leading '*'.
+  std::vector<std::string> sends;
+  // Log name under which the first generation tells its failures.
+  std::string logName;
+  // Text of a refused or unreadable answer; "{status}" stands for the status text (third).
+  std::string requestFailed;
+  std::string emptyResponse = "Empty response from the array";
+  // The call with its required argument empty, and what it says; unset when it has none.
+  Invocation emptyArgumentCall;
+  std::string emptyArgument;
+  // The operation that the guard names, when it is not the row's own.
+  std::string guardOperation;
+  // First-generation failures written by Error(), which carries no job identifier.
+  bool byError = false;
+};
+
+inline void PrintTo(const ShapeRow& row, std::ostream* out) { *out << row.name; }
+inline std::string RowName(const testing::TestParamInfo<ShapeRow>& info) { return info.param.name; }
+
+// "{name}" replaced by the scene's identifiers.
+std::string Fill(std::string text, const ShapeScene& scene);
+// The guard's text of the first two generations.
+std::string GuardText(Generation generation, const std::string& operation);
+
+// Defined by each binary: makes the scene on the simulator; `array` is logged in.
+ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei& array);
+
+}  // namespace zrtest
