@@ -3,10 +3,7 @@
 
 #include "ArrayClientTest.h"
 #include "HuaweiJSONBaseV2.h"
-#include "HuaweiJSONDeleteRequest.h"
 #include "LogCapture.h"
-#include "OperationLog.h"
-#include "SecondGenerationCall.h"
 #include "SessionHelpers.h"
 
 namespace {
@@ -103,20 +100,6 @@ TEST_F(RequestDrivers, IgnorableCodeIsSuccessWhenTheErrorBodyParses) {
   EXPECT_TRUE(log.HasLine(-1, "ProcessWithServer::ProbeOperation", "Unable to process the req for operation [ProbeOperation]"));
 }
 
-TEST_F(RequestDrivers, AnswersThatTheRequestCannotReadAreCodeTwo) {
-  zrtest::LogCapture log;
-  auto array = loggedInFacade();
-  sim().faults().add(FaultRule::On("GET", "filesystem").emptyBody());
-  sim().faults().add(FaultRule::On("GET", "filesystem").cannedBody("{\"error\":{\"code\":0,\"description\":\"0\"}}"));
-  for (int i = 0; i < 2; ++i) {
-    ProbeRequest request("filesystem", HUAWEI_REQ_GET, "-12345");
-    const auto status = process(*array, request);
-    EXPECT_EQ(status.GetErrorCode(), 2ULL);
-    EXPECT_EQ(status.GetErrorString(), "Unable to parse the JSON Response");
-  }
-  EXPECT_EQ(requests().size(), 2u);
-}
-
 TEST_F(RequestDrivers, FailedLoginSendsNothingElseAndIsCodeOne) {
   zrtest::LogCapture log;
   ZrManageHuawei array(kJobId);
@@ -127,38 +110,6 @@ TEST_F(RequestDrivers, FailedLoginSendsNothingElseAndIsCodeOne) {
   EXPECT_EQ(status.GetErrorString(), "Failed to create session.");
   EXPECT_THAT(requestLines(), ElementsAre("POST sessions"));
   EXPECT_TRUE(log.HasLine(-1, "ProcessWithServer::ProbeOperation", "Failed to create session."));
-}
-
-TEST_F(RequestDrivers, SecondGenerationFrameTurnsEachStepIntoALocatedError) {
-  const char* signature = "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)";
-  HuaweiRestAPI transport(3);
-  const std::string cookies = "/tmp/zr-second-generation-cookies";
-  OperationLog log("deleteLunGroup", 3);
-  HuaweiJSONDeleteRequest request(3);
-
-  SecondGenerationCall closed(transport, false, log, signature);
-  const CXoError guard = closed.guard("deleteLunGroup");
-  EXPECT_TRUE(guard.IsError());
-  EXPECT_EQ(guard.GetCode(), -1);
-  EXPECT_EQ(guard.AsString(),
-            "[ERROR] Before calling deleteLunGroup(), please initialize Huawei params using ZrManageHuawei::init().");
-  EXPECT_EQ(guard.Location().File(), "ZrManageHuawei.cpp");
-  EXPECT_EQ(guard.Location().Function(), signature);
-  const std::string nothing;
-  EXPECT_EQ(closed.arguments({&cookies, &nothing}).AsString(), "[ERROR] Invalid input parameters");
-
-  sessiontest::logIn(transport, host(), arraysim::SimulatorOptions::kDefaultUser,
-                     arraysim::SimulatorOptions::kDefaultPassword, cookies);
-  SecondGenerationCall open(transport, true, log, signature);
-  EXPECT_FALSE(open.guard("deleteLunGroup").IsError());
-  const auto texts = SecondGenerationTexts::lookup("[ERROR] gone");
-  EXPECT_FALSE(open.exchange(request, {HUAWEI_REQ_GET, "system/", 9}, texts).IsError());
-  EXPECT_EQ(open.exchange(request, {HUAWEI_REQ_DELETE, "fs_snapchangelist_session/nope", 4}, texts).AsString(),
-            "[ERROR] gone");
-  sim().faults().add(FaultRule::On("GET", "system/").emptyBody());
-  EXPECT_EQ(open.exchange(request, {HUAWEI_REQ_GET, "system/", 9}, texts).AsString(),
-            "[ERROR] Empty response is returned from the array");
-  std::remove(cookies.c_str());
 }
 
 }  // namespace

@@ -20,34 +20,6 @@ class ProbeRequest : public HuaweiJSONBaseV2 {
   jsonxx::Array items;
 };
 
-struct UrlCase {
-  const char* label;
-  REQ_TYPE_HUAWEI type;
-  const char* vstore;
-  const char* object;
-  const char* filter;
-  const char* expected;
-};
-
-inline void PrintTo(const UrlCase& row, std::ostream* out) { *out << row.label; }
-
-class SelfDescribingUrl : public testing::TestWithParam<UrlCase> {};
-
-TEST_P(SelfDescribingUrl, AlwaysHasTheQuestionMark) {
-  ProbeRequest request(GetParam().type, GetParam().vstore, GetParam().object);
-  EXPECT_EQ(request.getResourceUrl(GetParam().filter), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, SelfDescribingUrl,
-    testing::Values(UrlCase{"BareGet", HUAWEI_REQ_GET, "-12345", "", "", "lun?"},
-                    UrlCase{"GetWithObjectAndVstore", HUAWEI_REQ_GET, "3", "12", "", "lun/12?&vstoreId=3"},
-                    UrlCase{"DeleteWithFilterAndVstore", HUAWEI_REQ_DELETE, "3", "", "ID=4", "lun?&ID=4&vstoreId=3"},
-                    UrlCase{"EmptyVstoreIsNone", HUAWEI_REQ_GET, "", "12", "", "lun/12?"},
-                    UrlCase{"PostKeepsVstoreOutOfTheUrl", HUAWEI_REQ_POST, "3", "", "", "lun?"},
-                    UrlCase{"PutKeepsVstoreOutOfTheUrl", HUAWEI_REQ_PUT, "3", "7", "x=1", "lun/7?&x=1"}),
-    [](const testing::TestParamInfo<UrlCase>& info) { return std::string(info.param.label); });
-
 TEST(SelfDescribingBody, PostCarriesSortedKeysAndTheVstore) {
   ProbeRequest request(HUAWEI_REQ_POST, "3");
   std::string body = "stale";
