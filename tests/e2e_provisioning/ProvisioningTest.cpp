@@ -78,7 +78,7 @@ TEST_F(Provisioning, VStoreGoesIntoTheQueryOfDeletesAndTheBodyOfPosts) {
   // Already a member: the array's refusal is taken as success.
   ASSERT_FALSE(array->addLuntoLunGroup("7", "9", "3").IsError());
   EXPECT_TRUE(log.HasLine(0, "ProcessWithServer::AddLuntoLunGroup",
-                          "Ignore flag set for error [1077948997] [The object is already associated.]! Treating this "
+                          "Ignore flag set for error [1077948997] [The object is already in the LUN group.]! Treating this "
                           "as success."));
   EXPECT_TRUE(log.HasLine(0, "addLuntoLunGroup", "Successfully added lun [9] to lun group [7]"));
 
