@@ -27,7 +27,9 @@ bool UniqueKeyTaken(const RouteContext& c, const Record& record) {
   const auto& key = c.route.uniqueKey;
   if (key.empty() || !record.contains(key)) return false;
   for (const auto& other : c.store.list(c.route.type)) {
-    if (other["ID"] != record["ID"] && other.value(key, Record()) == record[key] && VStoreOf(other) == VStoreOf(record)) {
+    // A record being created has no ID yet: every other record is then another one.
+    const bool same = record.contains("ID") && other.value("ID", Record()) == record["ID"];
+    if (!same && other.value(key, Record()) == record[key] && VStoreOf(other) == VStoreOf(record)) {
       return true;
     }
   }
