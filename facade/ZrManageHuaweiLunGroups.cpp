@@ -6,12 +6,13 @@
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
 #include "SecondGenerationCall.h"
+#include "HuaweiArrayCodes.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
 
 namespace {
-const unsigned long long kNameExists = 1077948993ULL;         // 0x40400041
-const unsigned long long kAlreadyAssociated = 1077948997ULL;  // 0x40400045
+const unsigned long long kNameExists = HuaweiArrayCode::NAME_ALREADY_IN_USE;
+const unsigned long long kAlreadyAssociated = HuaweiArrayCode::ALREADY_IN_LUN_GROUP;
 }  // namespace
 
 CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, std::string& lunGroupId,

@@ -7,17 +7,18 @@
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
 #include "SecondGenerationCall.h"
+#include "HuaweiArrayCodes.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
 
 namespace {
 
-const unsigned long long kNameExists = 1077948993ULL;                // 0x40400041
-const unsigned long long kHostGroupAlreadyInView = 1073804556ULL;    // 0x4000F00C
-const unsigned long long kLunGroupAlreadyInView = 1073804560ULL;     // 0x4000F010
-const unsigned long long kLunGroupDoesNotExist = 1077948996ULL;      // 0x40400044
-const unsigned long long kHostGroupDoesNotExist = 1077937500ULL;     // 0x4040135C
-const unsigned long long kMappingViewDoesNotExist = 1077951819ULL;   // 0x40400B4B
+const unsigned long long kNameExists = HuaweiArrayCode::NAME_ALREADY_IN_USE;
+const unsigned long long kHostGroupAlreadyInView = HuaweiArrayCode::HOST_GROUP_ALREADY_IN_MAPPING_VIEW;
+const unsigned long long kLunGroupAlreadyInView = HuaweiArrayCode::LUN_GROUP_ALREADY_IN_MAPPING_VIEW;
+const unsigned long long kLunGroupDoesNotExist = HuaweiArrayCode::LUN_GROUP_DOES_NOT_EXIST;
+const unsigned long long kHostGroupDoesNotExist = HuaweiArrayCode::HOST_GROUP_DOES_NOT_EXIST;
+const unsigned long long kMappingViewDoesNotExist = HuaweiArrayCode::MAPPING_VIEW_DOES_NOT_EXIST;
 
 // What tells one association listing from another.
 struct AssociationListing {
