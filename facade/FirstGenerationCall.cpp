@@ -14,27 +14,28 @@ bool FirstGenerationCall::argument(const std::string& value, const char* label) 
   return false;
 }
 
-bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts,
-                                   const OwnArrayCodes& ownCodes) {
+bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts) {
+  m_leftToOperation = false;
   FrameStep step = m_frame.exchange(request, call);
   if (step == FrameStep::Send) {
-    if (ownCodes && ownCodes(m_frame.status())) return false;
+    m_leftToOperation = texts.handles(m_frame.status(), m_frame.arrayCode());
+    if (m_leftToOperation) return false;
     if (call.refusalIsAnswer) step = m_frame.readAnswer(request);
   }
   switch (step) {
     case FrameStep::Completed:
       return true;
     case FrameStep::Build:
-      m_log.failure("%s", kBuildFailedText);
+      m_log.failure("%s", texts.buildFailed().c_str());
       return false;
     case FrameStep::Send:
-      report(texts.requestFailedLevel, texts.requestFailed);
+      report(texts.refusalLevel(), texts.requestFailed());
       return false;
     case FrameStep::EmptyResponse:
-      m_log.failure("%s", texts.emptyResponse.c_str());
+      m_log.failure("%s", texts.emptyResponse().c_str());
       return false;
     case FrameStep::Parse:
-      m_log.failure("%s", texts.parseFailed.c_str());
+      m_log.failure("%s", texts.parseFailed().c_str());
       return false;
   }
   return false;

@@ -20,12 +20,6 @@ std::string formatArguments(const char* format, va_list arguments) {
 
 }  // namespace
 
-OperationLog::OperationLog(const char* name, unsigned long long jobId)
-    : m_facadeDebug(nullptr), m_name(name), m_jobId(jobId), m_failuresByError(false) {}
-
-OperationLog::OperationLog(TkDebug& facadeDebug, const char* name, unsigned long long jobId, bool failuresByError)
-    : m_facadeDebug(&facadeDebug), m_name(name), m_jobId(jobId), m_failuresByError(failuresByError) {}
-
 void OperationLog::failure(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);

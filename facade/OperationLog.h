@@ -6,10 +6,16 @@
 
 class OperationLog {
  public:
-  // A TkEvent local to the call.
-  OperationLog(const char* name, unsigned long long jobId);
-  // The facade's TkDebug; failures go through Error() when failuresByError is true.
-  OperationLog(TkDebug& facadeDebug, const char* name, unsigned long long jobId, bool failuresByError);
+  // Lines through a TkEvent local to the call.
+  static OperationLog event(const char* name, unsigned long long jobId) { return OperationLog(nullptr, name, jobId, false); }
+  // Lines through the facade's TkDebug, failures at level -1.
+  static OperationLog facade(TkDebug& debug, const char* name, unsigned long long jobId) {
+    return OperationLog(&debug, name, jobId, false);
+  }
+  // Lines through the facade's TkDebug, failures through its Error().
+  static OperationLog facadeErrors(TkDebug& debug, const char* name, unsigned long long jobId) {
+    return OperationLog(&debug, name, jobId, true);
+  }
   OperationLog(const OperationLog&) = delete;
   OperationLog& operator=(const OperationLog&) = delete;
 
@@ -24,6 +30,8 @@ class OperationLog {
   unsigned long long jobId() const { return m_jobId; }
 
  private:
+  OperationLog(TkDebug* facadeDebug, const char* name, unsigned long long jobId, bool failuresByError)
+      : m_facadeDebug(facadeDebug), m_name(name), m_jobId(jobId), m_failuresByError(failuresByError) {}
   TkDebug& target() { return m_facadeDebug != nullptr ? *m_facadeDebug : m_event; }
 
   TkEvent m_event;

@@ -14,6 +14,7 @@ std::string guardText(const char* operationName) {
 }
 
 FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& call) {
+  m_sent = false;
   std::string body;
   if (call.method == HUAWEI_REQ_POST || call.method == HUAWEI_REQ_PUT) {
     if (!request.buildRequest(body) || body.empty()) return FrameStep::Build;
@@ -24,6 +25,7 @@ FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& 
     case HUAWEI_REQ_PUT: m_status = m_transport.put(call.resource, body, m_response, call.opType); break;
     default: m_status = m_transport.del(call.resource, body, m_response, call.opType); break;
   }
+  m_sent = true;
   if (!m_status) return FrameStep::Send;
   return readAnswer(request);
 }

@@ -33,6 +33,7 @@ class PlainRequestFrame {
   FrameStep readAnswer(HuaweiJSONBase& request);
 
   const HuaweiApi::ResultStatus& status() const { return m_status; }
+  bool sent() const { return m_sent; }
   // The array's code of the last classified answer, as the transport keeps it.
   unsigned long long arrayCode() const;
   // Code and message of the last classified answer, as the transport keeps them.
@@ -43,6 +44,7 @@ class PlainRequestFrame {
  private:
   HuaweiRestAPI& m_transport;
   HuaweiApi::ResultStatus m_status;
+  bool m_sent = false;
   std::string m_response;
 };
 
@@ -60,6 +62,11 @@ class PlainFrameCall {
   std::string arrayDescription() const { return m_frame.arrayDescription(); }
   // The status of this call's last send.
   const HuaweiApi::ResultStatus& status() const { return m_frame.status(); }
+  // Whether this call's send failed and the code the operation reads (the transport's last
+  // classified) is `code`.
+  bool failedWith(unsigned long long code) const { return status().IsError() && arrayCode() == code; }
+  // Whether the last exchange reached the send, so that its status tells the array's answer.
+  bool sent() const { return m_frame.sent(); }
   OperationLog& log() { return m_log; }
 
  protected:
@@ -67,10 +74,6 @@ class PlainFrameCall {
   bool m_sessionOpen;
   OperationLog& m_log;
 };
-
-// Failures that an operation handles itself: given the status of the failed send, true keeps the
-// frame silent about it.
-using OwnArrayCodes = std::function<bool(const HuaweiApi::ResultStatus& status)>;
 
 // Guard texts name the operation; ZrManageHuawei::init() does not exist, the text stands as it is.
 std::string guardText(const char* operationName);

@@ -1,7 +1,5 @@
 #include "SecondGenerationCall.h"
 
-#include <algorithm>
-
 #include "OperationLog.h"
 #include "YbErrorUtil.h"
 
@@ -9,19 +7,18 @@ namespace {
 const char kSourceFile[] = "ZrManageHuawei.cpp";
 }
 
-SecondGenerationTexts SecondGenerationTexts::lookup(std::string requestFailedText) {
-  SecondGenerationTexts texts(std::move(requestFailedText));
-  texts.buildFailed = kBuildFailedText;
-  texts.emptyResponse = "[ERROR] Empty response is returned from the array";
-  texts.parseFailed = "[ERROR] Unable to parse the JSON Response";
+SecondGenerationTexts SecondGenerationTexts::lookup(std::string requestFailed) {
+  SecondGenerationTexts texts(std::move(requestFailed));
+  texts.buildFailureSays(kBuildFailedText)
+      .emptyResponseSays("[ERROR] Empty response is returned from the array")
+      .parseFailureSays("[ERROR] Unable to parse the JSON Response");
   return texts;
 }
 
-SecondGenerationTexts SecondGenerationTexts::change(std::string requestFailedText) {
-  SecondGenerationTexts texts(std::move(requestFailedText));
-  texts.buildFailed = kBuildFailedText;
-  texts.emptyResponse = "Empty response returned from the array";
-  texts.parseFailed = kParseFailedText;
+SecondGenerationTexts SecondGenerationTexts::change(std::string requestFailed) {
+  SecondGenerationTexts texts(std::move(requestFailed));
+  texts.buildFailureSays(kBuildFailedText).emptyResponseSays("Empty response returned from the array");
+  texts.parseFailureSays(kParseFailedText);
   return texts;
 }
 
@@ -72,23 +69,22 @@ CXoError SecondGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall
     case FrameStep::Completed:
       return CXoError::Success();
     case FrameStep::Build:
-      return error(texts.buildFailed);
+      return error(texts.buildFailed());
     case FrameStep::Send: {
-      if (texts.refusal) {
+      if (texts.refusal()) {
         unsigned long long code = 0;
         std::string message;
         m_frame.errorInfo(code, message);
-        return texts.refusal(code, message);
+        return texts.refusal()(code, message);
       }
-      const auto& handled = texts.handledCodes;
-      const bool ownCode = status().IsError() && std::find(handled.begin(), handled.end(), arrayCode()) != handled.end();
-      if (!ownCode && !texts.requestFailedLog.empty()) m_log.line(3, "%s", texts.requestFailedLog.c_str());
-      return error(texts.requestFailed);
+      const bool handled = texts.handles(status(), arrayCode());
+      if (!handled && !texts.refusalLine().empty()) m_log.line(3, "%s", texts.refusalLine().c_str());
+      return error(texts.requestFailed());
     }
     case FrameStep::EmptyResponse:
-      return error(texts.emptyResponse);
+      return error(texts.emptyResponse());
     case FrameStep::Parse:
-      return error(texts.parseFailed);
+      return error(texts.parseFailed());
   }
-  return error(texts.requestFailed);
+  return error(texts.requestFailed());
 }

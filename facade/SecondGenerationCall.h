@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "CXoError.h"
+#include "FailureTexts.h"
 #include "PlainRequestFrame.h"
 #include "YbString.h"
 
@@ -19,38 +20,33 @@ class OperationLog;
 // the work is already done).
 using SecondGenerationRefusal = std::function<CXoError(unsigned long long code, const std::string& message)>;
 
-// The texts of an operation's failures, named; unnamed ones are the frame's "[ERROR] " texts.
-struct SecondGenerationTexts {
-  SecondGenerationTexts(std::string requestFailedText) : requestFailed(std::move(requestFailedText)) {}
+// A second-generation operation's texts; unnamed ones are the frame's "[ERROR] " texts.
+class SecondGenerationTexts : public FailureTexts<SecondGenerationTexts> {
+ public:
+  explicit SecondGenerationTexts(std::string requestFailed)
+      : FailureTexts(std::move(requestFailed), std::string("[ERROR] ") + kBuildFailedText,
+                     std::string("[ERROR] ") + kEmptyResponseText, std::string("[ERROR] ") + kParseFailedText) {}
   // Lookups speak of the empty answer and the parse failure with the "[ERROR] " prefix; changes
-  // without it, and with other words for the empty answer.
-  static SecondGenerationTexts lookup(std::string requestFailedText);
-  static SecondGenerationTexts change(std::string requestFailedText);
-  // The build, empty-answer and parse texts that many operations give without the prefix.
-  static SecondGenerationTexts unprefixed(std::string requestFailedText) { return change(std::move(requestFailedText)); }
+  // without it, and with other words for the empty answer. Neither prefixes the build failure.
+  static SecondGenerationTexts lookup(std::string requestFailed);
+  static SecondGenerationTexts change(std::string requestFailed);
 
-  SecondGenerationTexts& emptyResponseSays(std::string text) { return emptyResponse = std::move(text), *this; }
-  SecondGenerationTexts& parseFailureSays(std::string text) { return parseFailed = std::move(text), *this; }
-  // A refused send is also logged at level 3, in the failure's own words or in `text`.
+  // A refused send that the operation does not handle is also logged at level 3, in the
+  // failure's own words or in `text`.
   SecondGenerationTexts& alsoLogged(std::string text = std::string()) {
-    requestFailedLog = text.empty() ? requestFailed : std::move(text);
+    m_refusalLine = text.empty() ? requestFailed() : std::move(text);
     return *this;
   }
-  // Array codes that the operation answers itself: the frame leaves such a refusal unlogged.
-  SecondGenerationTexts& handling(std::initializer_list<unsigned long long> codes) {
-    return handledCodes.assign(codes), *this;
-  }
   // The operation answers every refusal itself.
-  SecondGenerationTexts& refusedBy(SecondGenerationRefusal handler) { return refusal = std::move(handler), *this; }
+  SecondGenerationTexts& refusedBy(SecondGenerationRefusal handler) { return m_refusal = std::move(handler), *this; }
 
-  std::string requestFailed;
-  std::string buildFailed = std::string("[ERROR] ") + kBuildFailedText;
-  std::string emptyResponse = std::string("[ERROR] ") + kEmptyResponseText;
-  std::string parseFailed = std::string("[ERROR] ") + kParseFailedText;
-  std::string requestFailedLog;
-  std::vector<unsigned long long> handledCodes;
+  const std::string& refusalLine() const { return m_refusalLine; }
   // Unset: a refusal is requestFailed like any other failed send.
-  SecondGenerationRefusal refusal;
+  const SecondGenerationRefusal& refusal() const { return m_refusal; }
+
+ private:
+  std::string m_refusalLine;
+  SecondGenerationRefusal m_refusal;
 };
 
 // Most guards carry the "[ERROR] " prefix; a few lookups give the bare text.
@@ -79,8 +75,6 @@ class SecondGenerationCall : public PlainFrameCall {
   CXoError required(std::initializer_list<RequiredText> values);
   // Build, send, check and parse.
   CXoError exchange(HuaweiJSONBase& request, const PlainCall& call, const SecondGenerationTexts& texts);
-  // Whether this call's send was refused with the array's `code`.
-  bool failedWith(unsigned long long code) const { return status().IsError() && arrayCode() == code; }
 
   // An error of this operation with the given text.
   CXoError error(const std::string& text) const;

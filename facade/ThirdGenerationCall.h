@@ -19,7 +19,7 @@ class ThirdGenerationCall {
   // logName tags the lines; operationName is the name that ProcessWithServer logs under.
   ThirdGenerationCall(ZrManageHuawei& facade, TkDebug& debug, const char* logName, const char* operationName,
                       unsigned long long jobId)
-      : m_facade(facade), m_log(debug, logName, jobId, false), m_operationName(operationName) {}
+      : m_facade(facade), m_log(OperationLog::facade(debug, logName, jobId)), m_operationName(operationName) {}
 
   // A level 0 line in the form without job identifier: the request and success lines.
   template <typename... Arguments>

@@ -21,11 +21,11 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
                                                             int const& parentType) {
   (void)parentType;  // the request always names a file system
   HuaweiJSONGetChangeListSession request(m_jobId, baseSnapshotId, incrementalSnapshotId, parentId);
-  OperationLog log("ZrManageHuawei::createSnapshotChangeListSession", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::createSnapshotChangeListSession", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.run("createSnapshotChangeListSession", request,
                 {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
-                {"Unable to create change list session information"})) {
+                FirstGenerationTexts("Unable to create change list session information"))) {
     return std::string();
   }
   const std::string sessionId = request.getSessionId();
@@ -37,7 +37,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
                                            std::string const& incrementalSnapshotId,
                                            _HuaweiSnapshotChangeListInfo& info) {
   HuaweiJSONGetChangeListResult request(m_jobId);
-  OperationLog log("ZrManageHuawei::getSnapshotChangeList", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::getSnapshotChangeList", m_jobId);
   info.changes.clear();
   if (baseSnapshotId.empty() || incrementalSnapshotId.empty()) {
     log.failure("Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]", incrementalSnapshotId.c_str(),
@@ -68,7 +68,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
       YbString::Format("Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].",
                        baseSnapshotId.c_str(), incrementalSnapshotId.c_str());
   const bool fetched =
-      call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, {failure});
+      call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, FirstGenerationTexts(failure));
 
   bool sessionOver = !fetched;
   if (fetched) {
@@ -87,12 +87,12 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
 
 bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionId) {
   HuaweiJSONDeleteChangeListSession request(m_jobId);
-  OperationLog log("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.run("deleteSnapshotChangeListSession", request,
                 {HUAWEI_REQ_DELETE, "fs_snapchangelist_session/" + sessionId,
                  HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
-                {"Unable to delete change list session information"})) {
+                FirstGenerationTexts("Unable to delete change list session information"))) {
     return false;
   }
   log.line(0, "Successfully deleted the Session ID[%s]", sessionId.c_str());

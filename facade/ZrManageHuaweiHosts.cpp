@@ -5,6 +5,7 @@
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "ResourcePath.h"
 #include "SecondGenerationCall.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
@@ -22,7 +23,7 @@ const char* orEmptyWord(const std::string& hostId) { return hostId.empty() ? "EM
 
 // "filter=NAME:" and the name, unescaped, then the vStore.
 std::string byName(const char* resource, const std::string& name, const std::string& vstoreId) {
-  return HuaweiVstore::withVstoreQuery(std::string(resource) + "?filter=NAME:" + name, vstoreId);
+  return ResourcePath(resource).add("filter", "NAME:" + name).vstore(vstoreId);
 }
 
 }  // namespace
@@ -32,7 +33,7 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
   HuaweiJSONGetInitiatorInfo request(m_jobId);
   std::vector<_HuaweiInitiator> initiators;
   const InitiatorKind kind(isISCSI);
-  OperationLog log(m_debug, "ZrManageHuawei::getInitiatorInfoFromID", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getInitiatorInfoFromID", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const bool&, std::string)");
   if (CXoError failed =
@@ -47,7 +48,7 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
     log.line(3, absent, kind.text, initiatorId.c_str());
     return call.error("[ERROR] Unable to find [%s] initiator information with ID [%s]", kind.text, initiatorId.c_str());
   });
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery(std::string(kind.resource) + "/" + initiatorId, vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath(std::string(kind.resource) + "/" + initiatorId).vstore(vstoreId),
                       HuaweiOpType::GET_INITIATOR_INFO};
   if (CXoError failed = call.exchange(request, get, texts); failed.IsError()) return failed;
   request.getInitiatorInfo(initiators);
@@ -64,12 +65,12 @@ CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiat
                                           std::string vstoreId) {
   HuaweiJSONGetInitiatorInfo request(m_jobId);
   const InitiatorKind kind(isISCSI);
-  OperationLog log(m_debug, "ZrManageHuawei::getInitiatorInfo", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getInitiatorInfo", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, std::string)");
   if (CXoError failed = call.guard("getISCSIInitiatorInfo", GuardStyle::Bare); failed.IsError()) return failed;
   // These words for both kinds.
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery(kind.resource, vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath(kind.resource).vstore(vstoreId),
                       HuaweiOpType::GET_INITIATOR_INFO};
   if (CXoError failed =
           call.exchange(request, get, SecondGenerationTexts::lookup("[ERROR] Unable to find the ISCSI initiators"));
@@ -85,7 +86,7 @@ CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiat
 
 CXoError ZrManageHuawei::getHostIDFromInitiatorID(std::string const& initiatorId, bool const& isISCSI,
                                                   std::string& hostId, std::string vstoreId) {
-  OperationLog log(m_debug, "ZrManageHuawei::getHostIDFromInitiatorID", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getHostIDFromInitiatorID", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::getHostIDFromInitiatorID(const string&, const bool&, std::string&, std::string)");
   _HuaweiInitiator initiator;
@@ -102,7 +103,7 @@ CXoError ZrManageHuawei::getHostIDFromInitiatorID(std::string const& initiatorId
 CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std::string& hostId, std::string vstoreId) {
   HuaweiJSONGetHostInfo request(m_jobId);
   std::vector<_HuaweiLUNHostInfo> hosts;
-  OperationLog log(m_debug, "ZrManageHuawei::getHostIDFromHostName", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getHostIDFromHostName", m_jobId);
   SecondGenerationCall call =
       secondGeneration(log, "CXoError ZrManageHuawei::getHostIDFromHostName(const string&, std::string&, std::string)");
   if (CXoError failed =
@@ -127,7 +128,7 @@ CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std:
 CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string const& hostName, std::string vstoreId,
                                     bool useOsCode7) {
   _HuaweiLUNHostInfo wanted;
-  OperationLog log(m_debug, "ZrManageHuawei::createHost", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::createHost", m_jobId);
   SecondGenerationCall call =
       secondGeneration(log, "CXoError ZrManageHuawei::createHost(HuaweiLUNHostInfo_t&, const string&, std::string, bool)");
   if (CXoError failed =
@@ -169,7 +170,7 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
                                          std::string vstoreId) {
   _HuaweiInitiator wanted;
   const InitiatorKind kind(isISCSI);
-  OperationLog log(m_debug, "ZrManageHuawei::createInitiator", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::createInitiator", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log,
       "CXoError ZrManageHuawei::createInitiator(HuaweiInitiator_t&, const string&, const string&, const bool&, bool&, "
@@ -207,7 +208,7 @@ CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorI
                                                    bool const& isISCSI, std::string vstoreId) {
   _HuaweiInitiator wanted;
   const InitiatorKind kind(isISCSI);
-  OperationLog log(m_debug, "ZrManageHuawei::updateInitiatorWithHostID", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::updateInitiatorWithHostID", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::updateInitiatorWithHostID(const string&, const string&, const bool&, std::string)");
   if (CXoError failed = call.guard("updateInitiatorWithHostID"); failed.IsError()) return failed;
@@ -234,7 +235,7 @@ CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName
                                                 std::string vstoreId) {
   HuaweiJSONGetHostGroupInfo request(m_jobId);
   std::vector<_HuaweiHostGroupInfo> groups;
-  OperationLog log(m_debug, "ZrManageHuawei::getHostGroupIDFromName", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getHostGroupIDFromName", m_jobId);
   SecondGenerationCall call =
       secondGeneration(log, "CXoError ZrManageHuawei::getHostGroupIDFromName(const string&, std::string&, std::string)");
   // The empty name speaks of a host.
@@ -262,7 +263,7 @@ CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName
 CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, std::string const& hostGroupName,
                                          std::string vstoreId) {
   _HuaweiHostGroupInfo wanted;
-  OperationLog log(m_debug, "ZrManageHuawei::createHostGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::createHostGroup", m_jobId);
   SecondGenerationCall call =
       secondGeneration(log, "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, std::string)");
   if (CXoError failed =
@@ -301,7 +302,7 @@ CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, st
 
 CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std::string const& hostId,
                                             std::string vstoreId) {
-  OperationLog log(m_debug, "ZrManageHuawei::addHostToHostGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::addHostToHostGroup", m_jobId);
   SecondGenerationCall call =
       secondGeneration(log, "CXoError ZrManageHuawei::addHostToHostGroup(const string&, const string&, std::string)");
   if (CXoError failed = call.guard("addHostToHostGroup"); failed.IsError()) return failed;
@@ -329,20 +330,22 @@ CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std:
 CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGroupId,
                                                       std::vector<_HuaweiLUNHostInfo>& hosts, std::string vstoreId) {
   HuaweiJSONGetHostAssociatedWithHostGroup request(m_jobId);
-  OperationLog log(m_debug, "ZrManageHuawei::getHostAssociatedToHostGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getHostAssociatedToHostGroup", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log,
       "CXoError ZrManageHuawei::getHostAssociatedToHostGroup(const string&, std::vector<_HuaweiLUNHostInfo>&, std::string)");
   if (CXoError failed = call.guard("getHostAssociatedToHostGroup"); failed.IsError()) return failed;
   if (CXoError failed = call.arguments({&hostGroupId}); failed.IsError()) return failed;
-  const std::string resource = "host/associate?ASSOCIATEOBJID=" + hostGroupId +
-                               "&ASSOCIATEOBJTYPE=" + HuaweiApiValue::OBJECT_TYPE_HOSTGROUP.getValue();
   const std::string failure = YbString::Format("[ERROR] Failed to get the hosts associated with the Host Group [%s]", hostGroupId.c_str());
   const auto texts = SecondGenerationTexts::change("").refusedBy([&](unsigned long long, const std::string&) {
     log.line(3, "%s", failure.c_str());
     return call.error(failure);
   });
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery(resource, vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET,
+                      ResourcePath("host/associate")
+                          .add("ASSOCIATEOBJID", hostGroupId)
+                          .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP.getValue())
+                          .vstore(vstoreId),
                       HuaweiOpType::HOST_GROUP_MEMBERSHIP};
   if (CXoError failed = call.exchange(request, get, texts); failed.IsError()) return failed;
   request.getHostInfo(hosts);
@@ -357,7 +360,7 @@ CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGro
 
 CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGroupId, std::string const& hostId,
                                                      std::string vstoreId) {
-  OperationLog log(m_debug, "ZrManageHuawei::isHostAssociatedToHostGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::isHostAssociatedToHostGroup", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, const string&, std::string)");
   if (CXoError failed = call.arguments({&hostGroupId, &hostId}); failed.IsError()) return failed;

@@ -5,15 +5,16 @@
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "ResourcePath.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
 
 bool ZrManageHuawei::getSystemInformation(_HuaweiSystemInformation& info) {
   HuaweiJSONGetSystemInformation request(m_jobId);
-  OperationLog log("ZrManageHuawei::getSystemInformation", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::getSystemInformation", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.run("getSystemInformation", request, {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
-                {"Unable to get the system information."})) {
+                FirstGenerationTexts("Unable to get the system information."))) {
     return false;
   }
   request.getSystemInfo(info);
@@ -23,12 +24,12 @@ bool ZrManageHuawei::getSystemInformation(_HuaweiSystemInformation& info) {
 
 bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings, std::string vstoreId) {
   HuaweiJSONGetNDMPSettingsInfo request(m_jobId);
-  OperationLog log(m_debug, "getNDMPServiceSettings", m_jobId, true);
+  OperationLog log = OperationLog::facadeErrors(m_debug, "getNDMPServiceSettings", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   // The vStore goes into the path here, not into a query.
   const std::string resource = HuaweiVstore::isNone(vstoreId) ? "ndmpservice" : "ndmpservice/" + vstoreId;
   if (!call.run("getNDMPServiceSettings", request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
-                {"Unable to get the NDMP Service settings.", kParseFailedText})) {
+                FirstGenerationTexts("Unable to get the NDMP Service settings.").emptyResponseSays(kParseFailedText))) {
     return false;
   }
   request.getNDMPSettings(settings);
@@ -38,12 +39,12 @@ bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings
 
 bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::string& vstoreName) {
   HuaweiJSONGetVStoreInfo request(m_jobId);
-  OperationLog log(m_debug, "getVStoreNameFromId", m_jobId, true);
+  OperationLog log = OperationLog::facadeErrors(m_debug, "getVStoreNameFromId", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("getVStoreName") || !call.argument(vstoreId, "VStoreID")) return false;
   const std::string failure = YbString::Format("Unable to get the VStoreName from VStoreId [%s]", vstoreId.c_str());
   if (!call.exchange(request, {HUAWEI_REQ_GET, "vstore/" + vstoreId, HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
-                     {failure, kParseFailedText})) {
+                     FirstGenerationTexts(failure).emptyResponseSays(kParseFailedText))) {
     return false;
   }
   _HuaweiVStoreInfo info;
@@ -56,12 +57,12 @@ bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::strin
 bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileSystems, std::string vstoreId) {
   fileSystems.clear();
   HuaweiJSONGetFileSystems request(m_jobId);
-  OperationLog log("ZrManageHuawei::getFileSystemsList", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemsList", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   // No paging: one GET returns every file system.
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("filesystem", vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId),
                       HuaweiOpType::GET_FILE_SYSTEMS_LIST};
-  if (!call.run("getFileSystemsList", request, get, {"Unable to get the file systems list."})) return false;
+  if (!call.run("getFileSystemsList", request, get, FirstGenerationTexts("Unable to get the file systems list."))) return false;
   request.getFileSystems(fileSystems);
   log.line(0, "Successfully got the File Systems. Count[%zd].", fileSystems.size());
   return true;
@@ -70,10 +71,10 @@ bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileS
 bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& interfaces) {
   interfaces.clear();
   HuaweiJSONGetArrayInterfaces request(m_jobId);
-  OperationLog log("ZrManageHuawei::getArrayInterfaces", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::getArrayInterfaces", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.run("getArrayInterfaces", request, {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
-                {"Unable to get the array interfaces list."})) {
+                FirstGenerationTexts("Unable to get the array interfaces list."))) {
     return false;
   }
   request.getArrayInterfaces(interfaces);
@@ -97,7 +98,7 @@ bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& inter
 }
 
 bool ZrManageHuawei::getFileSystemId(std::string const& name, std::string& id) {
-  OperationLog log("ZrManageHuawei::getFileSystemId", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemId", m_jobId);
   std::list<_HuaweiFileSystemsInfo> fileSystems;
   if (!getFileSystemsList(fileSystems, HuaweiVstore::kNone)) return false;  // the list said what failed
   // The whole list is walked: of two file systems named alike, the later one wins.
@@ -113,7 +114,7 @@ bool ZrManageHuawei::getFileSystemId(std::string const& name, std::string& id) {
 }
 
 bool ZrManageHuawei::getFileSystemInfoById(std::string const& id, _HuaweiFileSystemsInfo& info, std::string vstoreId) {
-  OperationLog log(m_debug, "getFileSystemInfoById", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getFileSystemInfoById", m_jobId);
   std::list<_HuaweiFileSystemsInfo> fileSystems;
   if (!getFileSystemsList(fileSystems, vstoreId)) {
     log.line(3, "Unable to get the file systems list.");

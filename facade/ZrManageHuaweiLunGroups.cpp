@@ -5,6 +5,7 @@
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "ResourcePath.h"
 #include "SecondGenerationCall.h"
 #include "HuaweiArrayCodes.h"
 #include "YbString.h"
@@ -19,14 +20,14 @@ CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, 
                                                std::string vstoreId) {
   HuaweiJSONGetLunGroupInfo request(m_jobId);
   std::vector<_HuaweiLunGroupInfo> groups;
-  OperationLog log(m_debug, "getLUNGroupIDFromName", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getLUNGroupIDFromName", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)");
   CXoError result = call.guard("getLUNGroupIDFromName", GuardStyle::Bare);
   if (result.IsError()) return result;
   // The wording is shared with the host lookup.
   if (lunGroupName.empty()) return call.error("The entered host name is empty");
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("lungroup?filter=NAME:" + lunGroupName, vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("lungroup").add("filter", "NAME:" + lunGroupName).vstore(vstoreId),
                       HuaweiOpType::GET_LUN_GROUP_ID_FROM_NAME};
   result = call.exchange(
       request, get,
@@ -49,7 +50,7 @@ CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, 
 
 CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::string const& lunGroupName,
                                         std::string vstoreId, std::string appType) {
-  OperationLog log(m_debug, "createLUNGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "createLUNGroup", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)");
   CXoError result = call.guard("createLUNGroup");
@@ -62,7 +63,7 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
   wanted.vstoreId = vstoreId;
   HuaweiJSONCreateLunGroup request(m_jobId, wanted);
   result = call.exchange(request, {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP},
-                         SecondGenerationTexts::unprefixed(YbString::Format(
+                         SecondGenerationTexts::change(YbString::Format(
                                                                "[ERROR] Unable to create lungroup with name [%s]",
                                                                lunGroupName.c_str()))
                              .alsoLogged()
@@ -86,7 +87,7 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
 
 CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                   std::string vstoreId) {
-  OperationLog log(m_debug, "addSnapshotLuntoLunGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "addSnapshotLuntoLunGroup", m_jobId);
   SecondGenerationCall call =
       secondGeneration(log, "CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(const string&, const string&, std::string)");
   // The guard names the LUN operation; callers know it by that text.
@@ -97,7 +98,7 @@ CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId,
   HuaweiJSONAssociateLunWithLunGroup request(m_jobId, lunId, lunGroupId,
                                              HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue(), vstoreId);
   result = call.exchange(request, {HUAWEI_REQ_POST, "lungroup/associate", HuaweiOpType::ADD_SNAPSHOT_LUN_TO_LUN_GROUP},
-                         SecondGenerationTexts::unprefixed(
+                         SecondGenerationTexts::change(
                              YbString::Format("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]",
                                               lunId.c_str(), lunGroupId.c_str()))
                              .alsoLogged()
@@ -115,7 +116,7 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
                                                             std::vector<_HuaweiLUNSnapshotInfo>& snapshotLuns,
                                                             std::string vstoreId) {
   HuaweiJSONGetSnapLunAssociatedWithLunGroup request(m_jobId);
-  OperationLog log(m_debug, "getSnapshotLunAssociatedToLunGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getSnapshotLunAssociatedToLunGroup", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log,
       "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
@@ -124,12 +125,12 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
   if (result.IsError()) return result;
   result = call.arguments({&lunGroupId});
   if (result.IsError()) return result;
-  const std::string resource = HuaweiVstore::withVstoreQuery(
-      "snapshot/associate?ASSOCIATEOBJID=" + lunGroupId +
-          "&ASSOCIATEOBJTYPE=" + HuaweiApiValue::OBJECT_TYPE_LUN_GROUP.getValue(),
-      vstoreId);
+  const std::string resource = ResourcePath("snapshot/associate")
+                                     .add("ASSOCIATEOBJID", lunGroupId)
+                                     .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP.getValue())
+                                     .vstore(vstoreId);
   result = call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
-                         SecondGenerationTexts::unprefixed(
+                         SecondGenerationTexts::change(
                              YbString::Format("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]",
                                               lunGroupId.c_str()))
                              .alsoLogged());
@@ -146,7 +147,7 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
 
 CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                            std::string vstoreId) {
-  OperationLog log(m_debug, "isSnapshotLunAssociatedToLunGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "isSnapshotLunAssociatedToLunGroup", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)");
   CXoError result = call.arguments({&lunGroupId, &lunId});
@@ -168,19 +169,20 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
                                                        std::string vstoreId) {
   // Only the answer is read: the URL carries everything.
   HuaweiJSONRemoveAssociation request(m_jobId);
-  OperationLog log(m_debug, "removeSnapshotLunFromLunGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "removeSnapshotLunFromLunGroup", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)");
   CXoError result = call.guard("removeSnapshotLunFromLunGroup");
   if (result.IsError()) return result;
   result = call.arguments({&lunGroupId, &lunId});
   if (result.IsError()) return result;
-  const std::string resource = HuaweiVstore::withVstoreQuery(
-      "lungroup/associate?ID=" + lunGroupId + "&ASSOCIATEOBJID=" + lunId +
-          "&ASSOCIATEOBJTYPE=" + HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue(),
-      vstoreId);
+  const std::string resource = ResourcePath("lungroup/associate")
+                                     .add("ID", lunGroupId)
+                                     .add("ASSOCIATEOBJID", lunId)
+                                     .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue())
+                                     .vstore(vstoreId);
   result = call.exchange(request, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
-                         SecondGenerationTexts::unprefixed(YbString::Format(
+                         SecondGenerationTexts::change(YbString::Format(
                                                                "[ERROR] Failed to remove the lun [%s] from lungroup [%s]",
                                                                lunId.c_str(), lunGroupId.c_str()))
                              .alsoLogged());
@@ -191,7 +193,7 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
 
 CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::string vstoreId) {
   HuaweiJSONDeleteRequest request(m_jobId);
-  OperationLog log(m_debug, "deleteLunGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "deleteLunGroup", m_jobId);
   SecondGenerationCall call = secondGeneration(log, "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)");
   CXoError result = call.guard("deleteLunGroup");
   if (result.IsError()) return result;
@@ -199,7 +201,7 @@ CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::stri
   if (result.IsError()) return result;
   result = call.exchange(
       request,
-      {HUAWEI_REQ_DELETE, HuaweiVstore::withVstoreQuery("lungroup/" + lunGroupId, vstoreId), HuaweiOpType::DELETE_LUN_GROUP},
+      {HUAWEI_REQ_DELETE, ResourcePath("lungroup/" + lunGroupId).vstore(vstoreId), HuaweiOpType::DELETE_LUN_GROUP},
       SecondGenerationTexts(YbString::Format("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId.c_str()))
           .emptyResponseSays("[ERROR] Empty response returned from the array"));
   if (result.IsError()) return result;

@@ -4,6 +4,7 @@
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "ResourcePath.h"
 #include "SecondGenerationCall.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
@@ -32,7 +33,7 @@ SecondGenerationRefusal refusal(SecondGenerationCall& call, OperationLog& log, A
 
 CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& lunId, std::string vstoreId) {
   HuaweiJSONGetLUNInfo request(m_jobId);
-  OperationLog log(m_debug, "ZrManageHuawei::getLUNInfo", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getLUNInfo", m_jobId);
   SecondGenerationCall call =
       secondGeneration(log, "CXoError ZrManageHuawei::getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)");
   if (CXoError failed = call.open("getLUNINfo", GuardStyle::Bare, {{&lunId, "The entered LUN ID is empty"}});
@@ -43,7 +44,7 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
       call, log,
       {HuaweiArrayCode::LUN_DOES_NOT_EXIST, YbString::Format("[ERROR] LUN with ID [%s] does not exist", lunId.c_str()),
        YbString::Format("[ERROR] Unable to find the LUN with ID [%s]", lunId.c_str())}));
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("lun/" + lunId, vstoreId), HuaweiOpType::GET_LUN_INFO};
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("lun/" + lunId).vstore(vstoreId), HuaweiOpType::GET_LUN_INFO};
   if (CXoError failed = call.exchange(request, get, texts); failed.IsError()) return failed;
   request.getLUNInfo(lunInfo);
   log.line(0, "Successfully got the LUN information with ID [%s]", lunId.c_str());
@@ -59,7 +60,7 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
 CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                             bool& notExist, std::string vstoreId) {
   HuaweiJSONGetLUNSnapshotInfo request(m_jobId);
-  OperationLog log(m_debug, "ZrManageHuawei::getLUNSnapshotInfo", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getLUNSnapshotInfo", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)");
   if (CXoError failed =
@@ -76,7 +77,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo
     if (code == HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST) notExist = true;
     return detailed(code, text);
   });
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("snapshot/" + snapshotId, vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("snapshot/" + snapshotId).vstore(vstoreId),
                       HuaweiOpType::GET_LUN_SNAPSHOT_INFO};
   if (CXoError failed = call.exchange(request, get, texts); failed.IsError()) return failed;
   request.getLUNSnapshotInfo(snapshotInfo);
@@ -89,7 +90,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
                                                   std::string vstoreId) {
   HuaweiJSONGetLUNSnapshotInfoByName request(m_jobId);
   std::vector<_HuaweiLUNSnapshotInfo> snapshots;
-  OperationLog log(m_debug, "ZrManageHuawei::getLUNSnapshotInfoByName", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getLUNSnapshotInfoByName", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log,
       "CXoError ZrManageHuawei::getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)");
@@ -100,7 +101,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
     return failed;
   }
   const std::string notFound = YbString::Format("[ERROR] Unable to find the snapshot LUN with name [%s]", snapshotName.c_str());
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("snapshot?filter=NAME:" + snapshotName, vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("snapshot").add("filter", "NAME:" + snapshotName).vstore(vstoreId),
                       HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME};
   if (CXoError failed = call.exchange(request, get, SecondGenerationTexts::lookup(notFound)); failed.IsError()) {
     return failed;
@@ -118,7 +119,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
 
 CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& lunId,
                                            std::string const& snapshotName, std::string vstoreId) {
-  OperationLog log(m_debug, "ZrManageHuawei::createLUNSnapshot", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::createLUNSnapshot", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)");
   if (CXoError failed = call.guard("createLUNSnapshot"); failed.IsError()) return failed;
@@ -146,7 +147,7 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
 
 CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                                std::string const& copyName, std::string vstoreId) {
-  OperationLog log(m_debug, "ZrManageHuawei::createLUNSnapshotCopy", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::createLUNSnapshotCopy", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log,
       "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)");
@@ -175,7 +176,7 @@ CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotI
 }
 
 CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& snapshotIds, std::string vstoreId) {
-  OperationLog log(m_debug, "ZrManageHuawei::activateLUNSnapshot", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::activateLUNSnapshot", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log,
       "CXoError ZrManageHuawei::activateLUNSnapshot(const std::vector<std::__cxx11::basic_string<char> >&, std::string)");
@@ -204,7 +205,7 @@ CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& sna
 }
 
 CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bool& notExist, std::string vstoreId) {
-  OperationLog log(m_debug, "ZrManageHuawei::deActivateLUNSnapshot", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::deActivateLUNSnapshot", m_jobId);
   SecondGenerationCall call =
       secondGeneration(log, "CXoError ZrManageHuawei::deActivateLUNSnapshot(const string&, bool&, std::string)");
   if (CXoError failed = call.guard("deActivateLUNSnapshot"); failed.IsError()) return failed;
@@ -226,7 +227,7 @@ CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bo
 }
 
 CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::string vstoreId) {
-  OperationLog log(m_debug, "ZrManageHuawei::deleteLUNSnapshot", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::deleteLUNSnapshot", m_jobId);
   SecondGenerationCall call = secondGeneration(log, "CXoError ZrManageHuawei::deleteLUNSnapshot(const string&, std::string)");
   if (CXoError failed =
           call.open("deleteLUNSnapshot", GuardStyle::ErrorPrefix, {{&snapshotId, "[ERROR] The LUN snapshot ID is empty"}});
@@ -244,7 +245,7 @@ CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::s
     gone = true;
     return CXoError::Success();
   });
-  const PlainCall del{HUAWEI_REQ_DELETE, HuaweiVstore::withVstoreQuery("snapshot/" + snapshotId, vstoreId),
+  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("snapshot/" + snapshotId).vstore(vstoreId),
                       HuaweiOpType::DELETE_LUN_SNAPSHOT};
   const CXoError result = call.exchange(request, del, texts);
   if (result.IsError() || gone) return result;
@@ -254,7 +255,7 @@ CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::s
 
 CXoError ZrManageHuawei::revertLUNSnapshot(std::string const& snapshotId, std::string const& rollbackSpeed,
                                            std::string vstoreId) {
-  OperationLog log(m_debug, "ZrManageHuawei::revertLUNSnapshot", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::revertLUNSnapshot", m_jobId);
   SecondGenerationCall call =
       secondGeneration(log, "CXoError ZrManageHuawei::revertLUNSnapshot(const string&, const string&, std::string)");
   if (CXoError failed = call.guard("revertLUNSnapshot"); failed.IsError()) return failed;

@@ -4,8 +4,8 @@
 #include "HuaweiJSONDeleteRequest.h"
 #include "HuaweiJSONMappingViewRequests.h"
 #include "HuaweiOpTypes.h"
-#include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "ResourcePath.h"
 #include "SecondGenerationCall.h"
 #include "HuaweiArrayCodes.h"
 #include "YbString.h"
@@ -38,12 +38,12 @@ CXoError listAssociated(SecondGenerationCall& call, Request& request, const Asso
                         void (Request::*getter)(std::vector<Record>&)) {
   CXoError result = call.arguments({&ownerId});
   if (result.IsError()) return result;
-  const std::string resource = HuaweiVstore::withVstoreQuery(std::string(listing.resource) + "?ASSOCIATEOBJID=" +
-                                                                 ownerId + "&ASSOCIATEOBJTYPE=" +
-                                                                 listing.ownerType.getValue(),
-                                                             vstoreId);
+  const std::string resource = ResourcePath(listing.resource)
+                                     .add("ASSOCIATEOBJID", ownerId)
+                                     .add("ASSOCIATEOBJTYPE", listing.ownerType.getValue())
+                                     .vstore(vstoreId);
   result = call.exchange(request, {HUAWEI_REQ_GET, resource, listing.opType},
-                         SecondGenerationTexts::unprefixed(YbString::Format(listing.failure, ownerId.c_str())).alsoLogged());
+                         SecondGenerationTexts::change(YbString::Format(listing.failure, ownerId.c_str())).alsoLogged());
   if (result.IsError()) return result;
   (request.*getter)(records);
   if (records.empty()) {
@@ -63,24 +63,25 @@ struct Attachment {
   const char* refusedLog;
   const char* refused;
   const char* attached;
+  // Whether the body is logged before the send.
+  bool logsBody;
 };
 
 // PUT mappingview/create_associate; the group comes first in every text, the view second.
 template <typename Request>
 CXoError attach(SecondGenerationCall& call, unsigned long long jobId, const Attachment& attachment,
-                const std::string& groupId, const std::string& mappingViewId, const std::string& vstoreId,
-                bool logsBody) {
+                const std::string& groupId, const std::string& mappingViewId, const std::string& vstoreId) {
   CXoError result = call.arguments({&groupId, &mappingViewId});
   if (result.IsError()) return result;
   Request request(jobId, mappingViewId, groupId, attachment.type.getValue(), vstoreId);
-  if (logsBody) {
+  if (attachment.logsBody) {
     std::string body;
     if (!request.buildRequest(body) || body.empty()) return call.error(kBuildFailedText);
     call.log().line(0, "REQUESSTT:[%s]", body.c_str());
   }
   result = call.exchange(
       request, {HUAWEI_REQ_PUT, "mappingview/create_associate", attachment.opType},
-      SecondGenerationTexts::unprefixed(YbString::Format(attachment.refused, groupId.c_str(), mappingViewId.c_str()))
+      SecondGenerationTexts::change(YbString::Format(attachment.refused, groupId.c_str(), mappingViewId.c_str()))
           .alsoLogged(YbString::Format(attachment.refusedLog, groupId.c_str(), mappingViewId.c_str()))
           .handling({attachment.alreadyAttached}));
   if (call.failedWith(attachment.alreadyAttached)) {
@@ -109,7 +110,7 @@ CXoError detach(SecondGenerationCall& call, unsigned long long jobId, const Deta
   if (result.IsError()) return result;
   HuaweiJSONRemoveAssociation request(jobId, mappingViewId, groupId, detachment.type.getValue(), vstoreId);
   result = call.exchange(request, {HUAWEI_REQ_PUT, "mappingview/remove_associate", detachment.opType},
-                         SecondGenerationTexts::unprefixed(std::string()));
+                         SecondGenerationTexts::change(std::string()));
   if (call.failedWith(detachment.groupAbsent)) {
     call.log().line(0, detachment.groupGone, groupId.c_str());
     return CXoError::Success();
@@ -130,7 +131,7 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
                                                   std::string const& mappingViewName, std::string vstoreId) {
   HuaweiJSONGetLUNMappingViewInfo request(m_jobId);
   std::vector<_HuaweiLUNMappingView> views;
-  OperationLog log(m_debug, "getMappingViewInfoByName", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getMappingViewInfoByName", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::getMappingViewInfoByName(HuaweiLUNMappingView_t&, const string&, std::string)");
   CXoError result = call.guard("getMappingViewInfoByName", GuardStyle::Bare);
@@ -138,7 +139,7 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
   // One text for both lookups.
   if (mappingViewName.empty()) return call.error("The entered mapping view ID is empty");
   const PlainCall get{HUAWEI_REQ_GET,
-                      HuaweiVstore::withVstoreQuery("mappingview?filter=NAME:" + mappingViewName, vstoreId),
+                      ResourcePath("mappingview").add("filter", "NAME:" + mappingViewName).vstore(vstoreId),
                       HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_NAME};
   result = call.exchange(request, get,
                          SecondGenerationTexts(YbString::Format(
@@ -163,13 +164,13 @@ CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingVi
                                                 std::string vstoreId) {
   HuaweiJSONGetLUNMappingViewInfo request(m_jobId);
   std::vector<_HuaweiLUNMappingView> views;
-  OperationLog log(m_debug, "getMappingViewInfoByID", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getMappingViewInfoByID", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::getMappingViewInfoByID(HuaweiLUNMappingView_t&, const string&, std::string)");
   CXoError result = call.guard("getMappingViewInfoByID", GuardStyle::Bare);
   if (result.IsError()) return result;
   if (mappingViewId.empty()) return call.error("The entered mapping view ID is empty");
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("mappingview?filter=ID:" + mappingViewId, vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("mappingview").add("filter", "ID:" + mappingViewId).vstore(vstoreId),
                       HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_ID};
   result = call.exchange(request, get,
                          SecondGenerationTexts(YbString::Format(
@@ -191,7 +192,7 @@ CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingVi
 
 CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewName,
                                            std::string vstoreId) {
-  OperationLog log(m_debug, "createMappingView", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "createMappingView", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)");
   CXoError result = call.guard("createMappingView");
@@ -203,7 +204,7 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
   wanted.vstoreId = vstoreId;
   HuaweiJSONCreateMappingView request(m_jobId, wanted);
   result = call.exchange(request, {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
-                         SecondGenerationTexts::unprefixed(YbString::Format(
+                         SecondGenerationTexts::change(YbString::Format(
                                                                "[ERROR] Unable to create mapping view with name [%s]",
                                                                mappingViewName.c_str()))
                              .alsoLogged()
@@ -223,46 +224,49 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
 
 CXoError ZrManageHuawei::addHostGroupToMappingView(std::string const& hostGroupId, std::string const& mappingViewId,
                                                    std::string vstoreId) {
-  OperationLog log(m_debug, "addHostGroupToMappingView", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "addHostGroupToMappingView", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::addHostGroupToMappingView(const string&, const string&, std::string)");
   const CXoError guard = call.guard("addHostGroupToMappingView");
   if (guard.IsError()) return guard;
-  static const Attachment kHostGroup{HuaweiApiValue::OBJECT_TYPE_HOSTGROUP,
-                                     HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW,
-                                     kHostGroupAlreadyInView,
-                                     "The hostgroup [%s] is already associated to the mappingview [%s]",
-                                     "[ERROR] Unable to associate hostgroup [%s] with mappingview [%s]",
-                                     "[ERROR] Failed to associate hostgroup [%s] with mappingview [%s]",
-                                     "Successfully associated the hostgroup [%s] with mappingview [%s]"};
-  // Only the host group's attachment logs its body.
+  static const Attachment kHostGroup{
+      /*type=*/HuaweiApiValue::OBJECT_TYPE_HOSTGROUP,
+      /*opType=*/HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW,
+      /*alreadyAttached=*/kHostGroupAlreadyInView,
+      /*attachedAlready=*/"The hostgroup [%s] is already associated to the mappingview [%s]",
+      /*refusedLog=*/"[ERROR] Unable to associate hostgroup [%s] with mappingview [%s]",
+      /*refused=*/"[ERROR] Failed to associate hostgroup [%s] with mappingview [%s]",
+      /*attached=*/"Successfully associated the hostgroup [%s] with mappingview [%s]",
+      /*logsBody=*/true};  // only the host group's attachment logs its body
   return attach<HuaweiJSONAssociateHostGroupWithMappingView>(call, m_jobId, kHostGroup, hostGroupId, mappingViewId,
-                                                             vstoreId, true);
+                                                             vstoreId);
 }
 
 CXoError ZrManageHuawei::addLunGroupToMappingView(std::string const& lunGroupId, std::string const& mappingViewId,
                                                   std::string vstoreId) {
-  OperationLog log(m_debug, "addLunGroupToMappingView", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "addLunGroupToMappingView", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::addLunGroupToMappingView(const string&, const string&, std::string)");
   const CXoError guard = call.guard("addLunGroupToMappingView");
   if (guard.IsError()) return guard;
-  static const Attachment kLunGroup{HuaweiApiValue::OBJECT_TYPE_LUN_GROUP,
-                                    HuaweiOpType::ADD_LUN_GROUP_TO_MAPPING_VIEW,
-                                    kLunGroupAlreadyInView,
-                                    "The lungroup [%s] is already associated to the mappingview [%s]",
-                                    "[ERROR] Unable to associate lungroup [%s] with mappingview [%s]",
-                                    "[ERROR] Failed to associate lungroup [%s] with mappingview [%s]",
-                                    "Successfully associated the lungroup [%s] with mappingview [%s]"};
+  static const Attachment kLunGroup{
+      /*type=*/HuaweiApiValue::OBJECT_TYPE_LUN_GROUP,
+      /*opType=*/HuaweiOpType::ADD_LUN_GROUP_TO_MAPPING_VIEW,
+      /*alreadyAttached=*/kLunGroupAlreadyInView,
+      /*attachedAlready=*/"The lungroup [%s] is already associated to the mappingview [%s]",
+      /*refusedLog=*/"[ERROR] Unable to associate lungroup [%s] with mappingview [%s]",
+      /*refused=*/"[ERROR] Failed to associate lungroup [%s] with mappingview [%s]",
+      /*attached=*/"Successfully associated the lungroup [%s] with mappingview [%s]",
+      /*logsBody=*/false};
   return attach<HuaweiJSONAssociateLunGroupWithMappingView>(call, m_jobId, kLunGroup, lunGroupId, mappingViewId,
-                                                            vstoreId, false);
+                                                            vstoreId);
 }
 
 CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& mappingViewId,
                                                             std::vector<_HuaweiLunGroupInfo>& lunGroups,
                                                             std::string vstoreId) {
   HuaweiJSONGetLunGroupAssociatedWithMappingView request(m_jobId);
-  OperationLog log(m_debug, "getLunGroupAssociatedToMappingView", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getLunGroupAssociatedToMappingView", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log,
       "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, std::vector<_HuaweiLunGroupInfo>&, "
@@ -270,10 +274,12 @@ CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& m
   const CXoError guard = call.guard("getLunGroupAssociatedToMappingView");
   if (guard.IsError()) return guard;
   static const AssociationListing kLunGroupsOfView{
-      "lungroup/associate", HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
-      "[ERROR] Failed to get the lun groups associated with the mappingview [%s]",
-      "No lun groups are associated with the mappingview [%s].",
-      "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]"};
+      /*resource=*/"lungroup/associate",
+      /*ownerType=*/HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW,
+      /*opType=*/HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+      /*failure=*/"[ERROR] Failed to get the lun groups associated with the mappingview [%s]",
+      /*none=*/"No lun groups are associated with the mappingview [%s].",
+      /*counted=*/"Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]"};
   return listAssociated(call, request, kLunGroupsOfView, mappingViewId, vstoreId, lunGroups,
                         &HuaweiJSONGetLunGroupAssociatedWithMappingView::getLunGroupInfo);
 }
@@ -282,7 +288,7 @@ CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& 
                                                              std::vector<_HuaweiHostGroupInfo>& hostGroups,
                                                              std::string vstoreId) {
   HuaweiJSONGetHostGroupAssociatedWithMappingView request(m_jobId);
-  OperationLog log(m_debug, "getHostGroupAssociatedToMappingView", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getHostGroupAssociatedToMappingView", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log,
       "CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(const string&, "
@@ -290,11 +296,12 @@ CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& 
   const CXoError guard = call.guard("getHostGroupAssociatedToMappingView");
   if (guard.IsError()) return guard;
   static const AssociationListing kHostGroupsOfView{
-      "hostgroup/associate", HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW,
-      HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
-      "[ERROR] Failed to get the host groups associated with the mappingview [%s]",
-      "No host groups are associated with the mappingview [%s].",
-      "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]"};
+      /*resource=*/"hostgroup/associate",
+      /*ownerType=*/HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW,
+      /*opType=*/HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+      /*failure=*/"[ERROR] Failed to get the host groups associated with the mappingview [%s]",
+      /*none=*/"No host groups are associated with the mappingview [%s].",
+      /*counted=*/"Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]"};
   return listAssociated(call, request, kHostGroupsOfView, mappingViewId, vstoreId, hostGroups,
                         &HuaweiJSONGetHostGroupAssociatedWithMappingView::getHostGroupInfo);
 }
@@ -303,7 +310,7 @@ CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& l
                                                             std::vector<_HuaweiLUNMappingView>& mappingViews,
                                                             std::string vstoreId) {
   HuaweiJSONGetLUNMappingViewInfo request(m_jobId);
-  OperationLog log(m_debug, "getMappingViewAssociatedToLunGroup", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getMappingViewAssociatedToLunGroup", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log,
       "CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(const string&, "
@@ -311,48 +318,53 @@ CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& l
   const CXoError guard = call.guard("getMappingViewAssociatedToLunGroup");
   if (guard.IsError()) return guard;
   static const AssociationListing kViewsOfLunGroup{
-      "mapping/associate", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP,
-      HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP,
-      "[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]",
-      "No mappingviews are associated with the lungroup with ID [%s]",
-      "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]"};
+      /*resource=*/"mapping/associate",
+      /*ownerType=*/HuaweiApiValue::OBJECT_TYPE_LUN_GROUP,
+      /*opType=*/HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP,
+      /*failure=*/"[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]",
+      /*none=*/"No mappingviews are associated with the lungroup with ID [%s]",
+      /*counted=*/"Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]"};
   return listAssociated(call, request, kViewsOfLunGroup, lunGroupId, vstoreId, mappingViews,
                         &HuaweiJSONGetLUNMappingViewInfo::getLUNMappingInfo);
 }
 
 CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(std::string const& lunGroupId,
                                                                std::string const& mappingViewId, std::string vstoreId) {
-  OperationLog log(m_debug, "removeLunGroupAssociatedToMappingView", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "removeLunGroupAssociatedToMappingView", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(const string&, const string&, std::string)");
   // The guard's name is shorter than the operation's; callers know it by that text.
   const CXoError guard = call.guard("removeLunGroupToMappingView");
   if (guard.IsError()) return guard;
-  static const Detachment kLunGroup{HuaweiApiValue::OBJECT_TYPE_LUN_GROUP,
-                                    HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW, kLunGroupDoesNotExist,
-                                    "The lungroup [%s] does not exist",
-                                    "Successfully removed the association between the lungroup [%s] and mappingview [%s]"};
+  static const Detachment kLunGroup{
+      /*type=*/HuaweiApiValue::OBJECT_TYPE_LUN_GROUP,
+      /*opType=*/HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+      /*groupAbsent=*/kLunGroupDoesNotExist,
+      /*groupGone=*/"The lungroup [%s] does not exist",
+      /*detached=*/"Successfully removed the association between the lungroup [%s] and mappingview [%s]"};
   return detach(call, m_jobId, kLunGroup, lunGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(std::string const& hostGroupId,
                                                                 std::string const& mappingViewId,
                                                                 std::string vstoreId) {
-  OperationLog log(m_debug, "removeHostGroupAssociatedToMappingView", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "removeHostGroupAssociatedToMappingView", m_jobId);
   SecondGenerationCall call = secondGeneration(
       log, "CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(const string&, const string&, std::string)");
   const CXoError guard = call.guard("removeHostGroupAssociatedToMappingView");
   if (guard.IsError()) return guard;
   static const Detachment kHostGroup{
-      HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
-      kHostGroupDoesNotExist, "The hostgroup [%s] does not exist",
-      "Successfully removed the association between the hostgroup [%s] and mappingview [%s]"};
+      /*type=*/HuaweiApiValue::OBJECT_TYPE_HOSTGROUP,
+      /*opType=*/HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+      /*groupAbsent=*/kHostGroupDoesNotExist,
+      /*groupGone=*/"The hostgroup [%s] does not exist",
+      /*detached=*/"Successfully removed the association between the hostgroup [%s] and mappingview [%s]"};
   return detach(call, m_jobId, kHostGroup, hostGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std::string vstoreId) {
   HuaweiJSONDeleteRequest request(m_jobId);
-  OperationLog log(m_debug, "deleteMappingView", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "deleteMappingView", m_jobId);
   SecondGenerationCall call =
       secondGeneration(log, "CXoError ZrManageHuawei::deleteMappingView(const string&, std::string)");
   CXoError result = call.guard("deleteMappingView");
@@ -361,7 +373,7 @@ CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std
   if (result.IsError()) return result;
   // A view that is gone is a failure here.
   result = call.exchange(request,
-                         {HUAWEI_REQ_DELETE, HuaweiVstore::withVstoreQuery("mappingview/" + mappingViewId, vstoreId),
+                         {HUAWEI_REQ_DELETE, ResourcePath("mappingview/" + mappingViewId).vstore(vstoreId),
                           HuaweiOpType::DELETE_MAPPING_VIEW},
                          SecondGenerationTexts(YbString::Format("[ERROR] Failed to delete the mappingview with Id [%s]",
                                                                 mappingViewId.c_str()))

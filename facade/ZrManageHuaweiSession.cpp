@@ -5,7 +5,6 @@
 
 #include "ConvertToString.h"
 #include "FirstGenerationCall.h"
-#include "SecondGenerationCall.h"
 #include "HuaweiJSONBaseV2.h"
 #include "HuaweiJSONGetTokenInfo.h"
 #include "HuaweiOpTypes.h"
@@ -73,40 +72,22 @@ bool ZrManageHuawei::createSession() {
 }
 
 bool ZrManageHuawei::setTokenInfo() {
-  static const char kLog[] = "ZrManageHuawei::setTokenInfo";
   HuaweiJSONGetTokenInfo request(m_jobId, m_restApi.getUserName(), m_restApi.getPassword());
-  if (!m_initialized) {
-    m_debug.DebugLvl(kLog, -1, m_jobId, "%s", guardText("setTokenInfo").c_str());
-    return false;
-  }
-
-  std::string body;
-  if (!request.buildRequest(body) || body.empty()) {
-    m_debug.DebugLvl(kLog, -1, m_jobId, "Unable to build the request body");
-    return false;
-  }
-  std::string response;
-  m_lastResult = m_restApi.post(std::string(), body, response, HuaweiOpType::SET_TOKEN_INFO);
-  if (!m_lastResult) {
-    m_debug.DebugLvl(kLog, -1, m_jobId, "Unable to get the base token information");
-    return false;
-  }
-  if (response.empty()) {
-    m_debug.DebugLvl(kLog, -1, m_jobId, "Empty response from the array");
-    return false;
-  }
-  if (!request.parseResponse(response)) {
-    m_debug.DebugLvl(kLog, -1, m_jobId, "Unable to parse the JSON Response");
-    return false;
-  }
+  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::setTokenInfo", m_jobId);
+  FirstGenerationCall call = firstGeneration(log);
+  const bool done = call.run("setTokenInfo", request, {HUAWEI_REQ_POST, std::string(), HuaweiOpType::SET_TOKEN_INFO},
+                             FirstGenerationTexts("Unable to get the base token information"));
+  // GetErrorInfo tells the outcome of the login's send; a login that never went out leaves it.
+  if (call.sent()) m_lastResult = call.status();
+  if (!done) return false;
 
   std::string baseToken;
   std::string deviceId;
   request.getTokenInformation(baseToken, deviceId, m_vstoreId);
   m_restApi.setBaseToken(baseToken);
   m_restApi.setDeviceId(deviceId);
-  m_debug.DebugLvl(kLog, 5, m_jobId, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]",
-                   baseToken.c_str(), deviceId.c_str(), m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
+  log.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]", baseToken.c_str(),
+           deviceId.c_str(), m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
   return true;
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "FirstGenerationCall.h"
+#include "HuaweiArrayCodes.h"
 #include "HuaweiJSONShareRequests.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
@@ -14,10 +15,6 @@
 
 namespace {
 
-const unsigned long long kCIFSShareExists = 1077939715ULL;            // 0x40400e03
-const unsigned long long kCIFSSharePermissionExists = 1077939718ULL;  // 0x40400e06
-const unsigned long long kNFSSharePermissionAbsent = 1077939728ULL;   // 0x40400e10
-
 const char kCIFSProtocol[] = "unc";
 const char kNFSProtocol[] = "nfs";
 const char kErrorPrefix[] = "[ERROR] ";
@@ -25,17 +22,19 @@ const char kCIFSPermissions[] = "CIFS_SHARE_AUTH_CLIENT";
 const char kNFSPermissions[] = "NFS_SHARE_AUTH_CLIENT";
 
 // The lookup's texts carry the error prefix.
-const FirstGenerationTexts lookupTexts(const std::string& requestFailed) {
-  return {requestFailed, std::string(kErrorPrefix) + kEmptyResponseText, std::string(kErrorPrefix) + kParseFailedText};
+FirstGenerationTexts lookupTexts(const std::string& requestFailed) {
+  return FirstGenerationTexts(requestFailed)
+      .emptyResponseSays(std::string(kErrorPrefix) + kEmptyResponseText)
+      .parseFailureSays(std::string(kErrorPrefix) + kParseFailedText);
 }
 
 // Where the lookup by name asks: the array filters CIFS shares by name, NFS shares are all
 // fetched and searched here. Empty for a protocol of neither kind.
 std::string lookupResource(const std::string& protocol, const std::string& shareName, const std::string& vstoreId) {
   if (protocol == kCIFSProtocol) {
-    return HuaweiVstore::withVstoreQuery(ResourcePath("cifshare").add("filter", "NAME:" + shareName).str(), vstoreId);
+    return ResourcePath("cifshare").add("filter", "NAME:" + shareName).vstore(vstoreId);
   }
-  if (protocol == kNFSProtocol) return HuaweiVstore::withVstoreQuery("nfshare", vstoreId);
+  if (protocol == kNFSProtocol) return ResourcePath("nfshare").vstore(vstoreId);
   return std::string();
 }
 
@@ -90,19 +89,11 @@ bool permissionsOfShare(OperationLog& log, const char* emptyShareText, const std
   return true;
 }
 
-// Keeps the frame silent about every refusal: the operation reads the array's code and decides.
-bool everyRefusal(const HuaweiApi::ResultStatus&) { return true; }
-
-// Whether this call was refused with the code, as the transport last classified it.
-bool refusedWith(const FirstGenerationCall& call, unsigned long long code) {
-  return call.status().IsError() && call.arrayCode() == code;
-}
-
 }  // namespace
 
 bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string const& protocol,
                                         std::string const& shareName, std::string vstoreId) {
-  OperationLog log(m_debug, "getShareInfoByName", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getShareInfoByName", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("getShareInfoByName", kErrorPrefix)) return false;
   if (shareName.empty()) {
@@ -153,7 +144,7 @@ bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string cons
 
 bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string const& protocol,
                                         std::string const& fileSystemId, std::string vstoreId) {
-  OperationLog log(m_debug, "getShareInfoByFSID", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getShareInfoByFSID", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("getShareInfoByFSID", kErrorPrefix)) return false;
   if (protocol != kNFSProtocol) {
@@ -165,8 +156,8 @@ bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string cons
     return false;
   }
   // The vStore follows as a bare "&<id>", without a key; the array has always been asked so.
-  std::string resource = ResourcePath("nfshare").add("filter", "FSID:" + fileSystemId).add("range", "[0-1]").str();
-  if (!HuaweiVstore::isNone(vstoreId)) resource += "&" + vstoreId;
+  const std::string resource =
+      ResourcePath("nfshare").add("filter", "FSID:" + fileSystemId).add("range", "[0-1]").bareVstore(vstoreId);
   HuaweiJSONGetShareInfo request(m_jobId);
   const std::string failed = YbString::Format("[ERROR] Unable to find NFS Share with FSID [%s].", fileSystemId.c_str());
   if (!call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))) {
@@ -187,19 +178,20 @@ bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string cons
 
 bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& name, std::string const& sharePath,
                                      std::string const& fileSystemId, std::string vstoreId) {
-  OperationLog log(m_debug, "createCIFSShare", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "createCIFSShare", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   // The guard has always named the grant; operators search the logs for that text.
   if (!call.guard("addCIFSSharePermission")) return false;
   HuaweiJSONCreateCIFSShare request(m_jobId, shareId, name, sharePath, fileSystemId, vstoreId);
-  if (call.exchange(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE}, {std::string()},
-                    everyRefusal)) {
+  // The operation reads the array's code of every refusal and decides.
+  if (call.exchange(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE},
+                    FirstGenerationTexts().handlingEveryFailedSend())) {
     shareId = request.getCIFSShareID();
     log.line(0, "Successfully created CIFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
              sharePath.c_str(), shareId.c_str());
     return true;
   }
-  if (!refusedWith(call, kCIFSShareExists)) return false;  // other refusals fail without a line of their own
+  if (!call.failedWith(HuaweiArrayCode::CIFS_SHARE_ALREADY_EXISTS)) return false;  // other refusals fail without a line of their own
   log.line(0, "The CIFS share with Name [%s] already exists.Get the share details", name.c_str());
   _HuaweiShareInfo existing;
   if (!getShareInfoByName(existing, kCIFSProtocol, name, vstoreId)) {
@@ -212,7 +204,7 @@ bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& na
 }
 
 bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string vstoreId) {
-  OperationLog log(m_debug, "deleteCIFSShare", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "deleteCIFSShare", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("deleteCIFSShare")) return false;
   _HuaweiShareInfo share;
@@ -225,9 +217,9 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
     return true;
   }
   HuaweiJSONDeleteCIFSShare request(m_jobId, shareName);
-  const PlainCall del{HUAWEI_REQ_DELETE, HuaweiVstore::withVstoreQuery("cifshare/" + share.id, vstoreId),
+  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("cifshare/" + share.id).vstore(vstoreId),
                       HuaweiOpType::DELETE_CIFS_SHARE};
-  if (!call.exchange(request, del, {"Unable to delete the CIFS share"})) return false;
+  if (!call.exchange(request, del, FirstGenerationTexts("Unable to delete the CIFS share"))) return false;
   log.line(0, "Successfully deleted the CIFS Share[%s] with ID[%s]", shareName.c_str(), share.id.c_str());
   return true;
 }
@@ -235,13 +227,13 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
 bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
                                              std::string vstoreId) {
   permissions.clear();
-  OperationLog log(m_debug, "getCIFSSharePermissions", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissions", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONGetCIFSSharePermissionInfo request(m_jobId);
   // No filter: every permission of the array (or vStore) comes, and callers narrow the list.
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery(kCIFSPermissions, vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId),
                       HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS};
-  if (!call.run("getCIFSSharePermissions", request, get, {"Unable to get the permissions list for CIFS Share."})) {
+  if (!call.run("getCIFSSharePermissions", request, get, FirstGenerationTexts("Unable to get the permissions list for CIFS Share."))) {
     return false;
   }
   request.getCIFSSharePermissionInfo(permissions);
@@ -251,7 +243,7 @@ bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissio
 
 bool ZrManageHuawei::getCIFSSharePermissionsFromParentId(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
                                                          std::string const& shareId, std::string vstoreId) {
-  OperationLog log(m_debug, "getCIFSSharePermissionsFromParentId", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissionsFromParentId", m_jobId);
   return permissionsOfShare<_HuaweiCIFSSharePermissionInfo>(
       log, "[ERROR] The shareID is empty", shareId, permissions,
       [&](std::list<_HuaweiCIFSSharePermissionInfo>& all) { return getCIFSSharePermissions(all, vstoreId); });
@@ -260,17 +252,15 @@ bool ZrManageHuawei::getCIFSSharePermissionsFromParentId(std::list<_HuaweiCIFSSh
 bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::string const& name,
                                             std::string const& shareId, std::string const& domainType,
                                             std::string const& permission, std::string vstoreId) {
-  OperationLog log(m_debug, "addCIFSSharePermission", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "addCIFSSharePermission", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("addCIFSSharePermission")) return false;
   HuaweiJSONAddCIFSSharePermissions request(m_jobId, name, shareId, domainType, permission, vstoreId);
-  const auto existingGrant = [&call](const HuaweiApi::ResultStatus&) {
-    return call.arrayCode() == kCIFSSharePermissionExists;
-  };
   // Other refusals go on to the parser, which reports the array's code.
-  const PlainCall post{HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION, true};
-  if (!call.exchange(request, post, {std::string()}, existingGrant)) {
-    if (!refusedWith(call, kCIFSSharePermissionExists)) return false;
+  PlainCall post{HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION};
+  post.refusalIsAnswer = true;
+  if (!call.exchange(request, post, FirstGenerationTexts().handling({HuaweiArrayCode::CIFS_PERMISSION_ALREADY_EXISTS}))) {
+    if (!call.refusalLeftToOperation()) return false;
     log.line(0, "The permission with Name [%s] Permission [%s] already exists for the CIFS Share with ID [%s]",
              name.c_str(), permission.c_str(), shareId.c_str());
     return true;
@@ -283,14 +273,14 @@ bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::stri
 
 bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fileSystemId, std::string const& name,
                                     std::string const& sharePath, std::string vstoreId) {
-  OperationLog log(m_debug, "createNFSShare", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "createNFSShare", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONCreateNFSShare request(m_jobId, shareId, fileSystemId, name, sharePath, vstoreId);
   // No code is looked at: a share that exists is a failure like any other.
   const std::string failed =
       YbString::Format("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name.c_str(),
                        sharePath.c_str(), fileSystemId.c_str());
-  if (!call.run("createNFSShare", request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE}, {failed})) {
+  if (!call.run("createNFSShare", request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE}, FirstGenerationTexts(failed))) {
     return false;
   }
   shareId = request.getNFShareID();
@@ -300,15 +290,15 @@ bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fil
 }
 
 bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vstoreId) {
-  OperationLog log(m_debug, "deleteNFSShare", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "deleteNFSShare", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("deleteNFSShare") || !call.argument(shareId, "ShareID")) return false;
   HuaweiJSONDeleteNFSShare request(m_jobId, shareId);
   // A share that is gone is a failure.
-  const PlainCall del{HUAWEI_REQ_DELETE, HuaweiVstore::withVstoreQuery("nfshare/" + shareId, vstoreId),
+  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("nfshare/" + shareId).vstore(vstoreId),
                       HuaweiOpType::DELETE_NFS_SHARE};
   const std::string failed = YbString::Format("[ERROR] Unable to delete the NFS share with ID [%s].", shareId.c_str());
-  if (!call.exchange(request, del, {failed})) return false;
+  if (!call.exchange(request, del, FirstGenerationTexts(failed))) return false;
   log.line(0, "Successfully deleted the NFS Share with ID[%s]", shareId.c_str());
   return true;
 }
@@ -316,12 +306,12 @@ bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vsto
 bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
                                             std::string vstoreId) {
   permissions.clear();
-  OperationLog log(m_debug, "getNFSSharePermissions", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissions", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONGetNFSSharePermissionInfo request(m_jobId);
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery(kNFSPermissions, vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId),
                       HuaweiOpType::GET_NFS_SHARE_PERMISSIONS};
-  if (!call.run("getNFSSharePermissions", request, get, {"Unable to get the permissions list for NFS Share"})) {
+  if (!call.run("getNFSSharePermissions", request, get, FirstGenerationTexts("Unable to get the permissions list for NFS Share"))) {
     return false;
   }
   request.getNFSSharePermissionInfo(permissions);
@@ -331,7 +321,7 @@ bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionI
 
 bool ZrManageHuawei::getNFSSharePermissionsFromParentId(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
                                                         std::string const& shareId, std::string vstoreId) {
-  OperationLog log(m_debug, "getNFSSharePermissionsFromParentId", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissionsFromParentId", m_jobId);
   return permissionsOfShare<_HuaweiNFSSharePermissionInfo>(
       log, "[ERROR] The NFS shareID is empty", shareId, permissions,
       [&](std::list<_HuaweiNFSSharePermissionInfo>& all) { return getNFSSharePermissions(all, vstoreId); });
@@ -342,12 +332,13 @@ bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::strin
                                            std::string const& sync, std::string const& allSquash,
                                            std::string const& rootSquash, std::string vstoreId) {
   (void)permissionId;  // the answer carries no identifier that is read; callers list the permissions
-  OperationLog log(m_debug, "addNFSSharePermission", m_jobId, false);
+  OperationLog log = OperationLog::facade(m_debug, "addNFSSharePermission", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONAddNFSSharePermissions request(m_jobId, name, shareId, accessVal, sync, allSquash, rootSquash, vstoreId);
   // Every refusal alike, a client that has its permission already included, and told at level 0.
-  FirstGenerationTexts texts{YbString::Format("Unable to add IP [%s] to the NFS share [%s].", name.c_str(), shareId.c_str())};
-  texts.requestFailedLevel = 0;
+  const auto texts = FirstGenerationTexts(YbString::Format("Unable to add IP [%s] to the NFS share [%s].", name.c_str(),
+                                                          shareId.c_str()))
+                         .refusalLoggedAt(0);
   if (!call.run("addNFSSharePermission", request,
                 {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION}, texts)) {
     return false;
@@ -357,19 +348,19 @@ bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::strin
 }
 
 bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, std::string vstoreId) {
-  OperationLog log("deleteNFSSharePermission", m_jobId);
+  OperationLog log = OperationLog::event("deleteNFSSharePermission", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("deleteNFSSharePermission") || !call.argument(permissionId, "PermissionID")) return false;
   HuaweiJSONDeleteNFSSharePermission request(m_jobId, permissionId);
   const PlainCall del{HUAWEI_REQ_DELETE,
-                      HuaweiVstore::withVstoreQuery(std::string(kNFSPermissions) + "/" + permissionId, vstoreId),
+                      ResourcePath(std::string(kNFSPermissions) + "/" + permissionId).vstore(vstoreId),
                       HuaweiOpType::DELETE_NFS_SHARE_PERMISSION};
-  if (call.exchange(request, del, {std::string()}, everyRefusal)) {
+  if (call.exchange(request, del, FirstGenerationTexts().handlingEveryFailedSend())) {
     log.line(0, "Successfully deleted the NFS share permission with ID[%s]", permissionId.c_str());
     return true;
   }
   if (!call.status().IsError()) return false;
-  if (call.arrayCode() == kNFSSharePermissionAbsent) {
+  if (call.failedWith(HuaweiArrayCode::NFS_PERMISSION_DOES_NOT_EXIST)) {
     // Gone already is what a deletion wants; the prefix stands in the text all the same.
     log.line(3, "[ERROR] Unable to delete the NFS share permission with ID [%s] as the permission does not exist",
              permissionId.c_str());

@@ -1,20 +1,19 @@
 // File-system snapshots: take, inspect, delete.
 #include "FirstGenerationCall.h"
+#include "HuaweiArrayCodes.h"
 #include "HuaweiJSONSnapshotRequests.h"
 #include "HuaweiOpTypes.h"
-#include "HuaweiVstore.h"
+#include "ResourcePath.h"
 #include "OperationLog.h"
 #include "ZrManageHuawei.h"
 
 namespace {
-const unsigned long long kSnapshotDoesNotExist = 1073754118ULL;  // 0x40003006
-const unsigned long long kSnapDiffRefused = 1073754130ULL;       // 0x40003012
 const char kIncrementalBackupSnapshotType[] = "8";
 }  // namespace
 
 bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSystemId, std::string& snapshot,
                                               bool enableSnapDiff, std::string vstoreId) {
-  OperationLog log("ZrManageHuawei::createFileSystemSnapshot", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::createFileSystemSnapshot", m_jobId);
   // A file system that cannot take the SnapDiff option is asked again without it, for as long as
   // the array refuses: the retry is deliberately unbounded.
   bool snapDiff = enableSnapDiff;
@@ -24,17 +23,15 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
     if (!call.guard("createFileSystemSnapshot")) return false;
     // Only this attempt's own answer counts as a refusal: a lost connection after one refusal must
     // not turn into an endless loop of sends.
-    bool refused = false;
-    const auto snapDiffRefused = [&refused](const HuaweiApi::ResultStatus& status) {
-      return refused = status.Is(kSnapDiffRefused);
-    };
-    if (call.exchange(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
-                      {"Unable to create snapshot."}, snapDiffRefused)) {
+    const auto texts = FirstGenerationTexts("Unable to create snapshot.")
+                           .handling({HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED})
+                           .handlingOnlyThisAnswer();
+    if (call.exchange(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT}, texts)) {
       snapshot = request.getSnapshotUUID();
       log.line(0, "Successfully created snapshot[%s]", snapshot.c_str());
       return true;
     }
-    if (!refused) return false;
+    if (!call.refusalLeftToOperation()) return false;
     log.line(0,
              "File System with Id[%llu] does not support SnapDiff functionality. Trying again by turning off "
              "ENABLESNAPDIFF option.",
@@ -46,35 +43,33 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
 bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _HuaweiSnapshotInfo& info,
                                                std::string vstoreId) {
   HuaweiJSONGetSnapshotInfo request(m_jobId);
-  OperationLog log("ZrManageHuawei::getFileSystemSnapshotInfo", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemSnapshotInfo", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("getFileSystemSnapshotInfo")) return false;
-  // An absent snapshot (as the transport's last classified answer tells) marks the record and is
-  // still a logged failure.
-  const auto markAbsent = [&](const HuaweiApi::ResultStatus&) {
-    if (call.arrayCode() == kSnapshotDoesNotExist) {
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("fssnapshot/" + snapshotId).vstore(vstoreId),
+                      HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO};
+  if (!call.exchange(request, get, FirstGenerationTexts("Unable to get the snapshot information."))) {
+    // An absent snapshot, as the transport's last classified answer tells, marks the record.
+    if (call.failedWith(HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST)) {
       info.id = snapshotId;
       info.notExist = true;
     }
     return false;
-  };
-  const PlainCall get{HUAWEI_REQ_GET, HuaweiVstore::withVstoreQuery("fssnapshot/" + snapshotId, vstoreId),
-                      HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO};
-  if (!call.exchange(request, get, {"Unable to get the snapshot information."}, markAbsent)) return false;
+  }
   request.getSnapshotInfo(info);
   log.line(0, "Successfully got the snapshot information for [%s].", info.id.c_str());
   return true;
 }
 
 bool ZrManageHuawei::isSnapshotPresent(std::string const& snapshotId, std::string vstoreId) {
-  OperationLog log("ZrManageHuawei::isSnapshotPresent", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::isSnapshotPresent", m_jobId);
   _HuaweiSnapshotInfo info;
   // Any failure, a lost connection too, reads as not present.
   const bool present = getFileSystemSnapshotInfo(snapshotId, info, vstoreId);
   unsigned long long code = 0;
   std::string text;
   if (!present) m_restApi.getErrorInfo(code, text);
-  if (!present && code == kSnapshotDoesNotExist) {
+  if (!present && code == HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST) {
     log.line(0, "Snapshot [%s] does not exist on the array. It must have been externally deleted.",
              snapshotId.c_str());
   }
@@ -82,7 +77,7 @@ bool ZrManageHuawei::isSnapshotPresent(std::string const& snapshotId, std::strin
 }
 
 bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std::string vstoreId) {
-  OperationLog log("ZrManageHuawei::deleteFileSystemSnapshot", m_jobId);
+  OperationLog log = OperationLog::event("ZrManageHuawei::deleteFileSystemSnapshot", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("deleteFileSystemSnapshot") || !call.argument(snapshotId, "Snapshot ID")) return false;
 
@@ -92,13 +87,13 @@ bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std
   if (!getFileSystemSnapshotInfo(snapshotId, info, vstoreId)) {
     log.failure("Unable to get the snapshot information for [%s]", snapshotId.c_str());
   }
-  std::string resource = "fssnapshot/" + snapshotId;
-  if (info.snapType == kIncrementalBackupSnapshotType) resource += "?DELINCREMENTALBACKUPSNAP=true";
-  resource = HuaweiVstore::withVstoreQuery(resource, vstoreId);
+  ResourcePath resource("fssnapshot/" + snapshotId);
+  if (info.snapType == kIncrementalBackupSnapshotType) resource.add("DELINCREMENTALBACKUPSNAP", "true");
+  resource.vstore(vstoreId);
 
   HuaweiJSONDeleteSnapshot request(m_jobId, snapshotId);
   if (!call.exchange(request, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
-                     {"Unable to delete the snapshot"})) {
+                     FirstGenerationTexts("Unable to delete the snapshot"))) {
     return false;
   }
   log.line(0, "Successfully deleted the Snapshot ID[%s]", snapshotId.c_str());

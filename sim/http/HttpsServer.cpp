@@ -83,6 +83,11 @@ HttpsServer::HttpsServer(const std::string& certPath, const std::string& keyPath
     int yes = 1;
     setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
   });
+  // A request that httplib itself refuses (a malformed target) leaves the rest of that request
+  // unread on the connection, so every later request on it would be refused too: close it.
+  server_->set_error_handler([](const httplib::Request&, httplib::Response& response) {
+    if (response.body.empty()) response.set_header("Connection", "close");
+  });
   server_->set_tcp_nodelay(true);  // otherwise every small answer waits for delayed ACKs
   server_->set_keep_alive_max_count(kKeepAliveRequests);
   server_->set_keep_alive_timeout(kKeepAliveSeconds);

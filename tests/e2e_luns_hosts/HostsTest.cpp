@@ -116,3 +116,18 @@ TEST_F(Hosts, InitiatorLookupShowsTheHostNameWhereCreationKeepsEachField) {
 
 }  // namespace
 }  // namespace zrtest
+
+namespace zrtest {
+namespace {
+
+// Values go into the target unescaped: one that the server cannot parse fails that request only,
+// never the requests that follow on the same connection.
+TEST_F(Hosts, ATargetTheArrayCannotParseSpoilsNoLaterRequest) {
+  std::vector<_HuaweiLUNHostInfo> hosts;
+  EXPECT_TRUE(array_->getHostAssociatedToHostGroup("1&x=1?y=2", hosts, "3").IsError());
+  EXPECT_FALSE(array_->getHostAssociatedToHostGroup(scene_["group"], hosts, "3").IsError());
+  EXPECT_FALSE(hosts.empty());
+}
+
+}  // namespace
+}  // namespace zrtest
