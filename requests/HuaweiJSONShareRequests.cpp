@@ -126,16 +126,6 @@ bool HuaweiJSONAddCIFSSharePermissions::parseResponse(std::string& response) {
   return !m_permissionId.empty() || grantAccepted(answer, m_jobId);
 }
 
-HuaweiJSONCreateCIFSShare::HuaweiJSONCreateCIFSShare(unsigned long long const& jobId, std::string const& shareId,
-                                                     std::string const& name, std::string const& sharePath,
-                                                     std::string const& fileSystemId, std::string const& vstoreId)
-    : HuaweiJSONBase(jobId),
-      m_shareId(shareId),
-      m_name(name),
-      m_sharePath(sharePath),
-      m_fileSystemId(fileSystemId),
-      m_vstoreId(vstoreId) {}
-
 bool HuaweiJSONCreateCIFSShare::buildRequest(std::string& body) {
   body.clear();
   if (!requiredPresent(m_jobId, {&m_name, &m_sharePath})) return false;
@@ -146,7 +136,7 @@ bool HuaweiJSONCreateCIFSShare::buildRequest(std::string& body) {
   return true;
 }
 
-bool HuaweiJSONCreateCIFSShare::parseResponse(std::string& response) {
+bool HuaweiJSONCreateShare::parseResponse(std::string& response) {
   return readCreatedId(response, m_jobId, m_shareId);
 }
 
@@ -191,16 +181,6 @@ bool HuaweiJSONAddNFSSharePermissions::parseResponse(std::string& response) {
   return HuaweiResponse::parseObject(kParserLog, m_jobId, response, answer) && grantAccepted(answer, m_jobId);
 }
 
-HuaweiJSONCreateNFSShare::HuaweiJSONCreateNFSShare(unsigned long long const& jobId, std::string const& shareId,
-                                                   std::string const& fileSystemId, std::string const& name,
-                                                   std::string const& sharePath, std::string const& vstoreId)
-    : HuaweiJSONBase(jobId),
-      m_shareId(shareId),
-      m_name(name),
-      m_sharePath(sharePath),
-      m_fileSystemId(fileSystemId),
-      m_vstoreId(vstoreId) {}
-
 bool HuaweiJSONCreateNFSShare::buildRequest(std::string& body) {
   body.clear();
   if (!requiredPresent(m_jobId, {&m_name, &m_sharePath})) return false;
@@ -212,6 +192,3 @@ bool HuaweiJSONCreateNFSShare::buildRequest(std::string& body) {
   return true;
 }
 
-bool HuaweiJSONCreateNFSShare::parseResponse(std::string& response) {
-  return readCreatedId(response, m_jobId, m_shareId);
-}

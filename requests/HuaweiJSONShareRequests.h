@@ -55,22 +55,38 @@ class HuaweiJSONAddCIFSSharePermissions : public HuaweiJSONBase {
   std::string m_vstoreId;
 };
 
-class HuaweiJSONCreateCIFSShare : public HuaweiJSONBase {
+// The creation of a share of either protocol: what it carries and how its answer is read. Each
+// protocol builds its own body.
+class HuaweiJSONCreateShare : public HuaweiJSONBase {
  public:
-  HuaweiJSONCreateCIFSShare(unsigned long long const& jobId, std::string const& shareId, std::string const& name,
-                            std::string const& sharePath, std::string const& fileSystemId,
-                            std::string const& vstoreId);
-  bool buildRequest(std::string& body) override;
   bool parseResponse(std::string& response) override;
-  std::string getCIFSShareID() { return m_shareId; }
 
- private:
+ protected:
+  HuaweiJSONCreateShare(unsigned long long const& jobId, std::string const& shareId, std::string const& name,
+                        std::string const& sharePath, std::string const& fileSystemId, std::string const& vstoreId)
+      : HuaweiJSONBase(jobId),
+        m_shareId(shareId),
+        m_name(name),
+        m_sharePath(sharePath),
+        m_fileSystemId(fileSystemId),
+        m_vstoreId(vstoreId) {}
+
   // The caller's value until the answer gives the array's identifier.
   std::string m_shareId;
   std::string m_name;
   std::string m_sharePath;
   std::string m_fileSystemId;
   std::string m_vstoreId;
+};
+
+class HuaweiJSONCreateCIFSShare : public HuaweiJSONCreateShare {
+ public:
+  HuaweiJSONCreateCIFSShare(unsigned long long const& jobId, std::string const& shareId, std::string const& name,
+                            std::string const& sharePath, std::string const& fileSystemId,
+                            std::string const& vstoreId)
+      : HuaweiJSONCreateShare(jobId, shareId, name, sharePath, fileSystemId, vstoreId) {}
+  bool buildRequest(std::string& body) override;
+  std::string getCIFSShareID() { return m_shareId; }
 };
 
 // Deletions of a share or a permission: any answer with an error object is read as done, a
@@ -135,19 +151,12 @@ class HuaweiJSONAddNFSSharePermissions : public HuaweiJSONBase {
   std::string m_vstoreId;
 };
 
-class HuaweiJSONCreateNFSShare : public HuaweiJSONBase {
+class HuaweiJSONCreateNFSShare : public HuaweiJSONCreateShare {
  public:
   HuaweiJSONCreateNFSShare(unsigned long long const& jobId, std::string const& shareId,
                            std::string const& fileSystemId, std::string const& name, std::string const& sharePath,
-                           std::string const& vstoreId);
+                           std::string const& vstoreId)
+      : HuaweiJSONCreateShare(jobId, shareId, name, sharePath, fileSystemId, vstoreId) {}
   bool buildRequest(std::string& body) override;
-  bool parseResponse(std::string& response) override;
   std::string getNFShareID() { return m_shareId; }
-
- private:
-  std::string m_shareId;
-  std::string m_name;
-  std::string m_sharePath;
-  std::string m_fileSystemId;
-  std::string m_vstoreId;
 };
