@@ -230,7 +230,8 @@ TEST_F(Zrarray, HelpOnEveryLevelAndUsageErrorsExitTwo) {
 
   for (const std::vector<std::string>& mistake :
        {std::vector<std::string>{}, {"fs"}, {"fs", "format"}, {"snapshot", "info"},
-        {"snapshot", "create", "--file-system-id", "seven", "--name", "x"}, {"--format", "xml", "fs", "list"}}) {
+        {"snapshot", "create", "--file-system-id", "seven", "--name", "x"}, {"--format", "xml", "fs", "list"},
+        {"lun", "snapshot-revert", "--snapshot-id", "1", "--speed", "fast"}}) {
     const ToolRun run = zrarray(mistake);
     EXPECT_EQ(run.status, 2) << testing::PrintToString(mistake) << run.err;
     EXPECT_EQ(run.out, "");
