@@ -112,6 +112,46 @@ TEST_F(Zrarray, FailuresExitOneWithTheReasonAndTheArraysCode) {
   EXPECT_THAT(login.err, HasSubstr("[array code 1077949061: The user name or password is incorrect.]"));
 }
 
+// One subcommand of each SAN and NAS group makes an object; the array's store holds it as told.
+TEST_F(Zrarray, EachGroupReachesTheArray) {
+  const std::string fileSystem = sim().fileSystems().create("projects");
+  sim().store().insert("storagepool", {{"ID", "0"}, {"NAME", "pool1"}, {"PARENTID", "0"}});
+  sim().store().insert("lun", {{"ID", "5"}, {"NAME", "db"}, {"PARENTID", "0"}, {"RUNNINGSTATUS", "27"}});
+  struct Row {
+    std::vector<std::string> arguments;
+    std::string type, field, value;
+  };
+  const std::vector<Row> rows = {
+      {{"share", "cifs-create", "--name", "docs", "--path", "/projects/", "--file-system-id", fileSystem},
+       "cifshare", "NAME", "docs"},
+      {{"lun", "create", "--name", "vol", "--pool-id", "0", "--capacity", "1024", "--controller", "0A"},
+       "lun", "ALLOCTYPE", "1"},
+      {{"host", "create", "--host-name", "web1"}, "host", "NAME", "web1"},
+      {{"hostgroup", "create", "--host-group-name", "web"}, "hostgroup", "NAME", "web"},
+      {{"lungroup", "create", "--lun-group-name", "backup"}, "lungroup", "NAME", "backup"},
+      {{"mappingview", "create", "--name", "backup-view"}, "mappingview", "NAME", "backup-view"},
+      {{"clone", "create", "--name", "db-clone", "--primary-lun-id", "5"}, "splitmirror", "PRILUNID", "5"},
+  };
+  for (const Row& row : rows) {
+    const json made = answer(row.arguments);
+    ASSERT_TRUE(made.contains("id")) << row.type << made;
+    const auto stored = sim().store().get(row.type, made["id"].get<std::string>());
+    ASSERT_TRUE(stored) << row.type << made;
+    EXPECT_EQ((*stored)[row.field], row.value) << row.type;
+  }
+}
+
+// An initiator made twice: the array's refusal is the failure, and its flag says why.
+TEST_F(Zrarray, AFlaggedFailureExitsOneAndPrintsItsFlag) {
+  const std::vector<std::string> create = {"host", "initiator-create", "--initiator-id", "iqn.2024-01.lab:web1"};
+  EXPECT_EQ(answer(create)["alreadyExists"], false);
+  const ToolRun again = zrarray(create);
+  EXPECT_EQ(again.status, 1);
+  EXPECT_THAT(again.err, HasSubstr("host initiator-create failed: The initiator with ID[iqn.2024-01.lab:web1] "
+                                   "already exists [array code 1077948997: "));
+  EXPECT_EQ(json::parse(again.out), json({{"alreadyExists", true}}));
+}
+
 // The array's certificate is checked against the given CA, else the system's store; --insecure
 // is explicit and loud.
 TEST_F(Zrarray, TrustsOnlyWhatItIsToldAndSaysSoWhenItIsNot) {
@@ -176,7 +216,8 @@ TEST_F(Zrarray, HelpOnEveryLevelAndUsageErrorsExitTwo) {
   EXPECT_THAT(top.out, HasSubstr("--password-file"));
   EXPECT_THAT(top.out, Not(testing::ContainsRegex("--password[ =]")));
   const std::vector<std::string> groups = subcommands(top.out);
-  EXPECT_THAT(groups, testing::IsSupersetOf({"system", "fs", "snapshot", "changelist"}));
+  EXPECT_THAT(groups, testing::IsSupersetOf({"system", "fs", "snapshot", "changelist", "share", "lun", "host",
+                                             "hostgroup", "lungroup", "mappingview", "clone"}));
   for (const std::string& group : groups) {
     const ToolRun groupHelp = RunZrarray({group, "--help"});
     ASSERT_EQ(groupHelp.status, 0) << group;
@@ -189,7 +230,8 @@ TEST_F(Zrarray, HelpOnEveryLevelAndUsageErrorsExitTwo) {
 
   for (const std::vector<std::string>& mistake :
        {std::vector<std::string>{}, {"fs"}, {"fs", "format"}, {"snapshot", "info"},
-        {"snapshot", "create", "--file-system-id", "seven", "--name", "x"}, {"--format", "xml", "fs", "list"}}) {
+        {"snapshot", "create", "--file-system-id", "seven", "--name", "x"}, {"--format", "xml", "fs", "list"},
+        {"lun", "snapshot-revert", "--snapshot-id", "1", "--speed", "fast"}}) {
     const ToolRun run = zrarray(mistake);
     EXPECT_EQ(run.status, 2) << testing::PrintToString(mistake) << run.err;
     EXPECT_EQ(run.out, "");

@@ -9,6 +9,13 @@ namespace {
 const unsigned long long kFirstArrayCode = HuaweiApi::RESULT_CLIENT_FAILURE + 1;
 }  // namespace
 
+std::map<std::string, std::string> SpeedWords() {
+  return {{"low", HuaweiApiValue::COPY_SPEED_LOW.getValue()},
+          {"medium", HuaweiApiValue::COPY_SPEED_MEDIUM.getValue()},
+          {"high", HuaweiApiValue::COPY_SPEED_HIGH.getValue()},
+          {"highest", HuaweiApiValue::COPY_SPEED_HIGHEST.getValue()}};
+}
+
 const std::string& Arguments::operator[](const std::string& name) const {
   const auto found = texts_.find(name);
   if (found == texts_.end()) throw std::logic_error("zrarray: no argument --" + name);
@@ -26,6 +33,12 @@ bool Arguments::flag(const std::string& name) const {
 bool Arguments::given(const std::string& name) const {
   const auto found = texts_.find(name);
   return found != texts_.end() && !found->second.empty();
+}
+
+const std::vector<std::string>& Arguments::list(const std::string& name) const {
+  const auto found = lists_.find(name);
+  if (found == lists_.end()) throw std::logic_error("zrarray: no list --" + name);
+  return found->second;
 }
 
 Outcome Outcome::of(bool ok) {

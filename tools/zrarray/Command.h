@@ -19,26 +19,57 @@ namespace zrarray {
 
 struct GlobalOptions;
 
-// An argument as the operator types it: `--file-system-id 7`, `--no-snapdiff`.
+// An argument as the operator types it: `--file-system-id 7`, `--no-snapdiff`, `--id 4 --id 5`.
 struct Argument {
-  enum class Kind { Text, Number, Flag };
+  enum class Kind { Text, Number, Flag, List };
   std::string name;  // without the dashes
   std::string help;
   Kind kind = Kind::Text;
   bool required = true;
+  // Words the operator may type, each with the array's value that the library is given for it.
+  std::map<std::string, std::string> words;
+  // The word taken when the argument is not given; empty for none.
+  std::string fallback;
 };
 
-inline Argument text(std::string name, std::string help) { return {std::move(name), std::move(help)}; }
+inline Argument text(std::string name, std::string help, Argument::Kind kind = Argument::Kind::Text,
+                     bool required = true) {
+  Argument argument;
+  argument.name = std::move(name);
+  argument.help = std::move(help);
+  argument.kind = kind;
+  argument.required = required;
+  return argument;
+}
 inline Argument optionalText(std::string name, std::string help) {
-  return {std::move(name), std::move(help), Argument::Kind::Text, false};
+  return text(std::move(name), std::move(help), Argument::Kind::Text, false);
 }
 // Digits only: an identifier that the library takes as an integer.
 inline Argument number(std::string name, std::string help) {
-  return {std::move(name), std::move(help), Argument::Kind::Number};
+  return text(std::move(name), std::move(help), Argument::Kind::Number);
 }
 inline Argument flag(std::string name, std::string help) {
-  return {std::move(name), std::move(help), Argument::Kind::Flag, false};
+  return text(std::move(name), std::move(help), Argument::Kind::Flag, false);
 }
+// Given once or more, or as one comma-separated list.
+inline Argument texts(std::string name, std::string help) {
+  return text(std::move(name), std::move(help), Argument::Kind::List);
+}
+// One of `words`; the library gets the array's value of the word.
+inline Argument oneOf(std::string name, std::string help, std::map<std::string, std::string> words) {
+  Argument argument = text(std::move(name), std::move(help));
+  argument.words = std::move(words);
+  return argument;
+}
+// The argument made optional, taking `fallback` when it is not given.
+inline Argument orElse(Argument argument, std::string fallback) {
+  argument.required = false;
+  argument.fallback = std::move(fallback);
+  return argument;
+}
+
+// The array's four speeds of copying and rolling back, as words.
+std::map<std::string, std::string> SpeedWords();
 
 // The values given on the command line, by argument name. CLI11 writes into the slots.
 class Arguments {
@@ -47,13 +78,16 @@ class Arguments {
   unsigned long long number(const std::string& name) const;
   bool flag(const std::string& name) const;
   bool given(const std::string& name) const;
+  const std::vector<std::string>& list(const std::string& name) const;
 
   std::string& textSlot(const std::string& name) { return texts_[name]; }
   bool& flagSlot(const std::string& name) { return flags_[name]; }
+  std::vector<std::string>& listSlot(const std::string& name) { return lists_[name]; }
 
  private:
   std::map<std::string, std::string> texts_;
   std::map<std::string, bool> flags_;
+  std::map<std::string, std::vector<std::string>> lists_;
 };
 
 // What a row's call gets: the logged-in array, its arguments, and the vStore to pass.
@@ -85,6 +119,8 @@ struct Result {
   Outcome outcome;
   // Printed on standard output when the operation succeeded; nothing for plain actions.
   std::optional<Json> value;
+  // The value is printed after a failure too: it holds a flag that may tell why.
+  bool shownOnFailure = false;
 };
 
 using Runner = std::function<Result(Call&)>;
@@ -109,13 +145,37 @@ Runner record(Fn fn) {
   };
 }
 
-// The operation fills a list of records: printed as an array.
-template <class Record, class Fn>
+// The operation fills a list (or vector) of records: printed as an array.
+template <class Record, template <class...> class Sequence = std::list, class Fn>
 Runner listOf(Fn fn) {
   return [fn](Call& call) {
-    std::list<Record> filled;
+    Sequence<Record> filled;
     const Outcome outcome = Outcome::of(fn(call, filled));
     return Result{outcome, Json(filled)};
+  };
+}
+
+// The operation fills a record and raises a flag of its own ("already there", "was gone"): printed as
+// the record with the flag beside its fields, and after a failure as the flag alone.
+template <class Record, class Fn>
+Runner flagged(const char* flagKey, Fn fn) {
+  return [flagKey, fn](Call& call) {
+    Record filled;
+    bool raised = false;
+    const Outcome outcome = Outcome::of(fn(call, filled, raised));
+    Json printed = outcome.ok ? Json(filled) : Json::object();
+    printed[flagKey] = raised;
+    return Result{outcome, printed, true};
+  };
+}
+
+// The operation's flag is all it tells: printed as {key: true|false}, after a failure too.
+template <class Fn>
+Runner flagOnly(const char* flagKey, Fn fn) {
+  return [flagKey, fn](Call& call) {
+    bool raised = false;
+    const Outcome outcome = Outcome::of(fn(call, raised));
+    return Result{outcome, Json{{flagKey, raised}}, true};
   };
 }
 
@@ -154,6 +214,11 @@ Runner fields(Fn fn) {
 // The rows of each group of the library, and all of them.
 std::vector<Command> InventoryCommands();
 std::vector<Command> SnapshotCommands();
+std::vector<Command> ShareCommands();
+std::vector<Command> LunCommands();
+std::vector<Command> HostCommands();
+std::vector<Command> MappingCommands();
+std::vector<Command> CloneCommands();
 std::vector<Command> AllCommands();
 // One line of help for each group, in the order the groups are listed.
 const std::vector<std::pair<std::string, std::string>>& CommandGroups();

@@ -22,7 +22,8 @@ const std::vector<std::pair<std::string, std::string>>& CommandGroups() {
 
 std::vector<Command> AllCommands() {
   std::vector<Command> all;
-  for (auto rows : {InventoryCommands(), SnapshotCommands()}) {
+  for (auto rows : {InventoryCommands(), SnapshotCommands(), ShareCommands(), LunCommands(), HostCommands(),
+                    MappingCommands(), CloneCommands()}) {
     all.insert(all.end(), rows.begin(), rows.end());
   }
   return all;

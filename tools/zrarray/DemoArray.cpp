@@ -7,7 +7,7 @@ namespace zrarray {
 namespace {
 
 // File system 1 "projects" holds snapshots "monday" and "tuesday" with a few changes between
-// them; small pages make the walk take several.
+// them; small pages make the walk take several. Pool "pool0" holds LUN 1 "db-data".
 nlohmann::json DemoSeed() {
   return nlohmann::json::parse(R"({
     "system": {"NAME": "demo-array", "PRODUCTVERSION": "V600R005C20"},
@@ -26,7 +26,11 @@ nlohmann::json DemoSeed() {
         {"write": "/photos/summer/beach.jpg", "size": 300000}, {"remove": "/tmp"},
         {"snapshot": "tuesday"}]},
       {"NAME": "home", "generate": {"files": 200, "filesPerDirectory": 50}}],
-    "changeListPageSize": 3
+    "changeListPageSize": 3,
+    "objects": {
+      "storagepool": [{"ID": "0", "NAME": "pool0", "PARENTID": "0"}],
+      "lun": [{"ID": "1", "NAME": "db-data", "PARENTID": "0", "RUNNINGSTATUS": "27", "CAPACITY": "2097152",
+               "ALLOCTYPE": "1", "OWNINGCONTROLLER": "0A", "SPLITMIRRORIDS": "[]"}]}
   })");
 }
 

@@ -39,3 +39,13 @@ ZRARRAY_RECORD(_HuaweiLUNInfo, id, name, parentId, splitMirrorIds, allocType, ow
 ZRARRAY_RECORD(_HuaweiLUNSnapshotInfo, id, name, parentId, parentName, runningStatus, vstoreId, vstoreName, isCopy)
 ZRARRAY_RECORD(_HuaweiHostGroupInfo, id, name, vstoreId, vstoreName)
 ZRARRAY_RECORD(_HuaweiLunGroupInfo, id, name, appType, vstoreId, vstoreName)
+ZRARRAY_RECORD(_HuaweiShareInfo, id, fileSystemId, name, sharePath, quotaName, vstoreId, vstoreName)
+ZRARRAY_RECORD(_HuaweiCIFSSharePermissionInfo, id, name, permission, parentId, domainType, vstoreId, vstoreName)
+ZRARRAY_RECORD(_HuaweiNFSSharePermissionInfo, id, name, parentId, accessVal, sync, allSquash, rootSquash, vstoreId,
+               vstoreName)
+ZRARRAY_RECORD(_HuaweiLUNHostInfo, id, name, operatingSystem, vstoreId, vstoreName)
+ZRARRAY_RECORD(_HuaweiInitiator, id, name, parentId, parentName, vstoreId, vstoreName)
+ZRARRAY_RECORD(_HuaweiLUNMappingView, id, name, vstoreId, vstoreName)
+ZRARRAY_RECORD(_HuaweiStoragePoolInfo, id, name, parentId)
+ZRARRAY_RECORD(_HuaweiCloneInfo, id, name, priLunId)
+ZRARRAY_RECORD(_HuaweiCloneSecondaryLUN, id, name, parentId, speed, resumePolicy, runningStatus, process)

@@ -48,9 +48,13 @@ void AddArgument(CLI::App& command, const Argument& argument, Arguments& values)
     command.add_flag(option, values.flagSlot(argument.name), argument.help);
     return;
   }
-  CLI::Option* added = command.add_option(option, values.textSlot(argument.name), argument.help);
+  CLI::Option* added = argument.kind == Argument::Kind::List
+                           ? command.add_option(option, values.listSlot(argument.name), argument.help)->delimiter(',')
+                           : command.add_option(option, values.textSlot(argument.name), argument.help);
   if (argument.required) added->required();
   if (argument.kind == Argument::Kind::Number) added->check(Digits());
+  if (!argument.words.empty()) added->transform(CLI::CheckedTransformer(argument.words));
+  if (!argument.fallback.empty()) added->run_callback_for_default()->default_val(argument.fallback);
 }
 
 // One subcommand per group of the library, one below it per row; `values` keeps their arguments.
@@ -121,6 +125,7 @@ int Perform(const Command& command, const Arguments& arguments, const GlobalOpti
   const std::string what = command.group + " " + command.name;
   if (!result.outcome.ok) {
     Report(what, result.outcome);
+    if (result.shownOnFailure && result.value) Print(stdout, *result.value, options.format);
     return kFailed;
   }
   if (result.value && !Print(stdout, *result.value, options.format)) {
