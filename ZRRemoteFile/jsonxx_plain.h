@@ -40,11 +40,18 @@ class PlainReader {
   /// text (a member it does not want it passes over with skip_value()). Names have no escapes.
   template <class Member>
   bool object(Member member) {
+    return object([] { return std::string_view(); }, member);
+  }
+  /// The same, with `guess()` naming the member that the caller expects next: a name that is the
+  /// guess (which holds no quote or backslash) is taken as that very view, without searching for
+  /// its end.
+  template <class Guess, class Member>
+  bool object(Guess guess, Member member) {
     if (!take('{')) return false;
     if (take('}')) return true;
     do {
       std::string_view name;
-      if (!string(name) || !take(':') || !member(name)) return false;
+      if (!(guessed_name(guess(), name) || string(name)) || !take(':') || !member(name)) return false;
     } while (take(','));
     return take('}');
   }
@@ -72,6 +79,17 @@ class PlainReader {
   void skip_space() {
     // White space as the model's parser skips it.
     while (next_ != end_ && (*next_ == ' ' || (*next_ >= '\t' && *next_ <= '\r'))) ++next_;
+  }
+  bool guessed_name(std::string_view guess, std::string_view& name) {
+    skip_space();
+    const std::size_t left = static_cast<std::size_t>(end_ - next_);
+    if (guess.empty() || left < guess.size() + 2 || next_[0] != '"' || next_[guess.size() + 1] != '"' ||
+        guess.compare(0, guess.size(), next_ + 1, guess.size()) != 0) {
+      return false;
+    }
+    name = guess;
+    next_ += guess.size() + 2;
+    return true;
   }
   bool skip_value(int depth);
   bool skip_string();

@@ -15,6 +15,10 @@ enum Key { kATime, kChangeType, kCTime, kCrTime, kDosAttr, kFType, kFilePath, kG
 // In the order of Key, which is the order of the keys in an entry's sorted map.
 extern const std::string_view kNames[kKeyCount];
 
+// The order in which the array writes an entry's keys.
+constexpr Key kWireOrder[kKeyCount] = {kInode, kChangeType, kFType, kFilePath, kCrTime, kCTime, kMTime,
+                                       kATime, kOwner, kGroup, kSize, kLinks, kDosAttr};
+
 // The numbers read behind the file path, in the order in which an entry is read.
 constexpr Key kNumbersAfterPath[] = {kCrTime, kCTime, kMTime, kATime, kOwner, kGroup, kSize, kLinks, kDosAttr};
 

@@ -18,8 +18,13 @@ bool readEntry(PlainReader& in, _HuaweiSnapshotChangeList& change) {
   using namespace HuaweiChangeEntry;
   std::uint64_t numbers[kKeyCount] = {};
   unsigned seen = 0;
-  const bool plain = in.object([&](std::string_view name) {
-    const int key = keyOf(name);
+  // The array writes the keys in one order: the name after the last one read is tried first.
+  int expected = 0;
+  const auto guess = [&] { return expected < kKeyCount ? kNames[kWireOrder[expected]] : std::string_view(); };
+  const bool plain = in.object(guess, [&](std::string_view name) {
+    const bool asGuessed = expected < kKeyCount && name.data() == kNames[kWireOrder[expected]].data();
+    const int key = asGuessed ? kWireOrder[expected] : keyOf(name);
+    expected = asGuessed ? expected + 1 : kKeyCount;
     if (key < 0) return in.skip_value();
     if (seen & (1u << key)) return false;
     seen |= 1u << key;
