@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace jsonxx {
@@ -42,9 +43,9 @@ class PlainReader {
   bool object(Member member) {
     return object([] { return std::string_view(); }, member);
   }
-  /// The same, with `guess()` naming the member that the caller expects next: a name that is the
-  /// guess (which holds no quote or backslash) is taken as that very view, without searching for
-  /// its end.
+  /// The same, with `guess()` giving the name that the caller expects next, quoted as it would
+  /// stand in the text (at most 16 bytes, no quote or backslash between the quotes): a name that
+  /// is the guess is taken as a view into the guess, without searching for its end.
   template <class Guess, class Member>
   bool object(Guess guess, Member member) {
     if (!take('{')) return false;
@@ -80,17 +81,30 @@ class PlainReader {
     // White space as the model's parser skips it.
     while (next_ != end_ && (*next_ == ' ' || (*next_ >= '\t' && *next_ <= '\r'))) ++next_;
   }
-  bool guessed_name(std::string_view guess, std::string_view& name) {
+  bool guessed_name(std::string_view quoted, std::string_view& name) {
     skip_space();
-    const std::size_t left = static_cast<std::size_t>(end_ - next_);
-    if (guess.empty() || left < guess.size() + 2 || next_[0] != '"' || next_[guess.size() + 1] != '"') return false;
-    // Compared in line: names are short, and a call of memcmp costs more than their bytes.
-    for (std::size_t i = 0; i < guess.size(); ++i) {
-      if (next_[i + 1] != guess[i]) return false;
+    const std::size_t size = quoted.size();
+    if (size < 2 || size > 16 || static_cast<std::size_t>(end_ - next_) < size || !same_bytes(quoted.data(), size)) {
+      return false;
     }
-    name = guess;
-    next_ += guess.size() + 2;
+    name = quoted.substr(1, size - 2);
+    next_ += size;
     return true;
+  }
+  // The `size` bytes ahead (2 to 16 of them) against `expected`, by two loads that overlap: a
+  // call of memcmp costs more than these few bytes.
+  bool same_bytes(const char* expected, std::size_t size) const {
+    const auto differ = [&](auto word) {
+      decltype(word) a, b, c, d;
+      std::memcpy(&a, next_, sizeof a);
+      std::memcpy(&b, expected, sizeof b);
+      std::memcpy(&c, next_ + size - sizeof c, sizeof c);
+      std::memcpy(&d, expected + size - sizeof d, sizeof d);
+      return ((a ^ b) | (c ^ d)) != 0;
+    };
+    if (size >= 8) return !differ(std::uint64_t{});
+    if (size >= 4) return !differ(std::uint32_t{});
+    return next_[0] == expected[0] && next_[1] == expected[1] && next_[size - 1] == expected[size - 1];
   }
   bool skip_value(int depth);
   bool skip_string();

@@ -2,8 +2,11 @@
 
 namespace HuaweiChangeEntry {
 
-const std::string_view kNames[kKeyCount] = {"aTime", "changeType", "cTime", "crTime", "dosAttr", "fType", "filePath",
-                                            "group", "inode", "links", "mTime", "owner", "size"};
+const std::string_view kQuotedNames[kKeyCount] = {"\"aTime\"", "\"changeType\"", "\"cTime\"",  "\"crTime\"", "\"dosAttr\"",
+                                                  "\"fType\"", "\"filePath\"",   "\"group\"",  "\"inode\"",  "\"links\"",
+                                                  "\"mTime\"", "\"owner\"",      "\"size\""};
+
+std::string_view nameOf(int key) { return kQuotedNames[key].substr(1, kQuotedNames[key].size() - 2); }
 
 int keyOf(std::string_view name) {
   if (name.empty()) return -1;
@@ -26,7 +29,7 @@ int keyOf(std::string_view name) {
     default: return -1;
   }
   // Compared in line: the library's memcmp costs more than these few bytes.
-  const std::string_view expected = kNames[key];
+  const std::string_view expected = nameOf(key);
   for (std::size_t i = 1; i < expected.size(); ++i) {
     if (name[i] != expected[i]) return -1;
   }

@@ -12,8 +12,11 @@ namespace HuaweiChangeEntry {
 enum Key { kATime, kChangeType, kCTime, kCrTime, kDosAttr, kFType, kFilePath, kGroup, kInode, kLinks, kMTime,
            kOwner, kSize, kKeyCount };
 
-// In the order of Key, which is the order of the keys in an entry's sorted map.
-extern const std::string_view kNames[kKeyCount];
+// In the order of Key, which is the order of the keys in an entry's sorted map; in double
+// quotes, as they stand in the text.
+extern const std::string_view kQuotedNames[kKeyCount];
+// The name of a key without its quotes.
+std::string_view nameOf(int key);
 
 // The order in which the array writes an entry's keys.
 constexpr Key kWireOrder[kKeyCount] = {kInode, kChangeType, kFType, kFilePath, kCrTime, kCTime, kMTime,

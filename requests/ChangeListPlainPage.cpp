@@ -20,9 +20,9 @@ bool readEntry(PlainReader& in, _HuaweiSnapshotChangeList& change) {
   unsigned seen = 0;
   // The array writes the keys in one order: the name after the last one read is tried first.
   int expected = 0;
-  const auto guess = [&] { return expected < kKeyCount ? kNames[kWireOrder[expected]] : std::string_view(); };
+  const auto guess = [&] { return expected < kKeyCount ? kQuotedNames[kWireOrder[expected]] : std::string_view(); };
   const bool plain = in.object(guess, [&](std::string_view name) {
-    const bool asGuessed = expected < kKeyCount && name.data() == kNames[kWireOrder[expected]].data();
+    const bool asGuessed = expected < kKeyCount && name.data() == kQuotedNames[kWireOrder[expected]].data() + 1;
     const int key = asGuessed ? kWireOrder[expected] : keyOf(name);
     expected = asGuessed ? expected + 1 : kKeyCount;
     if (key < 0) return in.skip_value();

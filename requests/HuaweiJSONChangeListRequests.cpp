@@ -268,7 +268,7 @@ bool HuaweiJSONGetChangeListResult::readChange(jsonxx::Object& entry, _HuaweiSna
   std::uint64_t numbers[kKeyCount] = {};
   const auto read = [&](Key key) {
     const long double number = found[key] == nullptr || !found[key]->is<jsonxx::Number>()
-                                   ? entry.get<long double>(std::string(kNames[key]))
+                                   ? entry.get<long double>(std::string(nameOf(key)))
                                    : found[key]->get<jsonxx::Number>();
     numbers[key] = HuaweiNumbers::toUnsigned64(number);
   };
