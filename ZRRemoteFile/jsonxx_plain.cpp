@@ -95,15 +95,6 @@ bool PlainReader::string(std::string_view& text) {
   return true;
 }
 
-bool PlainReader::integer(Integer& number) {
-  skip_space();
-  if (next_ == end_) return false;
-  const char* const end = detail::read_integer(next_, end_, number.magnitude, number.negative);
-  if (end == nullptr) return false;
-  next_ = end;
-  return true;
-}
-
 bool PlainReader::literal(std::string_view word) {
   if (static_cast<std::size_t>(end_ - next_) < word.size() || std::memcmp(next_, word.data(), word.size()) != 0) {
     return false;

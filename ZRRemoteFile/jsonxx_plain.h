@@ -15,6 +15,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "jsonxx_number.h"
+
 namespace jsonxx {
 
 class PlainReader {
@@ -70,7 +72,16 @@ class PlainReader {
   /// A string without escapes: the text between its quotes.
   bool string(std::string_view& text);
   /// An integer whose magnitude fits in 64 bits, not followed by a fraction or an exponent.
-  bool integer(Integer& number);
+  /// In line: a page holds a dozen of them for each entry, and a call through the library's
+  /// symbol table costs as much as a short number.
+  bool integer(Integer& number) {
+    skip_space();
+    if (next_ == end_) return false;
+    const char* const end = detail::read_integer(next_, end_, number.magnitude, number.negative);
+    if (end == nullptr) return false;
+    next_ = end;
+    return true;
+  }
   /// Skips one value of any kind.
   bool skip_value() { return skip_value(0); }
 
