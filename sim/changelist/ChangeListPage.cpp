@@ -1,22 +1,41 @@
 #include "changelist/ChangeListPage.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <cstring>
 
 namespace arraysim {
 namespace {
 
 constexpr char kHex[] = "0123456789abcdef";
 
-// A JSON quote inside the string that carries the array.
-constexpr char kQuote[] = "\\\"";
+// Writes into the string's own bytes through a cursor: the string grows in large steps and is cut
+// to what was written at the end, so an entry costs no check of capacity per piece.
+class PageWriter {
+ public:
+  explicit PageWriter(std::string& out) : out_(out), used_(out.size()) {}
+  ~PageWriter() { out_.resize(used_); }
 
-void AppendNumber(std::string& out, std::string_view key, std::uint64_t value) {
-  out.append(key);
-  char digits[24];
-  const auto result = std::to_chars(digits, digits + sizeof digits, value);
-  out.append(digits, result.ptr);
+  // Room for `bytes` more; the cursor to write them at, moved on by done().
+  char* room(std::size_t bytes) {
+    if (out_.size() - used_ < bytes) out_.resize(std::max(out_.size() * 2, used_ + bytes));
+    return &out_[used_];
+  }
+  void done(const char* end) { used_ = static_cast<std::size_t>(end - out_.data()); }
+
+ private:
+  std::string& out_;
+  std::size_t used_;
+};
+
+template <std::size_t N>
+char* Put(char* at, const char (&text)[N]) {
+  std::memcpy(at, text, N - 1);
+  return at + N - 1;
 }
+
+char* PutNumber(char* at, std::uint64_t value) { return std::to_chars(at, at + 20, value).ptr; }
 
 // What a byte of a name becomes: its entity, then the escape of the array's text, then the
 // escape of the string that carries that text. Empty for a byte that stays as it is.
@@ -39,39 +58,44 @@ std::string_view NameByte(unsigned char byte, char (&control)[8]) {
   return std::string_view(control, 7);
 }
 
-void AppendName(std::string& out, std::string_view name) {
-  out.append(kQuote);
-  std::size_t plain = 0;  // start of the run of bytes not yet written
+// At most seven bytes for one of the name (a control character), between escaped quotes.
+char* PutName(char* at, std::string_view name) {
+  at = Put(at, "\\\"");
   char control[8];
-  for (std::size_t i = 0; i < name.size(); ++i) {
-    const std::string_view replaced = NameByte(static_cast<unsigned char>(name[i]), control);
-    if (replaced.empty()) continue;
-    out.append(name.data() + plain, i - plain).append(replaced);
-    plain = i + 1;
+  for (const char c : name) {
+    const std::string_view replaced = NameByte(static_cast<unsigned char>(c), control);
+    if (replaced.empty()) {
+      *at++ = c;
+    } else {
+      std::memcpy(at, replaced.data(), replaced.size());
+      at += replaced.size();
+    }
   }
-  out.append(name.data() + plain, name.size() - plain).append(kQuote);
+  return Put(at, "\\\"");
 }
 
-void AppendEntry(std::string& out, const TreeDifference& difference, std::size_t index, std::string& path) {
+void PutEntry(PageWriter& page, const TreeDifference& difference, std::size_t index, std::string& path) {
   const auto& entry = difference.entry(index);
   const auto& a = entry.attributes;
-  AppendNumber(out, "{\\\"inode\\\":", a.inode);
-  AppendNumber(out, ",\\\"changeType\\\":", static_cast<std::uint64_t>(difference.changeType(index)));
-  AppendNumber(out, ",\\\"fType\\\":", static_cast<std::uint64_t>(entry.type));
-  out.append(",\\\"filePath\\\":");
   path.clear();
   difference.appendPath(index, path);
-  AppendName(out, path);
-  AppendNumber(out, ",\\\"crTime\\\":", a.crTime);
-  AppendNumber(out, ",\\\"cTime\\\":", a.cTime);
-  AppendNumber(out, ",\\\"mTime\\\":", a.mTime);
-  AppendNumber(out, ",\\\"aTime\\\":", a.aTime);
-  AppendNumber(out, ",\\\"owner\\\":", a.owner);
-  AppendNumber(out, ",\\\"group\\\":", a.group);
-  AppendNumber(out, ",\\\"size\\\":", a.size);
-  AppendNumber(out, ",\\\"links\\\":", a.links);
-  AppendNumber(out, ",\\\"dosAttr\\\":", a.dosAttr);
-  out.push_back('}');
+  // The keys, twelve numbers of at most 20 digits, and the name.
+  char* at = page.room(200 + 12 * 20 + 7 * path.size());
+  at = PutNumber(Put(at, "{\\\"inode\\\":"), a.inode);
+  at = PutNumber(Put(at, ",\\\"changeType\\\":"), static_cast<std::uint64_t>(difference.changeType(index)));
+  at = PutNumber(Put(at, ",\\\"fType\\\":"), static_cast<std::uint64_t>(entry.type));
+  at = PutName(Put(at, ",\\\"filePath\\\":"), path);
+  at = PutNumber(Put(at, ",\\\"crTime\\\":"), a.crTime);
+  at = PutNumber(Put(at, ",\\\"cTime\\\":"), a.cTime);
+  at = PutNumber(Put(at, ",\\\"mTime\\\":"), a.mTime);
+  at = PutNumber(Put(at, ",\\\"aTime\\\":"), a.aTime);
+  at = PutNumber(Put(at, ",\\\"owner\\\":"), a.owner);
+  at = PutNumber(Put(at, ",\\\"group\\\":"), a.group);
+  at = PutNumber(Put(at, ",\\\"size\\\":"), a.size);
+  at = PutNumber(Put(at, ",\\\"links\\\":"), a.links);
+  at = PutNumber(Put(at, ",\\\"dosAttr\\\":"), a.dosAttr);
+  *at++ = '}';
+  page.done(at);
 }
 
 }  // namespace
@@ -97,12 +121,13 @@ void AppendJsonString(std::string& out, std::string_view text) {
 void AppendChangeListString(std::string& out, const TreeDifference& difference, std::size_t begin, std::size_t end) {
   std::string path;
   out.reserve(out.size() + (end - begin) * 280 + 4);
-  out.append("\"[");
+  PageWriter page(out);
+  page.done(Put(page.room(2), "\"["));
   for (std::size_t index = begin; index < end; ++index) {
-    if (index != begin) out.push_back(',');
-    AppendEntry(out, difference, index, path);
+    if (index != begin) page.done(Put(page.room(1), ","));
+    PutEntry(page, difference, index, path);
   }
-  out.append("]\"");
+  page.done(Put(page.room(2), "]\""));
 }
 
 }  // namespace arraysim
