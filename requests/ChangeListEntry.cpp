@@ -2,12 +2,6 @@
 
 namespace HuaweiChangeEntry {
 
-const std::string_view kQuotedNames[kKeyCount] = {"\"aTime\"", "\"changeType\"", "\"cTime\"",  "\"crTime\"", "\"dosAttr\"",
-                                                  "\"fType\"", "\"filePath\"",   "\"group\"",  "\"inode\"",  "\"links\"",
-                                                  "\"mTime\"", "\"owner\"",      "\"size\""};
-
-std::string_view nameOf(int key) { return kQuotedNames[key].substr(1, kQuotedNames[key].size() - 2); }
-
 int keyOf(std::string_view name) {
   if (name.empty()) return -1;
   // Length and first letter tell the keys apart; the name itself then confirms.

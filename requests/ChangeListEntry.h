@@ -14,9 +14,11 @@ enum Key { kATime, kChangeType, kCTime, kCrTime, kDosAttr, kFType, kFilePath, kG
 
 // In the order of Key, which is the order of the keys in an entry's sorted map; in double
 // quotes, as they stand in the text.
-extern const std::string_view kQuotedNames[kKeyCount];
+constexpr std::string_view kQuotedNames[kKeyCount] = {
+    "\"aTime\"", "\"changeType\"", "\"cTime\"", "\"crTime\"", "\"dosAttr\"", "\"fType\"", "\"filePath\"",
+    "\"group\"", "\"inode\"",      "\"links\"", "\"mTime\"",  "\"owner\"",   "\"size\""};
 // The name of a key without its quotes.
-std::string_view nameOf(int key);
+constexpr std::string_view nameOf(int key) { return kQuotedNames[key].substr(1, kQuotedNames[key].size() - 2); }
 
 // The order in which the array writes an entry's keys.
 constexpr Key kWireOrder[kKeyCount] = {kInode, kChangeType, kFType, kFilePath, kCrTime, kCTime, kMTime,
