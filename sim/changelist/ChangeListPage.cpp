@@ -1,6 +1,7 @@
 #include "changelist/ChangeListPage.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -58,15 +59,24 @@ std::string_view NameByte(unsigned char byte, char (&control)[8]) {
   return std::string_view(control, 7);
 }
 
+// The bytes that NameByte replaces.
+constexpr auto kReplaced = [] {
+  std::array<bool, 256> replaced{};
+  for (int byte = 0; byte < 0x20; ++byte) replaced[byte] = true;
+  for (const unsigned char byte : std::string_view("&<>()'\"\\")) replaced[byte] = true;
+  return replaced;
+}();
+
 // At most seven bytes for one of the name (a control character), between escaped quotes.
 char* PutName(char* at, std::string_view name) {
   at = Put(at, "\\\"");
   char control[8];
   for (const char c : name) {
-    const std::string_view replaced = NameByte(static_cast<unsigned char>(c), control);
-    if (replaced.empty()) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (!kReplaced[byte]) {
       *at++ = c;
     } else {
+      const std::string_view replaced = NameByte(byte, control);
       std::memcpy(at, replaced.data(), replaced.size());
       at += replaced.size();
     }
