@@ -2,6 +2,10 @@
 
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "jsonxx_number.h"
 
 namespace jsonxx {
@@ -27,6 +31,55 @@ const char* quote_or_backslash(const char* p, const char* end) {
   return p;
 }
 
+struct BlockMasks {
+  std::uint64_t quotes = 0, backslashes = 0, us = 0;  // bit i for byte i
+};
+
+#if defined(__SSE2__)
+BlockMasks block_masks(const char* p) {
+  BlockMasks masks;
+  const __m128i quote = _mm_set1_epi8('"'), backslash = _mm_set1_epi8('\\'), u = _mm_set1_epi8('u');
+  for (int i = 0; i < 4; ++i) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * i));
+    const auto bits = [&](__m128i c) {
+      return static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, c))))
+             << (16 * i);
+    };
+    masks.quotes |= bits(quote);
+    masks.backslashes |= bits(backslash);
+    masks.us |= bits(u);
+  }
+  return masks;
+}
+#else
+BlockMasks block_masks(const char* p) {
+  BlockMasks masks;
+  for (int i = 0; i < 64; ++i) {
+    masks.quotes |= std::uint64_t{p[i] == '"'} << i;
+    masks.backslashes |= std::uint64_t{p[i] == '\\'} << i;
+    masks.us |= std::uint64_t{p[i] == 'u'} << i;
+  }
+  return masks;
+}
+#endif
+
+// The bytes of a block that a backslash escapes: those behind a run of backslashes of odd
+// length. `first_escaped` (0 or 1) tells whether the block's first byte is escaped by a run that
+// ended the block before, and becomes that for the next block.
+std::uint64_t escaped_bytes(std::uint64_t backslashes, std::uint64_t& first_escaped) {
+  constexpr std::uint64_t kEven = 0x5555555555555555u, kOdd = ~kEven;
+  const std::uint64_t escaped_in = first_escaped;
+  backslashes &= ~escaped_in;  // an escaped backslash opens no escape
+  const std::uint64_t starts = backslashes & ~(backslashes << 1);
+  // Adding a run's first bit carries to the byte behind the run; that byte is escaped when the
+  // run is of odd length, i.e. when it lies at the other parity than the run's start.
+  const std::uint64_t behind_even = (backslashes + (starts & kEven)) & ~backslashes;
+  std::uint64_t sum_odd;
+  first_escaped = __builtin_add_overflow(backslashes, starts & kOdd, &sum_odd) ? 1 : 0;
+  const std::uint64_t behind_odd = sum_odd & ~backslashes;
+  return (behind_even & kOdd) | (behind_odd & kEven) | escaped_in;
+}
+
 bool is_hex(char c) { return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c | 0x20) <= 'f'); }
 
 }  // namespace
@@ -42,15 +95,6 @@ bool PlainReader::string(std::string_view& text) {
   return true;
 }
 
-bool PlainReader::integer(Integer& number) {
-  skip_space();
-  if (next_ == end_) return false;
-  const char* const end = detail::read_integer(next_, end_, number.magnitude, number.negative);
-  if (end == nullptr) return false;
-  next_ = end;
-  return true;
-}
-
 bool PlainReader::literal(std::string_view word) {
   if (static_cast<std::size_t>(end_ - next_) < word.size() || std::memcmp(next_, word.data(), word.size()) != 0) {
     return false;
@@ -61,22 +105,33 @@ bool PlainReader::literal(std::string_view word) {
 
 bool PlainReader::skip_string() {
   // At the opening quote. An escape takes the character behind the backslash; \u takes four hex
-  // digits, as the parser reads four characters whatever they are.
+  // digits, as the parser reads four characters whatever they are. A large answer holds one
+  // string of escaped text, so the bytes are classified 64 at a time and the escapes found by
+  // arithmetic on the masks, not one by one.
   const char* p = next_ + 1;
-  for (;;) {
-    p = quote_or_backslash(p, end_);
-    if (p == end_) return false;
-    if (*p == '"') break;
-    if (end_ - p < 2) return false;
-    if (p[1] == 'u') {
-      if (end_ - p < 6 || !is_hex(p[2]) || !is_hex(p[3]) || !is_hex(p[4]) || !is_hex(p[5])) return false;
-      p += 6;
-    } else {
-      p += 2;
+  std::uint64_t first_escaped = 0;
+  while (p < end_) {
+    char padded[64] = {};
+    const char* bytes = p;
+    if (end_ - p < 64) {
+      std::memcpy(padded, p, static_cast<std::size_t>(end_ - p));
+      bytes = padded;
     }
+    const BlockMasks masks = block_masks(bytes);
+    const std::uint64_t escaped = escaped_bytes(masks.backslashes, first_escaped);
+    const std::uint64_t closing = masks.quotes & ~escaped;
+    const std::uint64_t inside = closing == 0 ? ~std::uint64_t{0} : (closing & (0 - closing)) - 1;
+    for (std::uint64_t e = escaped & masks.us & inside; e != 0; e &= e - 1) {
+      const char* const at = p + __builtin_ctzll(e);
+      if (end_ - at < 5 || !is_hex(at[1]) || !is_hex(at[2]) || !is_hex(at[3]) || !is_hex(at[4])) return false;
+    }
+    if (closing != 0) {
+      next_ = p + __builtin_ctzll(closing) + 1;
+      return true;
+    }
+    p += 64;
   }
-  next_ = p + 1;
-  return true;
+  return false;
 }
 
 bool PlainReader::skip_value(int depth) {

@@ -12,7 +12,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
+
+#include "jsonxx_number.h"
 
 namespace jsonxx {
 
@@ -40,11 +43,18 @@ class PlainReader {
   /// text (a member it does not want it passes over with skip_value()). Names have no escapes.
   template <class Member>
   bool object(Member member) {
+    return object([] { return std::string_view(); }, member);
+  }
+  /// The same, with `guess()` giving the name that the caller expects next, quoted as it would
+  /// stand in the text (at most 16 bytes, no quote or backslash between the quotes): a name that
+  /// is the guess is taken as a view into the guess, without searching for its end.
+  template <class Guess, class Member>
+  bool object(Guess guess, Member member) {
     if (!take('{')) return false;
     if (take('}')) return true;
     do {
       std::string_view name;
-      if (!string(name) || !take(':') || !member(name)) return false;
+      if (!(guessed_name(guess(), name) || string(name)) || !take(':') || !member(name)) return false;
     } while (take(','));
     return take('}');
   }
@@ -62,7 +72,16 @@ class PlainReader {
   /// A string without escapes: the text between its quotes.
   bool string(std::string_view& text);
   /// An integer whose magnitude fits in 64 bits, not followed by a fraction or an exponent.
-  bool integer(Integer& number);
+  /// In line: a page holds a dozen of them for each entry, and a call through the library's
+  /// symbol table costs as much as a short number.
+  bool integer(Integer& number) {
+    skip_space();
+    if (next_ == end_) return false;
+    const char* const end = detail::read_integer(next_, end_, number.magnitude, number.negative);
+    if (end == nullptr) return false;
+    next_ = end;
+    return true;
+  }
   /// Skips one value of any kind.
   bool skip_value() { return skip_value(0); }
 
@@ -72,6 +91,31 @@ class PlainReader {
   void skip_space() {
     // White space as the model's parser skips it.
     while (next_ != end_ && (*next_ == ' ' || (*next_ >= '\t' && *next_ <= '\r'))) ++next_;
+  }
+  bool guessed_name(std::string_view quoted, std::string_view& name) {
+    skip_space();
+    const std::size_t size = quoted.size();
+    if (size < 2 || size > 16 || static_cast<std::size_t>(end_ - next_) < size || !same_bytes(quoted.data(), size)) {
+      return false;
+    }
+    name = quoted.substr(1, size - 2);
+    next_ += size;
+    return true;
+  }
+  // The `size` bytes ahead (2 to 16 of them) against `expected`, by two loads that overlap: a
+  // call of memcmp costs more than these few bytes.
+  bool same_bytes(const char* expected, std::size_t size) const {
+    const auto differ = [&](auto word) {
+      decltype(word) a, b, c, d;
+      std::memcpy(&a, next_, sizeof a);
+      std::memcpy(&b, expected, sizeof b);
+      std::memcpy(&c, next_ + size - sizeof c, sizeof c);
+      std::memcpy(&d, expected + size - sizeof d, sizeof d);
+      return ((a ^ b) | (c ^ d)) != 0;
+    };
+    if (size >= 8) return !differ(std::uint64_t{});
+    if (size >= 4) return !differ(std::uint32_t{});
+    return next_[0] == expected[0] && next_[1] == expected[1] && next_[size - 1] == expected[size - 1];
   }
   bool skip_value(int depth);
   bool skip_string();

@@ -2,9 +2,6 @@
 
 namespace HuaweiChangeEntry {
 
-const std::string_view kNames[kKeyCount] = {"aTime", "changeType", "cTime", "crTime", "dosAttr", "fType", "filePath",
-                                            "group", "inode", "links", "mTime", "owner", "size"};
-
 int keyOf(std::string_view name) {
   if (name.empty()) return -1;
   // Length and first letter tell the keys apart; the name itself then confirms.
@@ -26,7 +23,7 @@ int keyOf(std::string_view name) {
     default: return -1;
   }
   // Compared in line: the library's memcmp costs more than these few bytes.
-  const std::string_view expected = kNames[key];
+  const std::string_view expected = nameOf(key);
   for (std::size_t i = 1; i < expected.size(); ++i) {
     if (name[i] != expected[i]) return -1;
   }

@@ -1,5 +1,6 @@
 #include "ChangeListPlainPage.h"
 
+#include <array>
 #include <cstdint>
 #include <list>
 #include <string_view>
@@ -12,14 +13,28 @@ namespace {
 
 using jsonxx::PlainReader;
 
+// The names of an entry as the array writes them, one after the other.
+constexpr auto kWireNames = [] {
+  std::array<std::string_view, HuaweiChangeEntry::kKeyCount> names{};
+  for (int i = 0; i < HuaweiChangeEntry::kKeyCount; ++i) {
+    names[i] = HuaweiChangeEntry::kQuotedNames[HuaweiChangeEntry::kWireOrder[i]];
+  }
+  return names;
+}();
+
 // Every reader below refuses a repeated key: the document model would keep its last value.
 
 bool readEntry(PlainReader& in, _HuaweiSnapshotChangeList& change) {
   using namespace HuaweiChangeEntry;
   std::uint64_t numbers[kKeyCount] = {};
   unsigned seen = 0;
-  const bool plain = in.object([&](std::string_view name) {
-    const int key = keyOf(name);
+  // The array writes the keys in one order: the name after the last one read is tried first.
+  int expected = 0;
+  const auto guess = [&] { return expected < kKeyCount ? kWireNames[expected] : std::string_view(); };
+  const bool plain = in.object(guess, [&](std::string_view name) {
+    const bool asGuessed = expected < kKeyCount && name.data() == kWireNames[expected].data() + 1;
+    const int key = asGuessed ? kWireOrder[expected] : keyOf(name);
+    expected = asGuessed ? expected + 1 : kKeyCount;
     if (key < 0) return in.skip_value();
     if (seen & (1u << key)) return false;
     seen |= 1u << key;

@@ -26,7 +26,7 @@ void AppendMember(std::string& out, const char* key, const std::string& value) {
 std::string PageText(const TreeDifference& changes, std::size_t begin, std::size_t end, const std::string& progress,
                      const ChangeListCursor& next) {
   std::string text = "{\"changeList\":";
-  AppendJsonString(text, ChangeListArrayText(changes, begin, end));
+  AppendChangeListString(text, changes, begin, end);
   AppendMember(text, "linkPos", next.linkPos);
   AppendMember(text, "linkPosType", next.linkPosType);
   AppendMember(text, "numChanges", std::to_string(end - begin));

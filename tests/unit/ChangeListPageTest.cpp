@@ -72,7 +72,7 @@ TEST(ChangeListPage, OnePassRepairEqualsTheThreeSteps) {
     EXPECT_EQ(text, repairedStepByStep(corner)) << corner;
   }
   for (int round = 0; round < 20000; ++round) {
-    std::string text(random() % 40, ' ');
+    std::string text(random() % 100, ' ');
     for (char& c : text) c = alphabet[random() % sizeof alphabet];
     std::string repaired = text;
     HuaweiPageRepair::repair(repaired);

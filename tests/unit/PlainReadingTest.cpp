@@ -57,11 +57,18 @@ class AnswerGenerator {
   std::string junk(int depth) {
     switch (depth > 0 ? pick(6) : pick(3)) {
       case 0: return number();
-      case 1: return quoted(pick(2) ? "a\\\"b\\u00e9" : "text");
+      case 1: return quoted(pick(2) ? escapes() : "text");
       case 2: return space() + (pick(2) ? "true" : "null");
       case 3: return space() + "[" + junk(depth - 1) + "," + junk(depth - 1) + "]";
       default: return object({quoted("k") + ":" + junk(depth - 1)});
     }
+  }
+  // Escapes in runs that cross the 64-byte blocks in which long strings are skipped.
+  std::string escapes() {
+    static const char* const kPieces[] = {"a", "\\\"", "\\\\", "\\\\\\\"", "\\u00e9", "\\/", "text of 16 bytes"};
+    std::string text;
+    for (std::size_t n = pick(3) ? pick(4) : pick(120); n > 0; --n) text += pick(200) ? kPieces[pick(7)] : "\\u0g1";
+    return text;
   }
   std::string object(std::vector<std::string> members) {
     if (pick(3) == 0) members.push_back(quoted("extra") + ":" + junk(2));
