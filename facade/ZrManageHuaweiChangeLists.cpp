@@ -38,7 +38,10 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
                                            _HuaweiSnapshotChangeListInfo& info) {
   HuaweiJSONGetChangeListResult request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getSnapshotChangeList", m_jobId);
-  info.changes.clear();
+  // The caller's records go; their nodes serve this page's records.
+  std::list<_HuaweiSnapshotChangeList> previous;
+  previous.swap(info.changes);
+  request.reuseRecords(std::move(previous));
   if (baseSnapshotId.empty() || incrementalSnapshotId.empty()) {
     log.failure("Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]", incrementalSnapshotId.c_str(),
                 baseSnapshotId.c_str());

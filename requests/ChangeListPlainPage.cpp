@@ -54,7 +54,17 @@ bool readEntry(PlainReader& in, _HuaweiSnapshotChangeList& change) {
   return true;
 }
 
-bool readData(PlainReader& in, _HuaweiSnapshotChangeListInfo& page) {
+// The next record of the page: a spare node moved to the end of the page's list, its path keeping
+// its buffer, or a new one.
+_HuaweiSnapshotChangeList& nextRecord(std::list<_HuaweiSnapshotChangeList>& records,
+                                      std::list<_HuaweiSnapshotChangeList>* spare) {
+  if (spare == nullptr || spare->empty()) return records.emplace_back();
+  records.splice(records.end(), *spare, spare->begin());
+  records.back().clear();
+  return records.back();
+}
+
+bool readData(PlainReader& in, _HuaweiSnapshotChangeListInfo& page, std::list<_HuaweiSnapshotChangeList>* spare) {
   // The page's own keys; the rest of "data" is passed over.
   struct Cursor {
     std::string_view name;
@@ -74,7 +84,7 @@ bool readData(PlainReader& in, _HuaweiSnapshotChangeListInfo& page) {
     if (name == "changeList") {
       if (seen & kChangeList) return false;
       seen |= kChangeList;
-      return in.array([&] { return readEntry(in, page.changes.emplace_back()); });
+      return in.array([&] { return readEntry(in, nextRecord(page.changes, spare)); });
     }
     for (unsigned i = 0; i < sizeof kCursor / sizeof *kCursor; ++i) {
       if (name != kCursor[i].name) continue;
@@ -91,7 +101,8 @@ bool readData(PlainReader& in, _HuaweiSnapshotChangeListInfo& page) {
 
 }  // namespace
 
-bool readPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page) {
+bool readPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page,
+               std::list<_HuaweiSnapshotChangeList>* spare) {
   _HuaweiSnapshotChangeListInfo read;
   PlainReader in(text);
   bool haveData = false;
@@ -99,7 +110,7 @@ bool readPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page) {
     if (name != "data") return in.skip_value();
     if (haveData) return false;
     haveData = true;
-    return readData(in, read);
+    return readData(in, read, spare);
   });
   if (!plain || !haveData) return false;
   read.sessionId.swap(page.sessionId);

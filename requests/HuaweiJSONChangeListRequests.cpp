@@ -213,7 +213,7 @@ bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
 }
 
 bool HuaweiJSONGetChangeListResult::readRepairedPage(std::string const& page, bool documentModelOnly) {
-  if (!documentModelOnly && HuaweiChangeListPage::readPlain(page, m_info)) {
+  if (!documentModelOnly && HuaweiChangeListPage::readPlain(page, m_info, &m_spare)) {
     for (_HuaweiSnapshotChangeList& change : m_info.changes) {
       if (!decodeFileName(change.filePath)) {
         m_info.changes.clear();

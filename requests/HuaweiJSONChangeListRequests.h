@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <list>
 #include <map>
 #include <string>
 
@@ -57,6 +58,8 @@ class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {
   // the plain form that the array writes, else, or with documentModelOnly, through the document
   // model, which reads any text. Both ways give the same records, cursor, log lines and result.
   bool readRepairedPage(std::string const& page, bool documentModelOnly = false);
+  // Records of an earlier page whose nodes and path buffers the next page may take over.
+  void reuseRecords(std::list<_HuaweiSnapshotChangeList>&& records) { m_spare.swap(records); }
 
  private:
   // Decodes one entry; false when its file name cannot be decoded.
@@ -65,6 +68,7 @@ class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {
   bool decodeFileName(std::string& name);
 
   _HuaweiSnapshotChangeListInfo m_info;
+  std::list<_HuaweiSnapshotChangeList> m_spare;
   // Ordered by std::less<> so that a candidate is looked up as a view of the name, not a copy.
   std::map<std::string, char, std::less<>> m_specialCharacters;
 };
