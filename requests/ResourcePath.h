@@ -44,7 +44,11 @@ class ResourcePath {
   }
   // The vStore as a query key; nothing for the system's "no vStore".
   ResourcePath& vstore(const std::string& vstoreId) {
-    return HuaweiVstore::isNone(vstoreId) ? *this : add("vstoreId", vstoreId);
+    if (HuaweiVstore::isNone(vstoreId)) return *this;
+    m_text += m_open ? "&vstoreId=" : "?vstoreId=";
+    m_text += vstoreId;
+    m_open = true;
+    return *this;
   }
   // The vStore as a bare piece without a key, "&<id>", as the share lookup by file system sends it.
   ResourcePath& bareVstore(const std::string& vstoreId) {
