@@ -9,8 +9,8 @@
 
 class OperationLog;
 
-// A first-generation operation's texts. The one for a refused send is the operation's own; with
-// none, every refusal is one the operation answers itself.
+// A first-generation operation's texts. The one for a refused send is the operation's own; an
+// operation that answers its refusals itself gives none and says which it handles.
 class FirstGenerationTexts : public FailureTexts<FirstGenerationTexts> {
  public:
   explicit FirstGenerationTexts(std::string requestFailed = std::string())
