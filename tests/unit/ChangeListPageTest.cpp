@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "BackslashSqueeze.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "LogCapture.h"
 
@@ -77,6 +78,29 @@ TEST(ChangeListPage, OnePassRepairEqualsTheThreeSteps) {
     std::string repaired = text;
     HuaweiPageRepair::repair(repaired);
     ASSERT_EQ(repaired, repairedStepByStep(text)) << text;
+  }
+}
+
+// Each block path drops exactly the backslashes of the blocks it takes, whatever their places;
+// the repair above runs only the path of this processor.
+TEST(ChangeListPage, EveryBackslashSqueezeKeepsAllButTheBackslashes) {
+  using Squeeze = std::size_t (*)(char*, std::size_t&, std::size_t, std::size_t);
+  std::vector<Squeeze> paths = {&BackslashSqueeze::squeezeWords};
+  if (BackslashSqueeze::shufflesAvailable()) paths.push_back(&BackslashSqueeze::squeezeChunks);
+  std::mt19937 random(11);
+  for (int round = 0; round < 5000; ++round) {
+    std::string text(random() % 80, 'a');
+    for (char& c : text) c = random() % 3 == 0 ? '\\' : static_cast<char>('a' + random() % 26);
+    const std::size_t from = random() % (text.size() + 1);
+    for (Squeeze path : paths) {
+      std::string squeezed = text;
+      std::size_t read = from;
+      const std::size_t write = path(&squeezed[0], read, squeezed.size(), from);
+      std::string expected = text.substr(from, read - from);
+      expected.erase(std::remove(expected.begin(), expected.end(), '\\'), expected.end());
+      ASSERT_LE(squeezed.size() - read, 15u);
+      ASSERT_EQ(squeezed.substr(0, from) + squeezed.substr(from, write - from), text.substr(0, from) + expected);
+    }
   }
 }
 
