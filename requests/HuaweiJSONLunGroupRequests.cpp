@@ -1,39 +1,15 @@
 #include "HuaweiJSONLunGroupRequests.h"
 
-#include "ArrayNumbers.h"
 #include "HuaweiVstore.h"
 #include "ResponseReading.h"
-#include "TkDebug.h"
+#include "SanAnswerReading.h"
 #include "jsonxx.h"
 
 namespace HuaweiResponse {
 namespace {
 
-// "Parsing the JSON response..." and the parse; an answer that gives an empty object is logged
-// at level 3 and refused.
-bool parseAtDetailLevel(const char* logName, unsigned long long jobId, const std::string& response,
-                        jsonxx::Object& answer) {
-  TkDebug debug(nullptr);
-  debug.DebugLvl(logName, 3, jobId, "Parsing the JSON response...");
-  answer.parse(response);
-  if (!answer.empty()) return true;
-  debug.DebugLvl(logName, 3, jobId, "[ERROR] JSON response is empty");
-  return false;
-}
-
-// False, logged, when the answer's error object holds a non-zero code.
-bool errorCodeIsZero(const char* logName, unsigned long long jobId, const jsonxx::Object& answer,
-                     ListErrorReport report) {
-  if (!answer.has<jsonxx::Object>("error")) return true;
-  const jsonxx::Object& error = answer.get<jsonxx::Object>("error");
-  const std::string description = error.get<std::string>("description");
-  const long double number = error.get<long double>("code");
-  const unsigned long long code = report.signed32
-                                      ? static_cast<unsigned long long>(HuaweiNumbers::toSigned32(number))
-                                      : HuaweiNumbers::toUnsigned64(number);
-  if (code == 0) return true;
-  TkDebug(nullptr).DebugLvl(logName, report.level, jobId, "Error:[%s], Error Code[%llu]", description.c_str(), code);
-  return false;
+HuaweiSanAnswer::CodeWidth widthOf(ListErrorReport report) {
+  return report.signed32 ? HuaweiSanAnswer::CodeWidth::Signed32 : HuaweiSanAnswer::CodeWidth::Unsigned64;
 }
 
 }  // namespace
@@ -41,8 +17,10 @@ bool errorCodeIsZero(const char* logName, unsigned long long jobId, const jsonxx
 bool readList(const char* logName, unsigned long long jobId, const std::string& response, ListErrorReport report,
               const std::function<bool(const jsonxx::Object&)>& readElement) {
   jsonxx::Object answer;
-  if (!parseAtDetailLevel(logName, jobId, response, answer)) return false;
-  if (!answer.has<jsonxx::Array>("data")) return errorCodeIsZero(logName, jobId, answer, report);
+  if (!HuaweiSanAnswer::open(logName, jobId, response, answer)) return false;
+  if (!answer.has<jsonxx::Array>("data")) {
+    return HuaweiSanAnswer::statusIsZero(logName, jobId, answer, widthOf(report), report.level);
+  }
   const jsonxx::Array& data = answer.get<jsonxx::Array>("data");
   for (unsigned int i = 0; i < data.size(); ++i) {
     if (!readElement(data.get<jsonxx::Object>(i))) return false;
@@ -52,17 +30,15 @@ bool readList(const char* logName, unsigned long long jobId, const std::string& 
 
 bool readStatus(const char* logName, unsigned long long jobId, const std::string& response) {
   jsonxx::Object answer;
-  return parseAtDetailLevel(logName, jobId, response, answer) && errorCodeIsZero(logName, jobId, answer, {3, true});
+  return HuaweiSanAnswer::open(logName, jobId, response, answer) &&
+         HuaweiSanAnswer::statusIsZero(logName, jobId, answer, HuaweiSanAnswer::CodeWidth::Signed32);
 }
 
 bool readCreated(const char* logName, unsigned long long jobId, const std::string& response,
                  const std::function<void(const jsonxx::Object&)>& readData) {
   jsonxx::Object answer;
-  if (!parseAtDetailLevel(logName, jobId, response, answer)) return false;
-  if (!answer.has<jsonxx::Object>("data")) {
-    TkDebug(nullptr).DebugLvl(logName, 3, jobId, "[ERROR] Unable to parse the JSON response");
-    return false;
-  }
+  if (!HuaweiSanAnswer::open(logName, jobId, response, answer)) return false;
+  if (!answer.has<jsonxx::Object>("data")) return HuaweiSanAnswer::unusable(logName, jobId, HuaweiSanAnswer::kNoDataObject);
   readData(answer.get<jsonxx::Object>("data"));
   return true;
 }
