@@ -1,0 +1,32 @@
+// Process-wide choices of the embedder where the library's long-standing behaviour can cost a
+// backup agent more than it should. The defaults are that behaviour; an embedder that wants the
+// other makes its choice once, at start-up, before the first session.
+#pragma once
+
+#include <string>
+
+struct ZrLibrarySettings {
+  // An answer that lacks a value the library requires (or holds it as another kind).
+  enum class MissingValue {
+    EndProcess,     // the reason is logged at level -1, session cookies are removed, the process ends
+    FailOperation,  // the reason is logged at level -1 and only the operation fails
+  };
+  MissingValue missingRequiredValue = MissingValue::EndProcess;
+
+  // File names of change-list entries.
+  enum class ChangeListNames {
+    Repaired,  // the page is repaired as it always was (backslashes removed) before it is read
+    Exact,     // the list is decoded as the JSON text it is: every name as the array holds it
+  };
+  ChangeListNames changeListNames = ChangeListNames::Repaired;
+
+  // Directory where session cookie files are written. Empty: the long-standing place, the root
+  // directory ("/tmpHUAWEI-..."), which needs write access to "/".
+  std::string cookieDirectory;
+};
+
+// Makes the choices of this process. The first call wins; a later one changes nothing and answers
+// false, so that sessions of one process never run under two sets of choices.
+bool ZrLibrarySetSettings(const ZrLibrarySettings& settings);
+// The choices in force: the defaults until ZrLibrarySetSettings() was called.
+const ZrLibrarySettings& ZrLibraryGetSettings();
