@@ -17,6 +17,7 @@
 #include "GlobalOptions.h"
 #include "LogRelay.h"
 #include "PasswordSource.h"
+#include "ZrManageHuaweiVersion.h"
 
 namespace zrarray {
 
@@ -188,6 +189,7 @@ int RunTool(int argc, char** argv) {
   AddCommands(app, commands, values, chosen);
   app.require_subcommand(1);
   app.footer("Exit status: 0 success, 1 the operation failed (reason on standard error), 2 usage error.");
+  app.set_version_flag("--version", "zrarray " ZRMANAGEHUAWEI_VERSION);
 
   try {
     app.parse(argc, argv);
