@@ -124,30 +124,21 @@ TEST_F(Transport, ClassificationFollowsTheErrorObject) {
 }
 
 // A code that is no integer of 64 bits could wrap to 0 and pass a refusal for a success: the
-// exchange fails instead, whichever reader takes the answer (an escape in the description leaves
-// it to the document model).
+// exchange fails instead, whichever reader takes the answer (an escape leaves it to the model).
 TEST_F(Transport, ErrorCodeThatIsNoIntegerOf64BitsFailsTheExchange) {
-  const char* const codes[] = {"18446744073709551616", "1e400", "-9223372036854775809", "0.0", "0e0", "\"0\"", "null"};
-  for (const char* code : codes) {
-    for (const char* description : {"0", "a \\\"quoted\\\" 0"}) {
+  for (const std::string code : {"18446744073709551616", "1e400", "0.0", "\"0\"", "1077948996", "0"}) {
+    for (const std::string description : {"0", "a \\\"quoted\\\" 0"}) {
       zrtest::LogCapture log;
-      sim().faults().add(FaultRule::On("GET", "system/").cannedBody(
-          std::string(R"({"data":{"ID":"1"},"error":{"code":)") + code + R"(,"description":")" + description + "\"}}"));
-      EXPECT_EQ(Show(get("system/")), "2 Untrusted error code in the JSON response") << code;
-      EXPECT_EQ(last(), "2 Untrusted error code in the JSON response") << code;
-      EXPECT_TRUE(log.HasLine(-1, "HuaweiRestAPI::isError",
-                              "The error code of the JSON response is not an integer of 64 bits."))
-          << code << log.Dump();
-      EXPECT_TRUE(log.ContainsLineWith(-1, "API Error Code[2], API Error Message [Untrusted error code")) << code;
-    }
-  }
-  // Codes of real arrays keep their meaning on both ways.
-  for (const char* description : {"0", "a \\\"quoted\\\" 0"}) {
-    for (const auto& [code, status] : {std::pair<const char*, std::string>{"0", "0 "},
-                                       {"1077948996", "1077948996 "}, {"-401", "18446744073709551215 "}}) {
-      sim().faults().add(FaultRule::On("GET", "system/").cannedBody(
-          std::string(R"({"data":{"ID":"1"},"error":{"code":)") + code + R"(,"description":")" + description + "\"}}"));
-      EXPECT_EQ(Show(get("system/")).substr(0, status.size()), status) << code << " " << description;
+      sim().faults().add(FaultRule::On("GET", "system/").cannedBody(R"({"data":{},"error":{"code":)" + code +
+                                                                    R"(,"description":")" + description + "\"}}"));
+      const std::string status = Show(get("system/"));
+      const bool trusted = code == "1077948996" || code == "0";
+      EXPECT_EQ(status.substr(0, status.find(' ')), trusted ? code : "2") << code << description;
+      EXPECT_EQ(log.HasLine(-1, "HuaweiRestAPI::isError", "The error code of the JSON response is not an integer of 64 bits."),
+                !trusted) << code << description;
+      if (!trusted) {
+        EXPECT_EQ(last(), "2 Untrusted error code in the JSON response");
+      }
     }
   }
 }
