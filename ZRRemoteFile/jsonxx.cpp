@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <locale>
 #include <memory>
 #include <mutex>
@@ -422,61 +423,82 @@ namespace {
 // global locale, so under any other the stream itself does the work.
 bool global_locale_is_classic() { return std::locale() == std::locale::classic(); }
 
-// A text too large for the memory left is no document: what was read of it is freed, and the
-// parse fails rather than throw.
-template <class Target, class Read>
-bool within_memory(Target& target, Read read) {
-  try {
-    return read();
-  } catch (const std::bad_alloc&) {
-    target.reset();
-    return false;
-  }
+thread_local bool stopped_at_memory_bound = false;
+
+// The stack that gathers array elements stays with the thread; after a large text it would pin
+// memory of the size of that text's largest array.
+void release_large_scratch() {
+  std::vector<Value*>& stack = detail::element_scratch();
+  if (stack.capacity() > 4096) std::vector<Value*>().swap(stack);
 }
 
-template <class Target, class Parse>
-bool parse_text(const std::string& text, Target& target, Parse parse) {
+// A text whose tree would take more than its bound, or more than the memory left, is no
+// document: what was read of it is freed, and the parse fails rather than throw.
+template <class Target, class Source>
+bool read_within_bound(Target& target, Source& source, std::size_t text_size, bool (*read)(detail::Reader<Source>&, Target&)) {
+  stopped_at_memory_bound = false;
+  bool ok = false;
+  try {
+    detail::Reader<Source> reader(source, memory_bound(text_size));
+    ok = read(reader, target);
+    if (reader.over_budget()) {
+      stopped_at_memory_bound = true;
+      target.reset();
+      ok = false;
+    }
+  } catch (const std::bad_alloc&) {
+    stopped_at_memory_bound = true;
+    target.reset();
+    ok = false;
+  }
+  release_large_scratch();
+  return ok;
+}
+
+template <class Target>
+bool parse_text(const std::string& text, Target& target, bool (*buffer)(detail::Reader<detail::BufferSource>&, Target&),
+                bool (*stream)(detail::Reader<detail::StreamSource>&, Target&)) {
   if (!global_locale_is_classic()) {
     std::istringstream input(text);
-    return target.parse(input);
-  }
-  return within_memory(target, [&] {
-    detail::BufferSource source(text.data(), text.size());
-    detail::Reader<detail::BufferSource> reader(source);
-    return parse(reader, target);
-  });
-}
-
-template <class Target, class Parse>
-bool parse_stream(std::istream& input, Target& target, Parse parse) {
-  return within_memory(target, [&] {
     detail::StreamSource source(input);
-    detail::Reader<detail::StreamSource> reader(source);
-    return parse(reader, target);
-  });
+    return read_within_bound(target, source, text.size(), stream);
+  }
+  detail::BufferSource source(text.data(), text.size());
+  return read_within_bound(target, source, text.size(), buffer);
 }
 
-struct ParseObject {
-  template <class Reader>
-  bool operator()(Reader& reader, Object& target) const { return reader.object(target); }
-};
-struct ParseArray {
-  template <class Reader>
-  bool operator()(Reader& reader, Array& target) const { return reader.array(target); }
-};
-struct ParseValue {
-  template <class Reader>
-  bool operator()(Reader& reader, Value& target) const { return reader.value(target); }
-};
+// A stream does not tell its size: its bound is the one of a text of what it holds at once.
+template <class Target>
+bool parse_stream(std::istream& input, Target& target, bool (*stream)(detail::Reader<detail::StreamSource>&, Target&)) {
+  detail::StreamSource source(input);
+  const std::streamsize available = input.rdbuf() != nullptr ? input.rdbuf()->in_avail() : 0;
+  return read_within_bound(target, source, available > 0 ? static_cast<std::size_t>(available) : 0, stream);
+}
+
+template <class Source>
+bool read_object(detail::Reader<Source>& reader, Object& target) { return reader.object(target); }
+template <class Source>
+bool read_array(detail::Reader<Source>& reader, Array& target) { return reader.array(target); }
+template <class Source>
+bool read_value(detail::Reader<Source>& reader, Value& target) { return reader.value(target); }
 
 }  // namespace
 
-bool Object::parse(const std::string& text) { return parse_text(text, *this, ParseObject()); }
-bool Object::parse(std::istream& input) { return parse_stream(input, *this, ParseObject()); }
-bool Array::parse(const std::string& text) { return parse_text(text, *this, ParseArray()); }
-bool Array::parse(std::istream& input) { return parse_stream(input, *this, ParseArray()); }
-bool Value::parse(const std::string& text) { return parse_text(text, *this, ParseValue()); }
-bool Value::parse(std::istream& input) { return parse_stream(input, *this, ParseValue()); }
+std::size_t memory_bound(std::size_t text_size) {
+  const std::size_t most = std::numeric_limits<std::size_t>::max();
+  if (text_size > (most - kParseBaseBytes) / kParseBytesPerTextByte) return most;
+  return kParseBytesPerTextByte * text_size + kParseBaseBytes;
+}
+
+bool parse_stopped_at_memory_bound() { return stopped_at_memory_bound; }
+
+bool Object::parse(const std::string& text) { return parse_text(text, *this, &read_object, &read_object); }
+bool Object::parse(std::istream& input) { return parse_stream(input, *this, &read_object); }
+bool Array::parse(const std::string& text) { return parse_text(text, *this, &read_array, &read_array); }
+bool Array::parse(std::istream& input) { return parse_stream(input, *this, &read_array); }
+bool Value::parse(const std::string& text) { return parse_text(text, *this, &read_value, &read_value); }
+bool Value::parse(std::istream& input) { return parse_stream(input, *this, &read_value); }
+
 
 // ---------------------------------------------------------------------------
 // Value
@@ -534,6 +556,7 @@ void Value::reset() {
 // Expects this value to own nothing.
 void Value::copy_from(const Value& other) {
   content_ = other.content_;
+  number_text_ = other.number_text_;
   switch (other.type_) {
     case Type::String:
       if (other.content_.string) content_.string = string_block(*other.content_.string);
@@ -553,6 +576,7 @@ void Value::copy_from(const Value& other) {
 // Expects this value to own nothing; leaves the other invalid.
 void Value::steal_from(Value& other) noexcept {
   type_ = other.type_;
+  number_text_ = other.number_text_;
   content_ = other.content_;
   other.type_ = Type::Invalid;
   other.content_ = Content{};

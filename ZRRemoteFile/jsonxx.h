@@ -113,6 +113,21 @@ constexpr const char* kind_name() {
 }
 }  // namespace detail
 
+/// The memory that the tree of a text of N bytes may take while it is parsed:
+/// kParseBytesPerTextByte * N + kParseBaseBytes, counted as the chunks that
+/// malloc would give its values, containers, map nodes and strings, and the
+/// stack of array elements. A text whose tree would take more (such as 50 MB of
+/// `[{},{},...]`, some 55 bytes a byte) is no document: the parse frees what it
+/// read and fails, and parse_stopped_at_memory_bound() says why. The same holds
+/// when the memory runs out before the bound. A stream's bound is that of the
+/// text it holds at hand.
+constexpr std::size_t kParseBytesPerTextByte = 16;
+constexpr std::size_t kParseBaseBytes = std::size_t{16} << 20;
+std::size_t memory_bound(std::size_t text_size);
+
+/// True when the last parse on the calling thread failed at its memory bound.
+bool parse_stopped_at_memory_bound();
+
 /// A tagged union: a number, string, boolean, null, array or object, or
 /// invalid. Strings, arrays and objects are owned through pointers; copies
 /// are deep.
@@ -143,6 +158,15 @@ class Value : public detail::PooledBlock {
   }
 
   Type type() const { return type_; }
+
+  /// How the text of a number was written, as far as the parser saw it.
+  enum class NumberText : unsigned char {
+    Unknown,  ///< not parsed from a buffer: built in code, or read from a stream
+    Integer,  ///< a plain integer: an optional '-' and decimal digits, its magnitude below 2^64
+    Other,    ///< anything else the parser takes for a number: a fraction, an exponent, a '+', more digits
+  };
+  /// Meaningful for numbers only.
+  NumberText number_text() const { return number_text_; }
 
   /// True when the tag is T's kind; is<Value>() is always true.
   template <class T>
@@ -180,6 +204,7 @@ class Value : public detail::PooledBlock {
   void steal_from(Value& other) noexcept;
 
   Type type_ = Type::Invalid;
+  NumberText number_text_ = NumberText::Unknown;  // in the padding before the content
   Content content_{};
 };
 
@@ -253,8 +278,9 @@ class Object : public detail::PooledBlock {
   ///  - a `,` where a value is due counts as null;
   ///  - trailing commas and a key without value before `}` are accepted;
   ///  - text behind the closing brace is ignored.
-  /// Nothing is rolled back: on failure the members read so far stay.
-  /// Nesting deeper than kMaxDepth fails.
+  /// Nothing is rolled back: on failure the members read so far stay, but
+  /// for a text beyond its memory bound (see memory_bound), which leaves the
+  /// object empty. Nesting deeper than kMaxDepth fails.
   bool parse(const std::string& text);
   bool parse(std::istream& input);
 

@@ -46,7 +46,12 @@ class StreamSource {
   void clear() { input_.clear(); }
   Position tell() { return input_.tellg(); }
   void seek(Position position) { input_.seekg(position); }
-  bool extract(Number& number) { return static_cast<bool>(input_ >> number); }
+  bool extract(Number& number, bool& integer) {
+    integer = false;
+    return static_cast<bool>(input_ >> number);
+  }
+  /// The stream does not tell how a number was written.
+  static constexpr bool kSeesNumberText = false;
 
   /// Appends characters up to the next @p quote or backslash, or the end.
   void append_plain(std::string& text, char quote) {
@@ -163,14 +168,18 @@ class BufferSource {
       next_ = begin_ + position;
   }
 
-  bool extract(Number& number) {
+  static constexpr bool kSeesNumberText = true;
+
+  /// @p integer tells whether the number was a plain integer (see read_integer).
+  bool extract(Number& number, bool& integer) {
+    integer = false;
     if (!sentry()) return false;
     skip_space_chars();
     if (next_ == end_) {
       state_ |= kEof | kFail;
       return false;
     }
-    if (extract_integer(number)) return true;
+    if (extract_integer(number)) return integer = true;
     const NumberScan scan = scan_number(next_, end_);
     next_ += scan.consumed;
     if (!scan.ok) state_ |= kFail;
@@ -302,10 +311,37 @@ class StringBlock {
   String* text_;
 };
 
+/// What the parts of a tree take from malloc, counted as its chunks: the size asked for and a
+/// header word, rounded up to 16 bytes, 32 at least. Blocks of the pool take less, so the count
+/// is an upper bound of what a tree holds.
+constexpr std::size_t heap_chunk(std::size_t size) { return size + 8 <= 32 ? 32 : (size + 8 + 15) & ~std::size_t{15}; }
+
+struct TreeCost {
+  /// A node of an Object's map (the tree's links and colour, then the key and the value pointer),
+  /// and what the reader keeps of it while the object is read: its place in the map and in the
+  /// order of keys, in vectors that grow by doubling.
+  static constexpr std::size_t kMember =
+      heap_chunk(4 * sizeof(void*) + sizeof(std::pair<const std::string, Value*>)) + 2 * (sizeof(void*) + sizeof(int));
+  static constexpr std::size_t kValue = heap_chunk(sizeof(Value));
+  static constexpr std::size_t kString = heap_chunk(sizeof(String));
+  static constexpr std::size_t kObject = heap_chunk(sizeof(Object));
+  static constexpr std::size_t kArray = heap_chunk(sizeof(Array));
+  /// An element's pointer in its array, and twice that on the stack that gathers the elements,
+  /// which grows by doubling.
+  static constexpr std::size_t kElement = 3 * sizeof(Value*);
+
+  /// The text of a string or key beyond what the string object holds in itself.
+  static constexpr std::size_t text(std::size_t size) { return size < 16 ? 0 : heap_chunk(size + 1); }
+};
+
 template <class Source>
 class Reader {
  public:
-  explicit Reader(Source& input) : in_(input), elements_(element_scratch()) {}
+  /// @p budget: the bytes that the tree may take (see TreeCost); beyond them the parse fails.
+  Reader(Source& input, std::size_t budget) : in_(input), elements_(element_scratch()), budget_(budget) {}
+
+  /// True when the parse stopped because the tree would have taken more than its budget.
+  bool over_budget() const { return over_budget_; }
 
   bool object(Object& object) {
     object.reset();
@@ -327,6 +363,7 @@ class Reader {
         key_size = key.size();
       }
       if (!match(':')) return false;
+      if (!charge(TreeCost::kMember + TreeCost::kValue + TreeCost::text(key_size))) return false;
       auto value = std::make_unique<Value>();
       if (!this->value(*value)) break;
       keys.store(object.values_, key_text, key_size, std::move(value));
@@ -342,6 +379,7 @@ class Reader {
     if (match(']')) return true;
     const ElementCollector elements(elements_, array.values_);
     for (;;) {
+      if (!charge(TreeCost::kElement + TreeCost::kValue)) return false;
       auto value = std::make_unique<Value>();
       if (!this->value(*value)) break;
       elements_.push_back(value.get());
@@ -355,9 +393,11 @@ class Reader {
   bool value(Value& value) {
     value.reset();
     value.type_ = Value::Type::Invalid;
+    if (over_budget_) return false;
     const char* text = nullptr;
     std::size_t size = 0;
     if (in_.plain_string(text, size)) {
+      if (!charge(TreeCost::kString + TreeCost::text(size))) return false;
       value.content_.string = new_string(text, size);
       value.type_ = Value::Type::String;
       return true;
@@ -366,14 +406,19 @@ class Reader {
     if (opening_quote(quote)) {
       StringBlock text;
       if (string_body(quote, *text)) {
+        if (!charge(TreeCost::kString + TreeCost::text((*text).size()))) return false;
         value.content_.string = text.release();
         value.type_ = Value::Type::String;
         return true;
       }
     }
     // The value owns nothing here, so the number may go straight in.
-    if (this->number(value.content_.number)) {
+    bool integer = false;
+    if (this->number(value.content_.number, integer)) {
       value.type_ = Value::Type::Number;
+      value.number_text_ = !Source::kSeesNumberText ? Value::NumberText::Unknown
+                           : integer                ? Value::NumberText::Integer
+                                                    : Value::NumberText::Other;
       return true;
     }
     Boolean flag = false;
@@ -387,9 +432,12 @@ class Reader {
       return true;
     }
     if (in_.peek() == '[') {
+      if (!charge(TreeCost::kArray)) return false;
       auto array = std::make_unique<Array>();
       if (this->array(*array)) return adopt(value, Value::Type::Array, &Value::Content::array, array);
+      if (over_budget_) return false;
     }
+    if (!charge(TreeCost::kObject)) return false;
     auto object = std::make_unique<Object>();
     if (this->object(*object)) return adopt(value, Value::Type::Object, &Value::Content::object, object);
     return false;
@@ -613,20 +661,21 @@ class Reader {
   }
 
   // Whatever `>> long double` accepts; on failure the input is as before.
-  bool number(Number& number) {
+  // @p integer tells whether it was a plain integer, where the source sees that.
+  bool number(Number& number, bool& integer) {
     // A character that no number starts with fails the extraction without
     // taking anything, which the seek back would undo anyway.
     const int next = in_.next_plain();
     if (next >= 0) {
       if (static_cast<unsigned>(next - '0') < 10 || next == '-') {
-        if (in_.extract_integer(number)) return true;
+        if (in_.extract_integer(number)) return integer = true;
       } else if (next != '+' && next != '.') {
         return false;
       }
     }
     in_.skip_space();
     const auto start = in_.tell();
-    if (in_.extract(number)) return true;
+    if (in_.extract(number, integer)) return true;
     in_.clear();
     in_.seek(start);
     return false;
@@ -647,10 +696,22 @@ class Reader {
   // A ',' where a value is due counts as null, and stays on the input.
   bool null() { return match("null") || in_.peek() == ','; }
 
+  // Takes @p bytes from the budget, before what they stand for is made.
+  bool charge(std::size_t bytes) {
+    if (over_budget_ || bytes > budget_) {
+      over_budget_ = true;
+      return false;
+    }
+    budget_ -= bytes;
+    return true;
+  }
+
   Source& in_;
   std::vector<Value*>& elements_;
   KeyOrder key_order_;
   int depth_ = 0;
+  std::size_t budget_;
+  bool over_budget_ = false;
 };
 
 }  // namespace detail

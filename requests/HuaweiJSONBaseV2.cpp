@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "AnswerParsing.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "ResourcePath.h"
@@ -45,7 +46,7 @@ bool HuaweiJSONBaseV2::buildRequest(std::string& body) {
 
 bool HuaweiJSONBaseV2::parseResponse(std::string& response) {
   jsonxx::Object answer;
-  answer.parse(response);
+  HuaweiTransport::parseAnswer("parseResponse", m_jobId, response, answer);
   TkDebug(nullptr).DebugLvl("parseResponse", 5, m_jobId, "Delegating parse json response...");
   return parseResponse(static_cast<jsonxx::Object const&>(answer));
 }

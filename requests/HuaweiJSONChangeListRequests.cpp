@@ -7,6 +7,7 @@
 #include <list>
 #include <string_view>
 
+#include "AnswerParsing.h"
 #include "ArrayNumbers.h"
 #include "BackslashSqueeze.h"
 #include "ChangeListEntry.h"
@@ -140,7 +141,7 @@ bool HuaweiJSONGetChangeListResult::readRepairedPage(std::string const& page, bo
   }
 
   jsonxx::Object answer;
-  answer.parse(page);
+  HuaweiTransport::parseAnswer(kPageLog, m_jobId, page, answer);
   if (answer.empty()) {
     TkDebug(nullptr).DebugLvl(kPageLog, -1, m_jobId, "Error when parsing the JSON response.");
     return false;

@@ -1,5 +1,6 @@
 #include "HuaweiJSONDeleteRequest.h"
 
+#include "AnswerParsing.h"
 #include "ArrayNumbers.h"
 #include "TkDebug.h"
 #include "jsonxx.h"
@@ -8,7 +9,7 @@ bool HuaweiJSONDeleteRequest::parseResponse(std::string& response) {
   TkDebug debug(nullptr);
   debug.DebugLvl("parseResponse", 3, m_jobId, "Parsing the JSON response...");
   jsonxx::Object answer;
-  answer.parse(response);
+  HuaweiTransport::parseAnswer("parseResponse", m_jobId, response, answer);
   if (answer.empty()) {
     debug.DebugLvl("parseResponse", 3, m_jobId, "Error when parsing the JSON response.");
     return false;

@@ -1,5 +1,6 @@
 #include "ResponseReading.h"
 
+#include "AnswerParsing.h"
 #include "TkDebug.h"
 
 namespace HuaweiResponse {
@@ -11,7 +12,7 @@ bool parseObject(const char* logName, unsigned long long jobId, const std::strin
 bool parseObject(const ParserLog& log, unsigned long long jobId, const std::string& response, jsonxx::Object& answer) {
   TkDebug debug(nullptr);
   debug.DebugLvl(log.name, log.progress, jobId, "Parsing the JSON response...");
-  answer.parse(response);
+  HuaweiTransport::parseAnswer(log.name, jobId, response, answer);
   if (answer.empty()) {
     debug.DebugLvl(log.name, log.failure, jobId, "Error when parsing the JSON response.");
     return false;

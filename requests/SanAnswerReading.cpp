@@ -1,5 +1,6 @@
 #include "SanAnswerReading.h"
 
+#include "AnswerParsing.h"
 #include "ArrayNumbers.h"
 #include "TkDebug.h"
 
@@ -11,7 +12,7 @@ const char kNoDataList[] = "[ERROR] Unable to parse JSON response";
 bool open(const char* logName, unsigned long long jobId, const std::string& response, jsonxx::Object& answer) {
   TkDebug debug(nullptr);
   debug.DebugLvl(logName, 3, jobId, "Parsing the JSON response...");
-  answer.parse(response);
+  HuaweiTransport::parseAnswer(logName, jobId, response, answer);
   if (!answer.empty()) return true;
   debug.DebugLvl(logName, 3, jobId, "[ERROR] JSON response is empty");
   return false;

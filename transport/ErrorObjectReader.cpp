@@ -1,5 +1,6 @@
 #include "ErrorObjectReader.h"
 
+#include "ErrorCode.h"
 #include "jsonxx_plain.h"
 
 namespace HuaweiTransport {
@@ -12,8 +13,7 @@ bool readError(jsonxx::PlainReader& in, unsigned long long& code, std::string& d
     jsonxx::PlainReader::Integer number;
     // A repeated key is refused: the model would keep its last value.
     if (name == "code") {
-      if (haveCode || !in.integer(number)) return false;
-      code = number.wrapped();
+      if (haveCode || !in.integer(number) || !trustedCode(number, code)) return false;
       haveCode = true;
       return true;
     }

@@ -2,7 +2,8 @@
 
 #include <cstring>
 
-#include "ArrayNumbers.h"
+#include "AnswerParsing.h"
+#include "ErrorCode.h"
 #include "ErrorObjectReader.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiRequestTypes.h"
@@ -258,7 +259,7 @@ bool HuaweiRestAPI::isError(std::string const& response, int const& opType, Resu
   std::string description;
   if (!HuaweiTransport::readPlainErrorObject(response, code, description)) {
     jsonxx::Object answer;
-    answer.parse(response);
+    HuaweiTransport::parseAnswer(kLog, m_jobId, response, answer);
     if (answer.empty()) {
       debug.DebugLvl(kLog, -1, m_jobId, "Error when parsing the JSON response.");
       status = ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error when parsing the JSON response");
@@ -268,7 +269,13 @@ bool HuaweiRestAPI::isError(std::string const& response, int const& opType, Resu
     // Every answer of the array carries a complete error object: these reads require it.
     jsonxx::Object& error = answer.get<jsonxx::Object>("error");
     description = error.get<std::string>("description");
-    code = HuaweiNumbers::toUnsigned64(error.get<long double>("code"));
+    if (!HuaweiTransport::trustedCode(error.get<jsonxx::Value>("code"), code)) {
+      // Read as a number it could wrap to 0, and a refusal would pass for a success.
+      debug.DebugLvl(kLog, -1, m_jobId, "The error code of the JSON response is not an integer of 64 bits.");
+      status = ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Untrusted error code in the JSON response");
+      m_lastStatus = status;
+      return true;
+    }
   }
   // The description travels on in error texts and log lines: it never carries the password.
   status = ResultStatus(code, HuaweiTransport::withoutPassword(YbString::Format(description), m_password));

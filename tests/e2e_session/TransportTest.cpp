@@ -123,6 +123,26 @@ TEST_F(Transport, ClassificationFollowsTheErrorObject) {
   }
 }
 
+// A code that is no integer of 64 bits could wrap to 0 and pass a refusal for a success: the
+// exchange fails instead, whichever reader takes the answer (an escape leaves it to the model).
+TEST_F(Transport, ErrorCodeThatIsNoIntegerOf64BitsFailsTheExchange) {
+  for (const std::string code : {"18446744073709551616", "1e400", "0.0", "\"0\"", "1077948996", "0"}) {
+    for (const std::string description : {"0", "a \\\"quoted\\\" 0"}) {
+      zrtest::LogCapture log;
+      sim().faults().add(FaultRule::On("GET", "system/").cannedBody(R"({"data":{},"error":{"code":)" + code +
+                                                                    R"(,"description":")" + description + "\"}}"));
+      const std::string status = Show(get("system/"));
+      const bool trusted = code == "1077948996" || code == "0";
+      EXPECT_EQ(status.substr(0, status.find(' ')), trusted ? code : "2") << code << description;
+      EXPECT_EQ(log.HasLine(-1, "HuaweiRestAPI::isError", "The error code of the JSON response is not an integer of 64 bits."),
+                !trusted) << code << description;
+      if (!trusted) {
+        EXPECT_EQ(last(), "2 Untrusted error code in the JSON response");
+      }
+    }
+  }
+}
+
 TEST_F(Transport, ClassificationUpdatesTheLastStatusButEmptyAnswersDoNot) {
   zrtest::LogCapture log;
   sim().faults().add(FaultRule::On("GET", "system/").emptyObject());

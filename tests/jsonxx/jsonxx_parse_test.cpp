@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <malloc.h>
+
+#include <algorithm>
 #include <sstream>
 #include <string>
 
@@ -126,5 +129,61 @@ TEST(ArrayParse, ReadsElementsInOrder) {
   EXPECT_EQ(array.get<std::string>(1), "y");
   EXPECT_EQ(array.get<long double>(2), 3.0L);
 }
+
+
+// Texts whose trees take many times their size: each is read within its memory bound, or refused
+// whole, with the reason kept for the caller, and what was read of it freed.
+struct BoundCase {
+  const char* name;
+  const char* element;  // repeated, comma-separated, under "data"
+  std::size_t bytes;
+  bool read;
+};
+
+std::string repeated(const std::string& element, std::size_t bytes) {
+  std::string text = "{\"data\":[";
+  text.reserve(bytes + element.size() + 16);
+  while (text.size() < bytes) text += element + ",";
+  text.back() = ']';
+  return text + "}";
+}
+
+std::size_t heap_in_use() { return mallinfo2().uordblks; }
+
+class MemoryBound : public ::testing::TestWithParam<BoundCase> {};
+
+TEST_P(MemoryBound, TreeStaysWithinTheBoundOrTheTextIsRefused) {
+  const BoundCase& row = GetParam();
+  const std::string text = repeated(row.element, row.bytes);
+  const std::size_t before = heap_in_use();
+  {
+    Object object;
+    EXPECT_EQ(object.parse(text), row.read);
+    EXPECT_EQ(jsonxx::parse_stopped_at_memory_bound(), !row.read);
+    EXPECT_EQ(object.empty(), !row.read);
+    // The block pool (4 MiB at most) is not malloc's; the bound covers it as well.
+    EXPECT_LE(heap_in_use() - std::min(before, heap_in_use()), jsonxx::memory_bound(text.size()));
+  }
+  EXPECT_LE(heap_in_use(), before + (std::size_t{1} << 20)) << "what was read goes back";
+  // The next parse starts afresh.
+  Object small;
+  EXPECT_TRUE(small.parse("{\"a\":[{}]}"));
+  EXPECT_FALSE(jsonxx::parse_stopped_at_memory_bound());
+}
+
+const char kRecord[] =
+    R"({"ID":"123456","NAME":"filesystem_123456","PARENTID":"0","CAPACITY":"2147483648","ALLOCTYPE":1,)"
+    R"("HEALTHSTATUS":"1","RUNNINGSTATUS":"27","SECTORSIZE":512,"DESCRIPTION":"records as an array lists them"})";
+
+INSTANTIATE_TEST_SUITE_P(
+    Shapes, MemoryBound,
+    ::testing::Values(BoundCase{"RecordsOf2MB", kRecord, 2u << 20, true},
+                      BoundCase{"ZerosOf400KB", "0", 400u << 10, true},
+                      BoundCase{"ZerosOf2MB", "0", 2u << 20, false},
+                      BoundCase{"EmptyObjectsOf2MB", "{}", 2u << 20, false},
+                      BoundCase{"EmptyArraysOf2MB", "[]", 2u << 20, false},
+                      BoundCase{"EmptyStringsOf2MB", "\"\"", 2u << 20, false},
+                      BoundCase{"NestedEmptyObjectsOf2MB", "[{},{}]", 2u << 20, false}),
+    [](const ::testing::TestParamInfo<BoundCase>& info) { return std::string(info.param.name); });
 
 }  // namespace

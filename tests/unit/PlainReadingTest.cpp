@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "ArrayNumbers.h"
 #include "ChangeListPlainPage.h"
+#include "ErrorCode.h"
 #include "ErrorObjectReader.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "jsonxx.h"
@@ -138,7 +138,9 @@ TEST(PlainReading, ErrorObjectsReadAsTheDocumentModelReadsThem) {
     ASSERT_TRUE(answer.has<jsonxx::Object>("error")) << text;
     const jsonxx::Object& error = answer.get<jsonxx::Object>("error");
     ASSERT_TRUE(error.has<long double>("code") && error.has<std::string>("description")) << text;
-    EXPECT_EQ(code, HuaweiNumbers::toUnsigned64(error.get<long double>("code"))) << text;
+    unsigned long long modelCode = 0;
+    EXPECT_TRUE(HuaweiTransport::trustedCode(error.get<jsonxx::Value>("code"), modelCode)) << text;
+    EXPECT_EQ(code, modelCode) << text;
     EXPECT_EQ(description, error.get<std::string>("description")) << text;
   }
   EXPECT_GT(accepted, 1500);
