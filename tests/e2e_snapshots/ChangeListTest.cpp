@@ -166,6 +166,34 @@ TEST_F(ChangeLists, NameWithADoubleQuoteBreaksTheWalk) {
   EXPECT_TRUE(sim().changeLists().openSessions().empty());
 }
 
+// Names that the page repair changes into others, or cannot read, one walk each.
+TEST_F(ChangeLists, RepairChangesOrLosesHostileNames) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"/tenantA/.\\./tenantB/payroll.xlsx", "/tenantA/../tenantB/payroll.xlsx"},
+      {"/back\\slash", "/backslash"},
+      {"/tab\tx", "/tabu0009x"},
+      {"/it's", "/it#39;s"},
+      {"/say \"hi\".txt", ""},  // the walk breaks on its first page
+  };
+  auto array = loggedInFacade();
+  int round = 0;
+  for (const auto& [name, delivered] : rows) {
+    base_ = snapshot("base" + std::to_string(round));
+    files().writeFile(name, 1);
+    incremental_ = snapshot("incremental" + std::to_string(round++));
+    const ChangeListWalk walk = WalkAll(*array, "7", base_, incremental_);
+    std::vector<std::string> paths;
+    for (const auto& entry : walk.entries) paths.push_back(entry.filePath);
+    if (delivered.empty()) {
+      EXPECT_TRUE(walk.failed && walk.calls == 1 && paths.empty()) << name;
+    } else {
+      EXPECT_TRUE(walk.finished) << name;
+      EXPECT_THAT(paths, testing::Contains(delivered));
+      EXPECT_THAT(paths, testing::Not(testing::Contains(name)));
+    }
+  }
+}
+
 // Stops before a session exists leave the record as it was and delete nothing. The walk has no
 // guard of its own: on a closed facade the session's guard stops it.
 TEST_F(ChangeLists, CallsThatCannotOpenASessionSendNothingMore) {
