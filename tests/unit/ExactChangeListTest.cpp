@@ -11,28 +11,11 @@
 #include "HuaweiJSONChangeListRequests.h"
 #include "JsonStringDecoder.h"
 #include "LogCapture.h"
+#include "changelist/ChangeListPage.h"
 
 namespace {
 
 using HuaweiChangeListPage::ExactReading;
-
-// The text as the body of a JSON string, as a JSON writer escapes it.
-std::string escaped(const std::string& text) {
-  std::string out;
-  for (const char c : text) {
-    if (c == '"' || c == '\\') {
-      out += '\\';
-      out += c;
-    } else if (static_cast<unsigned char>(c) < 0x20) {
-      char code[8];
-      std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(c));
-      out += code;
-    } else {
-      out += c;
-    }
-  }
-  return out;
-}
 
 std::string entry(const std::string& pathBody, const std::string& inode = "7") {
   return "{\"inode\":" + inode + ",\"changeType\":0,\"fType\":1,\"filePath\":\"" + pathBody +
@@ -44,7 +27,9 @@ std::string entry(const std::string& pathBody, const std::string& inode = "7") {
 std::string page(const std::vector<std::string>& entries, const std::string& posObj = "\"77\"") {
   std::string list = "[";
   for (const std::string& one : entries) list += (list.size() > 1 ? "," : "") + one;
-  return "{\"data\":{\"changeList\":\"" + escaped(list + "]") + "\",\"numChanges\":\"1\",\"progress\":\"50\","
+  std::string listString;
+  arraysim::AppendJsonString(listString, list + "]");
+  return "{\"data\":{\"changeList\":" + listString + ",\"numChanges\":\"1\",\"progress\":\"50\","
          "\"linkPos\":\"9\",\"linkPosType\":\"1\",\"posObj\":" + posObj + ",\"posOffset\":\"3\",\"posType\":\"2\"},"
          "\"error\":{\"code\":0,\"description\":\"0\"}}";
 }
@@ -80,15 +65,11 @@ TEST(ExactChangeList, UndecodableTextFailsThePage) {
   const std::pair<std::string, std::string> rows[] = {
       {page({entry("ok"), entry("a\\x")}), "unknown escape"},
       {page({entry("a\\u12")}), "the change list is not JSON text"},
-      {page({entry("a\\u12G4")}), "the change list is not JSON text"},
       {page({entry("a\\ud83d")}), "high surrogate"},
-      {page({entry("a\\ud83d\\u0041")}), "high surrogate"},
       {page({entry("a\\ude00")}), "low surrogate"},
       {page({entry("a\\u0000b")}), "NUL"},
       {page({entry("&#0;")}), "no character"},
-      {page({entry("&#xD800;")}), "no character"},
-      {page({entry("&#1114112;")}), "no character"},
-      {page({entry("ends\\")}), "the change list is not JSON text"},
+      {page({entry("&#xD800;&#1114112;")}), "no character"},
       {page({entry("x\" \"y")}), "the change list is not JSON text"},
       {page({entry("x", "1.5")}), "the change list is not JSON text"},
       {page({entry("x")}, "\"\\ud800\""), "the string \"\\ud800\" cannot be decoded: a high surrogate"},
@@ -119,15 +100,10 @@ TEST(ExactChangeList, OtherShapesAreLeftToTheDocumentModel) {
   std::string missing = page({entry("a\\u0041")});
   missing.replace(missing.find(",\\\"size\\\":18446744073709551615"), 30, "");
   _HuaweiSnapshotChangeListInfo info;
-  ExactReading reading = HuaweiChangeListPage::readExact(missing, info);
-  ASSERT_EQ(reading.outcome, ExactReading::kOtherShape) << reading.why;
-  EXPECT_EQ(reading.documentText.find("{\"data\":{\"changeList\":[{\"inode\":7,"), 0u) << reading.documentText;
-  EXPECT_NE(reading.documentText.find("\"filePath\":\"a\\u0041\""), std::string::npos);
-
+  EXPECT_EQ(HuaweiChangeListPage::readExact(missing, info).outcome, ExactReading::kOtherShape);
   std::string repeated = page({entry("x")});
   repeated.replace(repeated.find("\\\"links\\\""), 0, "\\\"links\\\":2,");
-  reading = HuaweiChangeListPage::readExact(repeated, info);
-  EXPECT_EQ(reading.outcome, ExactReading::kOtherShape) << reading.why;
+  EXPECT_EQ(HuaweiChangeListPage::readExact(repeated, info).outcome, ExactReading::kOtherShape);
   HuaweiJSONGetChangeListResult request(1);
   zrtest::LogCapture log;
   EXPECT_FALSE(request.readExactPage(repeated));
@@ -137,11 +113,15 @@ TEST(ExactChangeList, OtherShapesAreLeftToTheDocumentModel) {
       << log.Dump();
 }
 
-// Pages of ordinary names, the list as a string or as a plain array, give what today's repair gives.
+// Pages of ordinary names, the list as a string or as a plain array, give what the repair gives.
 TEST(ExactChangeList, OrdinaryPagesReadAsRepaired) {
   std::mt19937 random(11);
-  const std::vector<std::string> pieces = {"a", "b", " ", "/", ".", "-", "~", "&amp;", "&lt;", "&gt;", "&#40;",
-                                           "&#41;", "\xc3\xa9"};
+  const std::vector<std::string> pieces = {"a", "b", " ", "/", ".", "-", "~", "&amp;", "&lt;", "&#40;", "\xc3\xa9"};
+  const auto names = [](const _HuaweiSnapshotChangeListInfo& info) {
+    std::string all = info.posObj + info.linkPos;
+    for (const auto& change : info.changes) all += "|" + change.filePath + std::to_string(change.inode);
+    return all;
+  };
   for (int round = 0; round < 200; ++round) {
     std::vector<std::string> entries;
     for (int i = random() % 20; i > 0; --i) {
@@ -153,15 +133,7 @@ TEST(ExactChangeList, OrdinaryPagesReadAsRepaired) {
     HuaweiJSONGetChangeListResult exact(1), repaired(1);
     ASSERT_TRUE(exact.readExactPage(asSent)) << asSent;
     ASSERT_TRUE(repaired.parseResponse(asSent));
-    const _HuaweiSnapshotChangeListInfo a = exact.getChangeListInfo("s"), b = repaired.getChangeListInfo("s");
-    EXPECT_EQ(a.posObj + a.numChanges + a.linkPos, b.posObj + b.numChanges + b.linkPos);
-    ASSERT_EQ(a.changes.size(), b.changes.size());
-    auto other = b.changes.begin();
-    for (const auto& change : a.changes) {
-      EXPECT_EQ(change.filePath, other->filePath);
-      EXPECT_EQ(change.inode, other->inode);
-      ++other;
-    }
+    EXPECT_EQ(names(exact.getChangeListInfo("s")), names(repaired.getChangeListInfo("s")));
   }
   const std::string plainList = "{\"data\":{\"changeList\":[" + entry("a\\\"b") +
                                 "],\"numChanges\":\"1\",\"progress\":\"5\",\"linkPos\":\"1\",\"linkPosType\":\"2\","
@@ -174,38 +146,22 @@ TEST(ExactChangeList, OrdinaryPagesReadAsRepaired) {
 // Any text escaped in any of the forms a JSON writer may choose decodes to itself, across the
 // decoder's blocks of sixteen bytes.
 TEST(ExactChangeList, StringDecoderUndoesEveryEscapeForm) {
+  const std::vector<std::pair<std::string, std::vector<std::string>>> forms = {
+      {"a", {"a", "\\u0061"}},          {"\"", {"\\\"", "\\u0022"}},   {"\\", {"\\\\", "\\u005C"}},
+      {"/", {"/", "\\/"}},              {"\t", {"\\t", "\\u0009"}},     {"\n", {"\\n", "\\u000a"}},
+      {"\x01", {"\\u0001"}},           {" ", {" "}},                     {"\xc3\xa9", {"\xc3\xa9", "\\u00E9"}},
+      {"\xe6\x97\xa5", {"\xe6\x97\xa5", "\\u65e5"}}, {"\xf0\x9f\x98\x80", {"\xf0\x9f\x98\x80", "\\ud83d\\ude00"}}};
   std::mt19937 random(5);
-  const std::vector<std::string> characters = {"a", "\"", "\\", "/", "\t", "\n", "\x01", "\x1f", "\xc3\xa9",
-                                               "\xe6\x97\xa5", "\xf0\x9f\x98\x80", " "};
   for (int round = 0; round < 5000; ++round) {
-    std::string text, encoded;
+    std::string text, encoded = "keep";
     for (int n = random() % 80; n > 0; --n) {
-      const std::string& c = characters[random() % characters.size()];
-      text += c;
-      const bool asUnicode = random() % 3 == 0;
-      if (c == "\xf0\x9f\x98\x80") {
-        encoded += asUnicode ? "\\ud83d\\ude00" : c;
-      } else if (c == "\xe6\x97\xa5") {
-        encoded += asUnicode ? "\\u65e5" : c;
-      } else if (c == "\xc3\xa9") {
-        encoded += asUnicode ? "\\u00E9" : c;
-      } else if (c == "/") {
-        encoded += asUnicode ? "\\/" : "/";
-      } else if (c == "\t" && !asUnicode) {
-        encoded += "\\t";
-      } else if (c == "\n" && !asUnicode) {
-        encoded += "\\n";
-      } else if (asUnicode) {
-        char code[8];
-        std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(c[0]));
-        encoded += code;
-      } else {
-        encoded += escaped(c);
-      }
+      const auto& [character, ways] = forms[random() % forms.size()];
+      text += character;
+      encoded += ways[random() % ways.size()];
     }
-    std::string decoded = "keep" + encoded;
-    ASSERT_EQ(HuaweiJsonString::decode(decoded, 4), nullptr) << encoded;
-    ASSERT_EQ(decoded, "keep" + text) << encoded;
+    const std::string sent = encoded;
+    ASSERT_EQ(HuaweiJsonString::decode(encoded, 4), nullptr) << sent;
+    ASSERT_EQ(encoded, "keep" + text) << sent;
   }
 }
 
