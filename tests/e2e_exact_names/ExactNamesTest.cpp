@@ -11,6 +11,7 @@
 #include "ArrayClientTest.h"
 #include "ChangeListWalk.h"
 #include "LogCapture.h"
+#include "Seed.h"
 #include "ZrLibrarySettings.h"
 #include "filetree/HostileNames.h"
 
@@ -41,8 +42,8 @@ TEST_F(ExactNames, HostileTreeWalksToTheTrueDifference) {
   info.id = "7";
   sim().fileSystems().create("fs1", info);
   const std::vector<std::string> hostile = arraysim::HostilePaths();
-  for (size_t i = 0; i < hostile.size(); ++i) files().writeFile("/kept/" + hostile[i], i).writeFile("/gone/" + hostile[i], i);
-  const std::string base = sim().snapshots().take("7", "base");
+  const std::string base = arraysim::ApplyFileSteps(sim().model(), "7", nlohmann::json::parse(R"([
+      {"hostile": "/kept", "size": 1}, {"hostile": "/gone"}, {"snapshot": "base"}])")).at(0);
   files().remove("/gone").rename("/kept/it's", "/kept/it's \"renamed\"\t");
   for (size_t i = 0; i < hostile.size(); i += 2) {
     if (hostile[i] != "it's") files().writeFile("/kept/" + hostile[i], 1000 + i);
