@@ -133,10 +133,13 @@ bool readPage(PlainReader& in, _HuaweiSnapshotChangeListInfo& page, std::list<_H
 }
 
 // The strings of a page as the array writes them: every escape decoded, and the list a string
-// holding the JSON text of the array, which is decoded and then read as such. The first string
-// that cannot be decoded stops the page with its reason.
+// holding the JSON text of the array, which is decoded where it stands in the page (a copy of a
+// page-sized string costs page faults) and then read as such. The first string that cannot be
+// decoded stops the page with its reason.
 class ExactStrings {
  public:
+  explicit ExactStrings(std::string& text) : text_(text) {}
+
   bool path(PlainReader& in, std::string& out) {
     std::string_view text;
     if (!read(in, out, text, "the file name")) return false;
@@ -151,27 +154,29 @@ class ExactStrings {
   template <class Element>
   bool list(PlainReader& in, Element element) {
     if (in.peek() == '[') return in.array([&] { return element(in); });
-    const char* const begin = in.position();
+    const std::size_t begin = static_cast<std::size_t>(in.position() - text_.data());
     std::string_view text;
-    if (!read(in, list_, text, "the change list")) return false;
+    if (!in.escaped_string(text)) return false;
+    const std::size_t body = static_cast<std::size_t>(text.data() - text_.data());
+    std::size_t size = text.size();
+    if (const char* why = HuaweiJsonString::decode(&text_[body], size)) return refuse("the change list", text, why);
+    list_ = std::string_view(text_.data() + body, size);
     listBegin_ = begin;
-    listEnd_ = in.position();
+    listEnd_ = static_cast<std::size_t>(in.position() - text_.data());
     PlainReader entries(list_);
     return entries.array([&] { return element(entries); }) && entries.at_end();
   }
 
   const std::string& why() const { return why_; }
-  // The text with the list string replaced by the list's own text, once the list was decoded.
-  std::string withPlainList(const std::string& text) const {
-    if (listBegin_ == nullptr) return text;
-    const std::size_t begin = static_cast<std::size_t>(listBegin_ - text.data());
-    const std::size_t end = static_cast<std::size_t>(listEnd_ - text.data());
-    return text.substr(0, begin) + list_ + text.substr(end);
+  // The page with the list string replaced by the list's own text, once the list was decoded.
+  std::string withPlainList() const {
+    if (list_.data() == nullptr) return text_;
+    return text_.substr(0, listBegin_).append(list_).append(text_, listEnd_, std::string::npos);
   }
   // Whether the decoded list, if any, is JSON text in the array's form.
   bool listIsJson() const {
     PlainReader list(list_);
-    return listBegin_ == nullptr || (list.skip_value() && list.at_end());
+    return list_.data() == nullptr || (list.skip_value() && list.at_end());
   }
 
  private:
@@ -196,9 +201,10 @@ class ExactStrings {
     return false;
   }
 
-  std::string list_;
-  const char* listBegin_ = nullptr;
-  const char* listEnd_ = nullptr;
+  std::string& text_;
+  std::string_view list_;
+  std::size_t listBegin_ = 0;
+  std::size_t listEnd_ = 0;
   std::string why_;
 };
 
@@ -211,23 +217,24 @@ bool readPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page,
   return readPage(in, page, spare, strings, false);
 }
 
-ExactReading readExact(const std::string& text, _HuaweiSnapshotChangeListInfo& page,
+ExactReading readExact(std::string& text, _HuaweiSnapshotChangeListInfo& page,
                        std::list<_HuaweiSnapshotChangeList>* spare) {
   ExactReading reading;
   PlainReader in(text);
-  ExactStrings strings;
+  ExactStrings strings(text);
   if (readPage(in, page, spare, strings, true)) return reading;
   reading.outcome = ExactReading::kUndecodable;
   reading.why = strings.why();
-  PlainReader whole(text);
   if (!reading.why.empty()) return reading;
-  if (!whole.skip_value() || !whole.at_end()) {
-    reading.why = "the page is not JSON text in the array's form";
-  } else if (!strings.listIsJson()) {
+  const std::string document = strings.withPlainList();
+  PlainReader whole(document);
+  if (!strings.listIsJson()) {
     reading.why = "the change list is not JSON text in the array's form";
+  } else if (!whole.skip_value() || !whole.at_end()) {
+    reading.why = "the page is not JSON text in the array's form";
   } else {
     reading.outcome = ExactReading::kOtherShape;
-    reading.documentText = strings.withPlainList(text);
+    reading.documentText = document;
   }
   return reading;
 }

@@ -33,9 +33,10 @@ struct ExactReading {
   // document model to find what is missing.
   std::string documentText;
 };
-// Reads `text` in the form that readPlain() takes, but with escapes allowed in every string; on
-// any outcome but kRead `page` is untouched.
-ExactReading readExact(const std::string& text, _HuaweiSnapshotChangeListInfo& page,
+// Reads `text` in the form that readPlain() takes, but with escapes allowed in every string. The
+// list string is decoded in place, which changes `text`; on any outcome but kRead `page` is
+// untouched.
+ExactReading readExact(std::string& text, _HuaweiSnapshotChangeListInfo& page,
                        std::list<_HuaweiSnapshotChangeList>* spare = nullptr);
 
 }  // namespace HuaweiChangeListPage

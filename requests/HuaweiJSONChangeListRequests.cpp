@@ -168,7 +168,7 @@ bool HuaweiJSONGetChangeListResult::readRepairedPage(std::string const& page, bo
   return true;
 }
 
-bool HuaweiJSONGetChangeListResult::readExactPage(std::string const& page) {
+bool HuaweiJSONGetChangeListResult::readExactPage(std::string& page) {
   using HuaweiChangeListPage::ExactReading;
   ExactReading reading = HuaweiChangeListPage::readExact(page, m_info, &m_spare);
   if (reading.outcome == ExactReading::kRead) return true;

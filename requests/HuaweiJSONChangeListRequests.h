@@ -49,9 +49,10 @@ class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {
   // process chose exact change-list names, reads the page with readExactPage() instead.
   bool parseResponse(std::string& response) override;
   // Reads the page as what it is, a JSON string holding the JSON text of the list, so that every
-  // name comes out as the array holds it. A page that cannot be decoded so fails with its reason
-  // at level -1; one that lacks a required value fails as every page does.
-  bool readExactPage(std::string const& page);
+  // name comes out as the array holds it; the list is decoded in the caller's string. A page that
+  // cannot be decoded so fails with its reason at level -1; one that lacks a required value fails
+  // as every page does.
+  bool readExactPage(std::string& page);
   // Decodes the entities "&amp;", "&lt;", "&gt;", "&#40;" and "&#41;" in one pass from the left.
   // An ampersand that opens none of them is dropped and what follows it stays.
   bool handleSpecialCharactersInFileName(std::string& name);

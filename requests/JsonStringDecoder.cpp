@@ -75,11 +75,17 @@ int putUtf8(char* out, std::uint32_t code) {
 
 const char* decode(std::string& text, std::string::size_type from) {
   if (from >= text.size()) return nullptr;
-  char* const s = &text[0];
-  const std::string::size_type size = text.size();
+  std::size_t size = text.size() - from;
+  const char* const why = decode(&text[from], size);
+  if (why == nullptr) text.resize(from + size);
+  return why;
+}
+
+const char* decode(char* const s, std::size_t& decodedSize) {
+  const std::size_t size = decodedSize;
   // Every escape is at least as long as what it stands for, so the decoded text never overtakes
   // the bytes still to be read.
-  std::string::size_type read = from, write = from;
+  std::size_t read = 0, write = 0;
   for (;;) {
     const std::string::size_type other = nextOtherEscape(s, read, size);
     write = BackslashSqueeze::squeeze(s, read, other, write);
@@ -119,7 +125,7 @@ const char* decode(std::string& text, std::string::size_type from) {
       default: return "an unknown escape";
     }
   }
-  text.resize(write);
+  decodedSize = write;
   return nullptr;
 }
 

@@ -3,14 +3,17 @@
 // UTF-8. Other bytes, raw UTF-8 included, stay as they are.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
 namespace HuaweiJsonString {
 
-// Decodes text[from, end) in place; the string is cut behind the decoded text. Answers nullptr,
-// or why the text is no string body (a bad or unfinished escape, a lone surrogate); the string is
-// then of no use.
+// Decodes the `size` bytes at `text` in place and sets `size` to the length of the result.
+// Answers nullptr, or why the text is no string body (a bad or unfinished escape, a lone
+// surrogate); the bytes are then of no use.
+const char* decode(char* text, std::size_t& size);
+// The same for text[from, end); the string is cut behind the decoded text.
 const char* decode(std::string& text, std::string::size_type from = 0);
 
 // Writes the UTF-8 form of a code point below 0x110000 at `out`; answers the bytes written (1-4).

@@ -57,11 +57,11 @@ int main(int argc, char** argv) {
   const std::string wire = zrbench::changeListPageText(1000, true);
   if (argc > 3 && std::strcmp(argv[1], "--only") == 0) return decodeOnly(wire, argv[2], std::atoi(argv[3]));
   const int rounds = argc > 1 ? std::atoi(argv[1]) : 15;
-  std::string repaired = wire;
+  std::string repaired = wire, exactText = wire;
   {
     HuaweiJSONGetChangeListResult request(1), exact(1);
     if (!request.parseResponse(repaired) || request.getChangeListInfo("s").changes.size() != 1000 ||
-        !exact.readExactPage(wire) || exact.getChangeListInfo("s").changes.size() != 1000) {
+        !exact.readExactPage(exactText) || exact.getChangeListInfo("s").changes.size() != 1000) {
       std::fprintf(stderr, "page did not decode\n");
       return 1;
     }

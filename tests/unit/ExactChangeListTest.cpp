@@ -51,7 +51,8 @@ TEST(ExactChangeList, NamesComeOutAsTheArrayHoldsThem) {
   };
   for (const auto& [body, name] : rows) {
     _HuaweiSnapshotChangeListInfo info;
-    const ExactReading reading = HuaweiChangeListPage::readExact(page({entry(body)}), info);
+    std::string text = page({entry(body)});
+    const ExactReading reading = HuaweiChangeListPage::readExact(text, info);
     ASSERT_EQ(reading.outcome, ExactReading::kRead) << body << ": " << reading.why;
     ASSERT_EQ(info.changes.size(), 1u);
     EXPECT_EQ(info.changes.front().filePath, name) << body;
@@ -76,7 +77,7 @@ TEST(ExactChangeList, UndecodableTextFailsThePage) {
       {page({entry("x")}) + "x", "the page is not JSON text"},
       {"{\"data\":{\"changeList\":\"[\\x]\"}}", "unknown escape"},
   };
-  for (const auto& [text, why] : rows) {
+  for (auto [text, why] : rows) {
     _HuaweiSnapshotChangeListInfo info;
     info.posObj = "before";
     const ExactReading reading = HuaweiChangeListPage::readExact(text, info);
@@ -87,7 +88,8 @@ TEST(ExactChangeList, UndecodableTextFailsThePage) {
 
   HuaweiJSONGetChangeListResult request(1);
   zrtest::LogCapture log;
-  EXPECT_FALSE(request.readExactPage(page({entry("a\\ud83d")})));
+  std::string text = page({entry("a\\ud83d")});
+  EXPECT_FALSE(request.readExactPage(text));
   EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONGetChangeListResult::parseResponse",
                           "Unable to read the change list with exact file names: the file name \"a\\ud83d\" cannot "
                           "be decoded: a high surrogate without a low one behind it."))
@@ -103,7 +105,8 @@ TEST(ExactChangeList, OtherShapesAreLeftToTheDocumentModel) {
   EXPECT_EQ(HuaweiChangeListPage::readExact(missing, info).outcome, ExactReading::kOtherShape);
   std::string repeated = page({entry("x")});
   repeated.replace(repeated.find("\\\"links\\\""), 0, "\\\"links\\\":2,");
-  EXPECT_EQ(HuaweiChangeListPage::readExact(repeated, info).outcome, ExactReading::kOtherShape);
+  std::string copy = repeated;
+  EXPECT_EQ(HuaweiChangeListPage::readExact(copy, info).outcome, ExactReading::kOtherShape);
   HuaweiJSONGetChangeListResult request(1);
   zrtest::LogCapture log;
   EXPECT_FALSE(request.readExactPage(repeated));
@@ -129,13 +132,13 @@ TEST(ExactChangeList, OrdinaryPagesReadAsRepaired) {
       for (int n = random() % 40; n > 0; --n) name += pieces[random() % pieces.size()];
       entries.push_back(entry(name, std::to_string(random())));
     }
-    std::string asSent = page(entries);
+    std::string asSent = page(entries), forExact = asSent;
     HuaweiJSONGetChangeListResult exact(1), repaired(1);
-    ASSERT_TRUE(exact.readExactPage(asSent)) << asSent;
+    ASSERT_TRUE(exact.readExactPage(forExact)) << asSent;
     ASSERT_TRUE(repaired.parseResponse(asSent));
     EXPECT_EQ(names(exact.getChangeListInfo("s")), names(repaired.getChangeListInfo("s")));
   }
-  const std::string plainList = "{\"data\":{\"changeList\":[" + entry("a\\\"b") +
+  std::string plainList = "{\"data\":{\"changeList\":[" + entry("a\\\"b") +
                                 "],\"numChanges\":\"1\",\"progress\":\"5\",\"linkPos\":\"1\",\"linkPosType\":\"2\","
                                 "\"posObj\":\"3\",\"posOffset\":\"4\",\"posType\":\"5\"}}";
   _HuaweiSnapshotChangeListInfo info;
