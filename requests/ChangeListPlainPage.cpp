@@ -100,7 +100,9 @@ bool readData(PlainReader& in, _HuaweiSnapshotChangeListInfo& page, std::list<_H
     if (name == "changeList") {
       if (seen & kChangeList) return false;
       seen |= kChangeList;
-      return strings.list(in, [&](PlainReader& list) { return readEntry(list, nextRecord(page.changes, spare), strings); });
+      return strings.list(in, [&](PlainReader& list) {
+        return readEntry(list, nextRecord(page.changes, spare), strings);
+      });
     }
     for (unsigned i = 0; i < sizeof kCursor / sizeof *kCursor; ++i) {
       if (name != kCursor[i].name) continue;
@@ -159,7 +161,8 @@ class ExactStrings {
     if (!in.escaped_string(text)) return false;
     const std::size_t body = static_cast<std::size_t>(text.data() - text_.data());
     std::size_t size = text.size();
-    if (const char* why = HuaweiJsonString::decode(&text_[body], size)) return refuse("the change list", text, why);
+    const std::string sent(text.substr(0, kShown + 1));  // the decoding overwrites the text
+    if (const char* why = HuaweiJsonString::decode(&text_[body], size)) return refuse("the change list", sent, why);
     list_ = std::string_view(text_.data() + body, size);
     listBegin_ = begin;
     listEnd_ = static_cast<std::size_t>(in.position() - text_.data());
@@ -191,15 +194,16 @@ class ExactStrings {
     const char* const why = HuaweiJsonString::decode(out);
     return why == nullptr || refuse(what, text, why);
   }
-  // The reason names the text as it was sent, cut after 256 bytes: a list string is a whole page.
+  // The reason names the text as it was sent, cut after kShown bytes: a list string is a page.
   bool refuse(const char* what, std::string_view text, const char* why) {
-    constexpr std::size_t kShown = 256;
     if (why_.empty()) {
       why_.append(what).append(" \"").append(text.substr(0, kShown)).append(text.size() > kShown ? "...\"" : "\"");
       why_.append(" cannot be decoded: ").append(why);
     }
     return false;
   }
+
+  static constexpr std::size_t kShown = 256;
 
   std::string& text_;
   std::string_view list_;

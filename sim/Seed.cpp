@@ -114,7 +114,8 @@ std::vector<std::string> ApplyFileSteps(ArrayModel& model, const std::string& fi
     } else if (step.contains("rename")) {
       files.rename(Text(step, "rename"), Text(step, "to"));
     } else if (step.contains("hostile")) {
-      for (const auto& path : HostilePaths()) files.writeFile(Text(step, "hostile") + "/" + path, Number(step, "size", 0));
+      const std::string under = Text(step, "hostile");
+      for (const auto& path : HostilePaths()) files.writeFile(under + "/" + path, Number(step, "size", 0));
     } else if (step.contains("snapshot")) {
       const bool snapDiff = step.value("snapDiff", true);
       const auto id = model.snapshots().take(fileSystemId, Text(step, "snapshot"), snapDiff);

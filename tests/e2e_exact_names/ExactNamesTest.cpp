@@ -58,20 +58,23 @@ TEST_F(ExactNames, HostileTreeWalksToTheTrueDifference) {
   ASSERT_TRUE(walk.finished) << log.Dump();
   std::vector<std::string> got, want, paths;
   for (const auto& e : walk.entries) {
-    got.push_back(Fields(e.changeType, e.fType, e.filePath, {e.inode, e.size, e.crTime, e.cTime, e.mTime, e.aTime,
-                                                              e.owner, e.group, e.dosAttr, e.links}));
+    const auto links = static_cast<unsigned long long>(e.links);
+    got.push_back(Fields(e.changeType, e.fType, e.filePath,
+                         {e.inode, e.size, e.crTime, e.cTime, e.mTime, e.aTime, e.owner, e.group, e.dosAttr, links}));
     paths.push_back(e.filePath);
   }
   for (const auto& c : sim().changeLists().difference(base, incremental)) {
     const auto& a = c.attributes;
     want.push_back(Fields(static_cast<int>(c.changeType), static_cast<int>(c.fileType), c.path,
-                          {a.inode, a.size, a.crTime, a.cTime, a.mTime, a.aTime, a.owner, a.group, a.dosAttr, a.links}));
+                          {a.inode, a.size, a.crTime, a.cTime, a.mTime, a.aTime, a.owner, a.group, a.dosAttr,
+                           a.links}));
   }
   ASSERT_GT(want.size(), 3 * hostile.size());
   EXPECT_EQ(got, want);
   // The names that the repair turns into others or cannot read at all.
   EXPECT_THAT(paths, testing::IsSupersetOf({"/new/tenantA/.\\./tenantB/payroll.xlsx", "/new/say \"hi\".txt",
-                                            "/new/back\\slash", "/new/tab\tx", "/new/it's", "/kept/it's \"renamed\"\t"}));
+                                            "/new/back\\slash", "/new/tab\tx", "/new/it's",
+                                            "/kept/it's \"renamed\"\t"}));
   EXPECT_TRUE(sim().changeLists().openSessions().empty());
 }
 

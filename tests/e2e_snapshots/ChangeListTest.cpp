@@ -171,7 +171,8 @@ TEST_F(ChangeLists, RepairChangesOrLosesHostileNames) {
     for (const auto& entry : walk.entries) paths.push_back(entry.filePath);
     if (delivered.empty()) {
       EXPECT_TRUE(walk.failed && walk.calls == 1 && walk.last.sessionFailed == 1 && paths.empty()) << name;
-      EXPECT_EQ(walk.last.posType + "|" + walk.last.linkPos, "255|18446744073709551614");  // the first page's cursor stays
+      // The first page's cursor stays.
+      EXPECT_EQ(walk.last.posType + "|" + walk.last.linkPos, "255|18446744073709551614");
       EXPECT_TRUE(log.HasLine(-1, kWalkLog, "Unable to parse the JSON Response")) << log.Dump();
     } else {
       EXPECT_TRUE(walk.finished) << name;
