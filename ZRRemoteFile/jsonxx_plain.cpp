@@ -95,6 +95,15 @@ bool PlainReader::string(std::string_view& text) {
   return true;
 }
 
+bool PlainReader::escaped_string(std::string_view& text) {
+  skip_space();
+  if (next_ == end_ || *next_ != '"') return false;
+  const char* const start = next_ + 1;
+  if (!skip_string()) return false;
+  text = std::string_view(start, static_cast<std::size_t>(next_ - 1 - start));
+  return true;
+}
+
 bool PlainReader::literal(std::string_view word) {
   if (static_cast<std::size_t>(end_ - next_) < word.size() || std::memcmp(next_, word.data(), word.size()) != 0) {
     return false;

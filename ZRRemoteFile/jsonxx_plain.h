@@ -69,8 +69,23 @@ class PlainReader {
     return take(']');
   }
 
-  /// A string without escapes: the text between its quotes.
+  /// A string without escapes: the text between its quotes. On false nothing is taken but white
+  /// space, so the same string can be read again with escaped_string().
   bool string(std::string_view& text);
+  /// A string whose escapes are well formed: the text between its quotes, escapes undecoded.
+  bool escaped_string(std::string_view& text);
+  /// The next byte after white space, or 0 at the end.
+  char peek() {
+    skip_space();
+    return next_ == end_ ? '\0' : *next_;
+  }
+  /// Where the cursor stands in the text.
+  const char* position() const { return next_; }
+  /// True when nothing but white space is left.
+  bool at_end() {
+    skip_space();
+    return next_ == end_;
+  }
   /// An integer whose magnitude fits in 64 bits, not followed by a fraction or an exponent.
   /// In line: a page holds a dozen of them for each entry, and a call through the library's
   /// symbol table costs as much as a short number.

@@ -19,6 +19,7 @@
 #include "PrintfToString.h"
 #include "ResponseReading.h"
 #include "TkDebug.h"
+#include "ZrLibrarySettings.h"
 
 namespace {
 
@@ -123,6 +124,9 @@ HuaweiJSONGetChangeListResult::HuaweiJSONGetChangeListResult(unsigned long long 
 
 bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
   TkDebug(nullptr).DebugLvl(kPageLog, 5, m_jobId, "Parsing the JSON response...");
+  if (ZrLibraryGetSettings().changeListNames == ZrLibrarySettings::ChangeListNames::Exact) {
+    return readExactPage(response);
+  }
   // "changeList":"[{\"inode\":...}]" becomes "changeList":[{"inode":...}]. Every backslash goes,
   // also one that a file name held.
   HuaweiPageRepair::repair(response);
@@ -163,6 +167,22 @@ bool HuaweiJSONGetChangeListResult::readRepairedPage(std::string const& page, bo
   }
   m_info.changes = std::move(changes);
   return true;
+}
+
+bool HuaweiJSONGetChangeListResult::readExactPage(std::string& page) {
+  using HuaweiChangeListPage::ExactReading;
+  ExactReading reading = HuaweiChangeListPage::readExact(page, m_info, &m_spare);
+  if (reading.outcome == ExactReading::kRead) return true;
+  if (reading.outcome == ExactReading::kOtherShape) {
+    // A value the page needs is absent or of another kind: the document model's readers say
+    // which, and fail as they do for any page. What they would read besides is not exact.
+    if (!readRepairedPage(reading.documentText, true)) return false;
+    m_info.changes.clear();
+    reading.why = "a value is repeated or not in the array's form";
+  }
+  TkDebug(nullptr).DebugLvl(kPageLog, -1, m_jobId, "Unable to read the change list with exact file names: %s.",
+                            reading.why.c_str());
+  return false;
 }
 
 bool HuaweiJSONGetChangeListResult::decodeFileName(std::string& name) {

@@ -45,8 +45,14 @@ class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {
   explicit HuaweiJSONGetChangeListResult(unsigned long long const& jobId);
 
   // Repairs the page in the caller's string (the array sends the change list as the escaped text
-  // of an array), parses it, and decodes the entries and the cursor of the next page.
+  // of an array), parses it, and decodes the entries and the cursor of the next page. When the
+  // process chose exact change-list names, reads the page with readExactPage() instead.
   bool parseResponse(std::string& response) override;
+  // Reads the page as what it is, a JSON string holding the JSON text of the list, so that every
+  // name comes out as the array holds it; the list is decoded in the caller's string. A page that
+  // cannot be decoded so fails with its reason at level -1; one that lacks a required value fails
+  // as every page does.
+  bool readExactPage(std::string& page);
   // Decodes the entities "&amp;", "&lt;", "&gt;", "&#40;" and "&#41;" in one pass from the left.
   // An ampersand that opens none of them is dropped and what follows it stays.
   bool handleSpecialCharactersInFileName(std::string& name);

@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <stdexcept>
 
+#include "filetree/HostileNames.h"
 #include "filetree/TreeGenerator.h"
 
 namespace arraysim {
@@ -112,6 +113,9 @@ std::vector<std::string> ApplyFileSteps(ArrayModel& model, const std::string& fi
       files.remove(Text(step, "remove"));
     } else if (step.contains("rename")) {
       files.rename(Text(step, "rename"), Text(step, "to"));
+    } else if (step.contains("hostile")) {
+      const std::string under = Text(step, "hostile");
+      for (const auto& path : HostilePaths()) files.writeFile(under + "/" + path, Number(step, "size", 0));
     } else if (step.contains("snapshot")) {
       const bool snapDiff = step.value("snapDiff", true);
       const auto id = model.snapshots().take(fileSystemId, Text(step, "snapshot"), snapDiff);

@@ -39,6 +39,7 @@ nlohmann::json LoadSeedFile(const std::string& path);
 //   {"rename": "/a/f", "to": "/b/g"}
 //   {"create": "/a/f", "inode": 18446744073709551615, "size": 1, "crTime": 1, "cTime": 1,
 //    "mTime": 1, "aTime": 1, "owner": 0, "group": 0, "links": 1, "dosAttr": 32}
+//   {"hostile": "/a", "size": 1}        files of every path of HostilePaths() below /a
 //   {"snapshot": "name", "snapDiff": true, "type": "8"}
 std::vector<std::string> ApplyFileSteps(ArrayModel& model, const std::string& fileSystemId, const nlohmann::json& steps);
 

@@ -1,0 +1,172 @@
+// The change list read with exact names: the list string decoded as a JSON string, then the list
+// as JSON text, names and their entities decoded. Table rows hold a name as it stands between the
+// quotes of the list's own text, before the list is escaped into the page.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "ChangeListPlainPage.h"
+#include "HuaweiJSONChangeListRequests.h"
+#include "JsonStringDecoder.h"
+#include "LogCapture.h"
+#include "changelist/ChangeListPage.h"
+
+namespace {
+
+using HuaweiChangeListPage::ExactReading;
+
+std::string entry(const std::string& pathBody, const std::string& inode = "7") {
+  return "{\"inode\":" + inode + ",\"changeType\":0,\"fType\":1,\"filePath\":\"" + pathBody +
+         "\",\"crTime\":1,\"cTime\":2,\"mTime\":3,\"aTime\":4,\"owner\":5,\"group\":6,"
+         "\"size\":18446744073709551615,\"links\":1,\"dosAttr\":32}";
+}
+
+// A page whose list text is escaped into the "changeList" string, as the array sends it.
+std::string page(const std::vector<std::string>& entries, const std::string& posObj = "\"77\"") {
+  std::string list = "[";
+  for (const std::string& one : entries) list += (list.size() > 1 ? "," : "") + one;
+  std::string listString;
+  arraysim::AppendJsonString(listString, list + "]");
+  return "{\"data\":{\"changeList\":" + listString + ",\"numChanges\":\"1\",\"progress\":\"50\","
+         "\"linkPos\":\"9\",\"linkPosType\":\"1\",\"posObj\":" + posObj + ",\"posOffset\":\"3\",\"posType\":\"2\"},"
+         "\"error\":{\"code\":0,\"description\":\"0\"}}";
+}
+
+TEST(ExactChangeList, NamesComeOutAsTheArrayHoldsThem) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"/tenantA/.\\\\./tenantB/payroll.xlsx", "/tenantA/.\\./tenantB/payroll.xlsx"},
+      {"say \\\"hi\\\".txt", "say \"hi\".txt"},
+      {"back\\\\slash", "back\\slash"},
+      {"tab\\u0009x", "tab\tx"},
+      {"tab\\tx\\/\\b\\f\\n\\r", "tab\tx/\b\f\n\r"},
+      {"it&#39;s", "it's"},
+      {"a&amp;b&lt;&gt;&quot;&apos;&#40;&#x29;&#X2a;", "a&b<>\"'()*"},
+      {"&amp;lt; a&b a& &#65 &unknown; &#;", "&lt; a&b a& &#65 &unknown; &#;"},
+      {"caf\\u00e9 \\u65E5 \\ud83d\\ude00 \\uD83D\\uDE00",
+       "caf\xc3\xa9 \xe6\x97\xa5 \xf0\x9f\x98\x80 \xf0\x9f\x98\x80"},
+      {"raw caf\xc3\xa9 \xff", "raw caf\xc3\xa9 \xff"},
+      {"&#128512;&#x10FFFF;", "\xf0\x9f\x98\x80\xf4\x8f\xbf\xbf"},
+      {"\\\\\\\" ]\\\" \\\"[", "\\\" ]\" \"["},
+  };
+  for (const auto& [body, name] : rows) {
+    _HuaweiSnapshotChangeListInfo info;
+    std::string text = page({entry(body)});
+    const ExactReading reading = HuaweiChangeListPage::readExact(text, info);
+    ASSERT_EQ(reading.outcome, ExactReading::kRead) << body << ": " << reading.why;
+    ASSERT_EQ(info.changes.size(), 1u);
+    EXPECT_EQ(info.changes.front().filePath, name) << body;
+    EXPECT_EQ(info.changes.front().size, 18446744073709551615ULL);
+  }
+}
+
+// Each of these fails the page with its reason, whatever came before it; nothing of the page is
+// taken.
+TEST(ExactChangeList, UndecodableTextFailsThePage) {
+  const std::pair<std::string, std::string> rows[] = {
+      {page({entry("ok"), entry("a\\x")}), "unknown escape"},
+      {page({entry("a\\u12")}), "the change list is not JSON text"},
+      {page({entry("a\\ud83d")}), "high surrogate"},
+      {page({entry("a\\ude00")}), "low surrogate"},
+      {page({entry("a\\u0000b")}), "NUL"},
+      {page({entry("&#0;")}), "no character"},
+      {page({entry("&#xD800;&#1114112;")}), "no character"},
+      {page({entry("x\" \"y")}), "the change list is not JSON text"},
+      {page({entry("x", "1.5")}), "the change list is not JSON text"},
+      {page({entry("x")}, "\"\\ud800\""), "the string \"\\ud800\" cannot be decoded: a high surrogate"},
+      {page({entry("x")}) + "x", "the page is not JSON text"},
+      {"{\"data\":{\"changeList\":\"[\\x]\"}}", "unknown escape"},
+  };
+  for (auto [text, why] : rows) {
+    _HuaweiSnapshotChangeListInfo info;
+    info.posObj = "before";
+    const ExactReading reading = HuaweiChangeListPage::readExact(text, info);
+    EXPECT_EQ(reading.outcome, ExactReading::kUndecodable) << text;
+    EXPECT_NE(reading.why.find(why), std::string::npos) << text << " -> " << reading.why;
+    EXPECT_EQ(info.posObj + std::to_string(info.changes.size()), "before0");
+  }
+
+  HuaweiJSONGetChangeListResult request(1);
+  zrtest::LogCapture log;
+  std::string text = page({entry("a\\ud83d")});
+  EXPECT_FALSE(request.readExactPage(text));
+  EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONGetChangeListResult::parseResponse",
+                          "Unable to read the change list with exact file names: the file name \"a\\ud83d\" cannot "
+                          "be decoded: a high surrogate without a low one behind it."))
+      << log.Dump();
+}
+
+// A page that is JSON but lacks a value goes to the document model's readers, which fail on it as
+// on any page; one that they would read (a repeated key) fails all the same.
+TEST(ExactChangeList, OtherShapesAreLeftToTheDocumentModel) {
+  std::string missing = page({entry("a\\u0041")});
+  missing.replace(missing.find(",\\\"size\\\":18446744073709551615"), 30, "");
+  _HuaweiSnapshotChangeListInfo info;
+  EXPECT_EQ(HuaweiChangeListPage::readExact(missing, info).outcome, ExactReading::kOtherShape);
+  std::string repeated = page({entry("x")});
+  repeated.replace(repeated.find("\\\"links\\\""), 0, "\\\"links\\\":2,");
+  std::string copy = repeated;
+  EXPECT_EQ(HuaweiChangeListPage::readExact(copy, info).outcome, ExactReading::kOtherShape);
+  HuaweiJSONGetChangeListResult request(1);
+  zrtest::LogCapture log;
+  EXPECT_FALSE(request.readExactPage(repeated));
+  EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONGetChangeListResult::parseResponse",
+                          "Unable to read the change list with exact file names: a value is repeated or not in the "
+                          "array's form."))
+      << log.Dump();
+}
+
+// Pages of ordinary names, the list as a string or as a plain array, give what the repair gives.
+TEST(ExactChangeList, OrdinaryPagesReadAsRepaired) {
+  std::mt19937 random(11);
+  const std::vector<std::string> pieces = {"a", "b", " ", "/", ".", "-", "~", "&amp;", "&lt;", "&#40;", "\xc3\xa9"};
+  const auto names = [](const _HuaweiSnapshotChangeListInfo& info) {
+    std::string all = info.posObj + info.linkPos;
+    for (const auto& change : info.changes) all += "|" + change.filePath + std::to_string(change.inode);
+    return all;
+  };
+  for (int round = 0; round < 200; ++round) {
+    std::vector<std::string> entries;
+    for (int i = random() % 20; i > 0; --i) {
+      std::string name = "/";
+      for (int n = random() % 40; n > 0; --n) name += pieces[random() % pieces.size()];
+      entries.push_back(entry(name, std::to_string(random())));
+    }
+    std::string asSent = page(entries), forExact = asSent;
+    HuaweiJSONGetChangeListResult exact(1), repaired(1);
+    ASSERT_TRUE(exact.readExactPage(forExact)) << asSent;
+    ASSERT_TRUE(repaired.parseResponse(asSent));
+    EXPECT_EQ(names(exact.getChangeListInfo("s")), names(repaired.getChangeListInfo("s")));
+  }
+  std::string plainList = "{\"data\":{\"changeList\":[" + entry("a\\\"b") +
+                                "],\"numChanges\":\"1\",\"progress\":\"5\",\"linkPos\":\"1\",\"linkPosType\":\"2\","
+                                "\"posObj\":\"3\",\"posOffset\":\"4\",\"posType\":\"5\"}}";
+  _HuaweiSnapshotChangeListInfo info;
+  ASSERT_EQ(HuaweiChangeListPage::readExact(plainList, info).outcome, ExactReading::kRead);
+  EXPECT_EQ(info.changes.front().filePath, "a\"b");
+}
+
+// Any text escaped in any of the forms a JSON writer may choose decodes to itself, across the
+// decoder's blocks of sixteen bytes.
+TEST(ExactChangeList, StringDecoderUndoesEveryEscapeForm) {
+  const std::vector<std::pair<std::string, std::vector<std::string>>> forms = {
+      {"a", {"a", "\\u0061"}},          {"\"", {"\\\"", "\\u0022"}},   {"\\", {"\\\\", "\\u005C"}},
+      {"/", {"/", "\\/"}},              {"\t", {"\\t", "\\u0009"}},     {"\n", {"\\n", "\\u000a"}},
+      {"\x01", {"\\u0001"}},           {" ", {" "}},                     {"\xc3\xa9", {"\xc3\xa9", "\\u00E9"}},
+      {"\xe6\x97\xa5", {"\xe6\x97\xa5", "\\u65e5"}}, {"\xf0\x9f\x98\x80", {"\xf0\x9f\x98\x80", "\\ud83d\\ude00"}}};
+  std::mt19937 random(5);
+  for (int round = 0; round < 5000; ++round) {
+    std::string text, encoded = "keep";
+    for (int n = random() % 80; n > 0; --n) {
+      const auto& [character, ways] = forms[random() % forms.size()];
+      text += character;
+      encoded += ways[random() % ways.size()];
+    }
+    const std::string sent = encoded;
+    ASSERT_EQ(HuaweiJsonString::decode(encoded, 4), nullptr) << sent;
+    ASSERT_EQ(encoded, "keep" + text) << sent;
+  }
+}
+
+}  // namespace
