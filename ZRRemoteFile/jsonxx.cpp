@@ -26,8 +26,10 @@ namespace jsonxx {
 
 namespace {
 std::atomic<AssertionHook> assertion_hook{nullptr};
+thread_local bool reads_contained = false;
 
 [[noreturn]] void fail(const char* file, int line, const char* expression, const std::string& what) {
+  if (reads_contained) throw MissingRequiredValue(what);
   std::fprintf(stderr, "[JSONXX] expression '%s' failed at %s:%d -> ", expression, file, line);
   std::fflush(stderr);
   if (AssertionHook hook = assertion_hook.load()) hook(what.c_str());
@@ -38,6 +40,9 @@ std::atomic<AssertionHook> assertion_hook{nullptr};
 }  // namespace
 
 void set_assertion_hook(AssertionHook hook) { assertion_hook.store(hook); }
+
+ContainedReads::ContainedReads() : outer_(reads_contained) { reads_contained = true; }
+ContainedReads::~ContainedReads() { reads_contained = outer_; }
 
 void assertion(const char* file, int line, const char* expression, bool ok) {
   if (!ok) fail(file, line, expression, std::string("expression '") + expression + "'");

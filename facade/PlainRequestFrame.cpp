@@ -2,6 +2,7 @@
 
 #include "HuaweiJSONBase.h"
 #include "HuaweiRestAPI.h"
+#include "OperationLog.h"
 #include "YbString.h"
 
 const char kBuildFailedText[] = "Unable to build the request body";
@@ -15,6 +16,7 @@ std::string guardText(const char* operationName) {
 
 FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& call) {
   m_sent = false;
+  if (RequiredValueContainment::failed()) return FrameStep::MissingValue;
   std::string body;
   if (call.method == HUAWEI_REQ_POST || call.method == HUAWEI_REQ_PUT) {
     if (!request.buildRequest(body) || body.empty()) return FrameStep::Build;
@@ -32,7 +34,9 @@ FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& 
 
 FrameStep PlainRequestFrame::readAnswer(HuaweiJSONBase& request) {
   if (m_response.empty()) return FrameStep::EmptyResponse;
-  if (!request.parseResponse(m_response)) return FrameStep::Parse;
+  if (!RequiredValueContainment::read([&] { return request.parseResponse(m_response); })) {
+    return RequiredValueContainment::failed() ? FrameStep::MissingValue : FrameStep::Parse;
+  }
   return FrameStep::Completed;
 }
 
@@ -52,4 +56,9 @@ std::string PlainRequestFrame::arrayDescription() const {
   std::string text;
   m_transport.getErrorInfo(code, text);
   return text;
+}
+
+void PlainFrameCall::reportMissingValue() {
+  // An exchange refused after the failure sent nothing and has nothing new to say.
+  if (m_frame.sent()) m_log.line(kFailureLevel, "%s", RequiredValueContainment::failureText().c_str());
 }

@@ -8,6 +8,7 @@
 
 #include "HuaweiApiResultStatus.h"
 #include "HuaweiRequestTypes.h"
+#include "RequiredValueContainment.h"
 
 class HuaweiJSONBase;
 class HuaweiRestAPI;
@@ -22,7 +23,9 @@ struct PlainCall {
   bool refusalIsAnswer = false;
 };
 
-enum class FrameStep { Completed, Build, Send, EmptyResponse, Parse };
+// MissingValue: the answer lacked a required value and the embedder contains such failures to the
+// operation; also the step of every later exchange of that operation, which sends nothing.
+enum class FrameStep { Completed, Build, Send, EmptyResponse, Parse, MissingValue };
 
 class PlainRequestFrame {
  public:
@@ -70,6 +73,10 @@ class PlainFrameCall {
   OperationLog& log() { return m_log; }
 
  protected:
+  // Logs the contained failure of the last exchange at level -1, once: where it was read.
+  void reportMissingValue();
+
+  RequiredValueContainment::OperationScope m_operation;
   PlainRequestFrame m_frame;
   bool m_sessionOpen;
   OperationLog& m_log;

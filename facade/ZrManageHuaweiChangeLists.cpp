@@ -6,6 +6,7 @@
 #include "HuaweiJSONChangeListRequests.h"
 #include "HuaweiOpTypes.h"
 #include "OperationLog.h"
+#include "RequiredValueContainment.h"
 #include "ResourcePath.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
@@ -38,10 +39,14 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
                                            _HuaweiSnapshotChangeListInfo& info) {
   HuaweiJSONGetChangeListResult request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getSnapshotChangeList", m_jobId);
-  // The caller's records go; their nodes serve this page's records.
-  std::list<_HuaweiSnapshotChangeList> previous;
-  previous.swap(info.changes);
-  request.reuseRecords(std::move(previous));
+  // The caller's records go; their nodes serve this page's records. Not where a missing required
+  // value fails only the call: the caller's page then stays as it was.
+  const std::string sessionBefore = info.sessionId;
+  if (!RequiredValueContainment::chosen()) {
+    std::list<_HuaweiSnapshotChangeList> previous;
+    previous.swap(info.changes);
+    request.reuseRecords(std::move(previous));
+  }
   if (baseSnapshotId.empty() || incrementalSnapshotId.empty()) {
     log.failure("Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]", incrementalSnapshotId.c_str(),
                 baseSnapshotId.c_str());
@@ -73,6 +78,10 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
   const bool fetched =
       call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, FirstGenerationTexts(failure));
 
+  if (RequiredValueContainment::failed()) {
+    info.sessionId = sessionBefore;
+    return false;
+  }
   bool sessionOver = !fetched;
   if (fetched) {
     info = std::move(request).getChangeListInfo(info.sessionId);
