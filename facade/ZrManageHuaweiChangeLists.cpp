@@ -39,14 +39,19 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
                                            _HuaweiSnapshotChangeListInfo& info) {
   HuaweiJSONGetChangeListResult request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getSnapshotChangeList", m_jobId);
-  // The caller's records go; their nodes serve this page's records. Not where a missing required
-  // value fails only the call: the caller's page then stays as it was.
+  // The session's creation and the page are one operation.
+  RequiredValueContainment::OperationScope operation;
+  // The caller's records go; their nodes serve this page's records. Where a missing required value
+  // fails only the call, they are kept aside instead, and put back when it does.
+  std::list<_HuaweiSnapshotChangeList> previous;
+  previous.swap(info.changes);
+  if (!RequiredValueContainment::chosen()) request.reuseRecords(std::move(previous));
   const std::string sessionBefore = info.sessionId;
-  if (!RequiredValueContainment::chosen()) {
-    std::list<_HuaweiSnapshotChangeList> previous;
-    previous.swap(info.changes);
-    request.reuseRecords(std::move(previous));
-  }
+  const auto failedKeepingThePage = [&] {
+    info.sessionId = sessionBefore;
+    info.changes.swap(previous);
+    return false;
+  };
   if (baseSnapshotId.empty() || incrementalSnapshotId.empty()) {
     log.failure("Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]", incrementalSnapshotId.c_str(),
                 baseSnapshotId.c_str());
@@ -56,6 +61,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
     info.sessionId =
         createSnapshotChangeListSession(parentId, baseSnapshotId, incrementalSnapshotId, kFileSystemParentType);
     if (info.sessionId.empty()) {
+      if (RequiredValueContainment::failed()) return failedKeepingThePage();
       log.failure("Unable to get the Snap Change List Session ID.");
       return false;
     }
@@ -78,10 +84,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
   const bool fetched =
       call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, FirstGenerationTexts(failure));
 
-  if (RequiredValueContainment::failed()) {
-    info.sessionId = sessionBefore;
-    return false;
-  }
+  if (RequiredValueContainment::failed()) return failedKeepingThePage();
   bool sessionOver = !fetched;
   if (fetched) {
     info = std::move(request).getChangeListInfo(info.sessionId);

@@ -46,6 +46,17 @@ MissingValueOutcome listFileSystems(ZrManageHuawei& array) {
   return boolOutcome(array.getFileSystemsList(fileSystems, kNone), untouched(fileSystems));
 }
 
+// A page of the walk, from a caller whose last page held one change.
+MissingValueOutcome fetchPage(ZrManageHuawei& array, const std::string& sessionId) {
+  _HuaweiSnapshotChangeListInfo page;
+  page.sessionId = sessionId;
+  page.changes.resize(1);
+  page.changes.front().filePath = "/before";
+  const bool fetched = array.getSnapshotChangeList("1", "2", "3", page);
+  return boolOutcome(fetched, page.sessionId == sessionId && page.changes.size() == 1 &&
+                                  page.changes.front().filePath == "/before");
+}
+
 const std::string kDataArray = R"(key "data", expected an array)";
 
 std::vector<MissingValueRow> makeRows() {
@@ -59,6 +70,9 @@ std::vector<MissingValueRow> makeRows() {
                     sim.answerStyles().set("GET", "filesystem", bare);
                   },
                   listFileSystems, kDataArray, {"GET filesystem"}});
+  rows.push_back({"FileSystemsHoldingANumber",
+                  [](ArraySimulator& sim) { cannedAnswer(sim, "GET", "filesystem", "[7]"); },
+                  listFileSystems, "a value, expected an object", {"GET filesystem"}});
   rows.push_back({"InterfacesWithNdmpLackingAField",
                   [](ArraySimulator& sim) {
                     arraysim::LogicalInterface lif;
@@ -108,18 +122,14 @@ std::vector<MissingValueRow> makeRows() {
                     return boolOutcome(created, shareId == "before");
                   },
                   R"(key "SHAREPATH", expected a string)", {"POST CIFSHARE", "GET cifshare"}});
+  rows.push_back({"ChangeListSessionWithoutItsId",
+                  [](ArraySimulator& sim) { cannedAnswer(sim, "POST", "fs_snapchangelist_session", "{}"); },
+                  [](ZrManageHuawei& array) { return fetchPage(array, ""); }, R"(key "id", expected a string)",
+                  {"POST fs_snapchangelist_session"}});
   rows.push_back({"ChangeListPageWithoutItsList",
                   [](ArraySimulator& sim) { cannedAnswer(sim, "GET", "fs_snapchangelist_result", R"({"progress":"50"})"); },
-                  [](ZrManageHuawei& array) {
-                    _HuaweiSnapshotChangeListInfo page;
-                    page.sessionId = "7";
-                    page.changes.resize(1);
-                    page.changes.front().filePath = "/before";
-                    const bool fetched = array.getSnapshotChangeList("1", "2", "3", page);
-                    return boolOutcome(fetched, page.sessionId == "7" && page.changes.size() == 1 &&
-                                                    page.changes.front().filePath == "/before");
-                  },
-                  R"(key "changeList", expected an array)", {"GET fs_snapchangelist_result"}});
+                  [](ZrManageHuawei& array) { return fetchPage(array, "7"); }, R"(key "changeList", expected an array)",
+                  {"GET fs_snapchangelist_result"}});
   rows.push_back({"LunWithoutIdentifier",
                   [](ArraySimulator& sim) { cannedAnswer(sim, "GET", "lun", R"({"NAME":"x","PARENTID":"0"})"); },
                   [](ZrManageHuawei& array) {
