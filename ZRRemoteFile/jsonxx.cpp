@@ -27,8 +27,22 @@ namespace jsonxx {
 
 namespace {
 std::atomic<AssertionHook> assertion_hook{nullptr};
+thread_local bool reads_contained = false;
+
+// A value read by position or as a whole has no key to name: say what was expected of it.
+std::string unnamed_value(const std::string& expression) {
+  static const std::pair<const char*, const char*> kExpected[] = {
+      {"is<Number>()", "a value, expected a number"},   {"is<String>()", "a value, expected a string"},
+      {"is<Boolean>()", "a value, expected a boolean"}, {"is<Array>()", "a value, expected an array"},
+      {"is<Object>()", "a value, expected an object"},  {"i < size()", "an element beyond the end of a list"}};
+  for (const auto& [tested, text] : kExpected) {
+    if (expression == tested) return text;
+  }
+  return "expression '" + expression + "'";
+}
 
 [[noreturn]] void fail(const char* file, int line, const char* expression, const std::string& what) {
+  if (reads_contained) throw MissingRequiredValue(what);
   std::fprintf(stderr, "[JSONXX] expression '%s' failed at %s:%d -> ", expression, file, line);
   std::fflush(stderr);
   if (AssertionHook hook = assertion_hook.load()) hook(what.c_str());
@@ -40,8 +54,12 @@ std::atomic<AssertionHook> assertion_hook{nullptr};
 
 void set_assertion_hook(AssertionHook hook) { assertion_hook.store(hook); }
 
+ContainedReads::ContainedReads() : outer_(reads_contained) { reads_contained = true; }
+ContainedReads::~ContainedReads() { reads_contained = outer_; }
+
 void assertion(const char* file, int line, const char* expression, bool ok) {
-  if (!ok) fail(file, line, expression, std::string("expression '") + expression + "'");
+  if (ok) return;
+  fail(file, line, expression, reads_contained ? unnamed_value(expression) : std::string("expression '") + expression + "'");
 }
 
 void missing_member(const char* file, int line, const std::string& key, const char* kind) {

@@ -4,12 +4,14 @@
 // The rest of the library judges a response by Object::empty() rather than by
 // the parser's result, so the parser keeps whatever it read before a fault.
 // A value that is read with get<T>() without a prior has<T>() is a required
-// value: when it is missing or of another kind the process ends (assertion()).
+// value: when it is missing or of another kind the process ends (assertion()),
+// unless the reading thread holds a ContainedReads.
 #pragma once
 
 #include <cstddef>
 #include <iosfwd>
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -100,6 +102,28 @@ void assertion(const char* file, int line, const char* expression, bool ok);
 /// string). Lets the host log it and remove what must not outlive the process.
 using AssertionHook = void (*)(const char* what);
 void set_assertion_hook(AssertionHook hook);
+
+/// What a failed assertion throws instead of ending the process, on a thread
+/// that holds a ContainedReads. what() tells what failed, as the hook is told.
+class MissingRequiredValue : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// While one lives, failed assertions of the creating thread throw
+/// MissingRequiredValue, with nothing written to stderr and no hook called:
+/// for a host that contains such a failure to the operation reading the answer.
+/// Scopes nest; each is destroyed on the thread that created it.
+class ContainedReads {
+ public:
+  ContainedReads();
+  ~ContainedReads();
+  ContainedReads(const ContainedReads&) = delete;
+  ContainedReads& operator=(const ContainedReads&) = delete;
+
+ private:
+  bool outer_;
+};
 
 namespace detail {
 template <class T>

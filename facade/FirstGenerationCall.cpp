@@ -37,6 +37,9 @@ bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& cal
     case FrameStep::Parse:
       m_log.failure("%s", texts.parseFailed().c_str());
       return false;
+    case FrameStep::MissingValue:
+      reportMissingValue();
+      return false;
   }
   return false;
 }

@@ -16,6 +16,7 @@ std::string guardText(const char* operationName) {
 
 FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& call) {
   m_sent = false;
+  if (RequiredValueContainment::failed()) return FrameStep::MissingValue;
   if (call.resource.refusal().refused()) return FrameStep::Build;
   const std::string& resource = call.resource.str();
   std::string body;
@@ -41,7 +42,9 @@ FrameStep PlainFrameCall::exchangeLogged(HuaweiJSONBase& request, const PlainCal
 
 FrameStep PlainRequestFrame::readAnswer(HuaweiJSONBase& request) {
   if (m_response.empty()) return FrameStep::EmptyResponse;
-  if (!request.parseResponse(m_response)) return FrameStep::Parse;
+  if (!RequiredValueContainment::read([&] { return request.parseResponse(m_response); })) {
+    return RequiredValueContainment::failed() ? FrameStep::MissingValue : FrameStep::Parse;
+  }
   return FrameStep::Completed;
 }
 
@@ -61,4 +64,9 @@ std::string PlainRequestFrame::arrayDescription() const {
   std::string text;
   m_transport.getErrorInfo(code, text);
   return text;
+}
+
+void PlainFrameCall::reportMissingValue() {
+  // An exchange refused after the failure sent nothing and has nothing new to say.
+  if (m_frame.sent()) m_log.line(kFailureLevel, "%s", RequiredValueContainment::failureText().c_str());
 }

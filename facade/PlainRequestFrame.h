@@ -9,6 +9,7 @@
 #include "HuaweiApiResultStatus.h"
 #include "HuaweiRequestTypes.h"
 #include "ResourcePath.h"
+#include "RequiredValueContainment.h"
 
 class HuaweiJSONBase;
 class HuaweiRestAPI;
@@ -23,7 +24,9 @@ struct PlainCall {
   bool refusalIsAnswer = false;
 };
 
-enum class FrameStep { Completed, Build, Send, EmptyResponse, Parse };
+// MissingValue: the answer lacked a required value and the embedder contains such failures to the
+// operation; also the step of every later exchange of that operation, which sends nothing.
+enum class FrameStep { Completed, Build, Send, EmptyResponse, Parse, MissingValue };
 
 class PlainRequestFrame {
  public:
@@ -75,6 +78,10 @@ class PlainFrameCall {
   // The frame's exchange; a value refused by its place is told here, once for every operation.
   FrameStep exchangeLogged(HuaweiJSONBase& request, const PlainCall& call);
 
+  // Logs the contained failure of the last exchange at level -1, once: where it was read.
+  void reportMissingValue();
+
+  RequiredValueContainment::OperationScope m_operation;
   PlainRequestFrame m_frame;
   bool m_sessionOpen;
   OperationLog& m_log;

@@ -85,6 +85,9 @@ CXoError SecondGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall
       return error(texts.emptyResponse());
     case FrameStep::Parse:
       return error(texts.parseFailed());
+    case FrameStep::MissingValue:
+      reportMissingValue();
+      return error(RequiredValueContainment::failureText());
   }
   return error(texts.requestFailed());
 }

@@ -9,6 +9,7 @@
 
 #include "HuaweiApiResultStatus.h"
 #include "OperationLog.h"
+#include "RequiredValueContainment.h"
 #include "YbString.h"
 
 class HuaweiJSONBaseV2;
@@ -58,6 +59,7 @@ class ThirdGenerationCall {
  private:
   HuaweiApi::ResultStatus send(HuaweiJSONBaseV2& request);
 
+  RequiredValueContainment::OperationScope m_operation;
   ZrManageHuawei& m_facade;
   OperationLog m_log;
   const char* m_operationName;

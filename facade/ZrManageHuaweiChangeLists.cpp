@@ -6,6 +6,7 @@
 #include "HuaweiJSONChangeListRequests.h"
 #include "HuaweiOpTypes.h"
 #include "OperationLog.h"
+#include "RequiredValueContainment.h"
 #include "ResourcePath.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
@@ -38,10 +39,19 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
                                            _HuaweiSnapshotChangeListInfo& info) {
   HuaweiJSONGetChangeListResult request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getSnapshotChangeList", m_jobId);
-  // The caller's records go; their nodes serve this page's records.
+  // The session's creation and the page are one operation.
+  RequiredValueContainment::OperationScope operation;
+  // The caller's records go; their nodes serve this page's records. Where a missing required value
+  // fails only the call, they are kept aside instead, and put back when it does.
   std::list<_HuaweiSnapshotChangeList> previous;
   previous.swap(info.changes);
-  request.reuseRecords(std::move(previous));
+  if (!RequiredValueContainment::chosen()) request.reuseRecords(std::move(previous));
+  const std::string sessionBefore = info.sessionId;
+  const auto failedKeepingThePage = [&] {
+    info.sessionId = sessionBefore;
+    info.changes.swap(previous);
+    return false;
+  };
   if (baseSnapshotId.empty() || incrementalSnapshotId.empty()) {
     log.failure("Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]", incrementalSnapshotId.c_str(),
                 baseSnapshotId.c_str());
@@ -51,6 +61,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
     info.sessionId =
         createSnapshotChangeListSession(parentId, baseSnapshotId, incrementalSnapshotId, kFileSystemParentType);
     if (info.sessionId.empty()) {
+      if (RequiredValueContainment::failed()) return failedKeepingThePage();
       log.failure("Unable to get the Snap Change List Session ID.");
       return false;
     }
@@ -72,6 +83,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
   const bool fetched =
       call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, FirstGenerationTexts(failure));
 
+  if (RequiredValueContainment::failed()) return failedKeepingThePage();
   bool sessionOver = !fetched;
   if (fetched) {
     info = std::move(request).getChangeListInfo(info.sessionId);

@@ -5,6 +5,7 @@
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "RequiredValueContainment.h"
 #include "ResourcePath.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
@@ -56,34 +57,39 @@ bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::strin
 }
 
 bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileSystems, std::string vstoreId) {
-  fileSystems.clear();
   HuaweiJSONGetFileSystems request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemsList", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   // No paging: one GET returns every file system.
   const PlainCall get{HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId),
                       HuaweiOpType::GET_FILE_SYSTEMS_LIST};
-  if (!call.run("getFileSystemsList", request, get, FirstGenerationTexts("Unable to get the file systems list."))) return false;
+  if (!call.run("getFileSystemsList", request, get, FirstGenerationTexts("Unable to get the file systems list."))) {
+    return RequiredValueContainment::failEmptying(fileSystems);
+  }
   request.getFileSystems(fileSystems);
   log.line(0, "Successfully got the File Systems. Count[%zd].", fileSystems.size());
   return true;
 }
 
 bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& interfaces) {
-  interfaces.clear();
   HuaweiJSONGetArrayInterfaces request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getArrayInterfaces", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.run("getArrayInterfaces", request, {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
                 FirstGenerationTexts("Unable to get the array interfaces list."))) {
-    return false;
+    return RequiredValueContainment::failEmptying(interfaces);
   }
-  request.getArrayInterfaces(interfaces);
-  log.line(0, "Successfully got the Array Interfaces. Count[%zd].", interfaces.size());
+  // Read aside: an NDMP answer without a required value fails the whole operation.
+  std::list<_HuaweiArrayInterfaces> found;
+  request.getArrayInterfaces(found);
+  log.line(0, "Successfully got the Array Interfaces. Count[%zd].", found.size());
 
   // The list stands even when the NDMP service cannot be placed.
   _HuaweiNDMPServiceSettings settings;
-  if (!getNDMPServiceSettings(settings, HuaweiVstore::kNone) || settings.ip.empty() || !settings.isEnabled) {
+  const bool placed = getNDMPServiceSettings(settings, HuaweiVstore::kNone);
+  if (RequiredValueContainment::failed()) return false;
+  interfaces.swap(found);
+  if (!placed || settings.ip.empty() || !settings.isEnabled) {
     log.failure(
         "Unable to get the NDMP Service settings either because NDMP is not configured or configured but disabled.");
     return true;

@@ -10,6 +10,7 @@
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "RequiredValueContainment.h"
 #include "SecondGenerationCall.h"
 #include "ThirdGenerationCall.h"
 #include "SessionCookieFiles.h"
@@ -42,6 +43,8 @@ bool ZrManageHuawei::createSession(std::string const& userName, std::string cons
 
 bool ZrManageHuawei::createSession() {
   static const char kLog[] = "ZrManageHuawei::createSession";
+  // The login and the logout of a failed login are one operation.
+  RequiredValueContainment::OperationScope operation;
   if (m_initialized) {
     m_debug.DebugLvl(kLog, 0, m_jobId, "Huawei params already initialized.");
     return true;
@@ -101,6 +104,8 @@ bool ZrManageHuawei::closeSession() {
                    m_restApi.getBaseToken().c_str());
   // Closed from here on, whatever the array answers.
   m_initialized = false;
+  // A login whose answer lacked a required value sends nothing more.
+  if (RequiredValueContainment::failed()) return false;
   std::string response;
   if (!m_restApi.del("sessions", std::string(), response, HuaweiOpType::CLOSE_SESSION)) {
     m_debug.DebugLvl(kLog, -1, m_jobId, "Unable to close the file server session.");
@@ -132,6 +137,12 @@ HuaweiApi::ResultStatus ZrManageHuawei::ProcessWithServer(std::string const& ope
                                                           HuaweiJSONBaseV2* const& request) {
   const std::string logName = "ProcessWithServer::" + operationName;
   const char* kLog = logName.c_str();
+  RequiredValueContainment::OperationScope operation;
+  const auto missingValue = [&] {
+    return HuaweiApi::ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, RequiredValueContainment::failureText());
+  };
+  // An earlier request of the same operation failed on a missing required value.
+  if (RequiredValueContainment::failed()) return missingValue();
   // A value that cannot take its place fails the call before anything, the login too, is sent.
   const std::string url = request->getResourceUrl();
   const PlacementRefusal& refusal = request->placementRefusal();
@@ -140,6 +151,7 @@ HuaweiApi::ResultStatus ZrManageHuawei::ProcessWithServer(std::string const& ope
     return HuaweiApi::ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, refusal.text());
   }
   if (!m_initialized && !createSession()) {
+    if (RequiredValueContainment::failed()) return missingValue();
     m_debug.Error(kLog, "Failed to create session.");
     return HuaweiApi::ResultStatus(HuaweiApi::RESULT_GENERIC_FAILURE, "Failed to create session.");
   }
@@ -161,7 +173,11 @@ HuaweiApi::ResultStatus ZrManageHuawei::ProcessWithServer(std::string const& ope
   }
 
   m_debug.DebugLvl("ProcessWithServer", 5, m_jobId, "Parsing the JSON response...");
-  if (!request->parseResponse(response)) {
+  if (!RequiredValueContainment::read([&] { return request->parseResponse(response); })) {
+    if (RequiredValueContainment::failed()) {
+      m_debug.DebugLvl(kLog, -1, m_jobId, "%s", RequiredValueContainment::failureText().c_str());
+      return missingValue();
+    }
     m_debug.Error(kLog, "Unable to parse the JSON Response");
     return HuaweiApi::ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Unable to parse the JSON Response");
   }

@@ -9,6 +9,7 @@
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "RequiredValueContainment.h"
 #include "ResourcePath.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
@@ -226,7 +227,6 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
 
 bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
                                              std::string vstoreId) {
-  permissions.clear();
   OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissions", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONGetCIFSSharePermissionInfo request(m_jobId);
@@ -234,7 +234,7 @@ bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissio
   const PlainCall get{HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId),
                       HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS};
   if (!call.run("getCIFSSharePermissions", request, get, FirstGenerationTexts("Unable to get the permissions list for CIFS Share."))) {
-    return false;
+    return RequiredValueContainment::failEmptying(permissions);
   }
   request.getCIFSSharePermissionInfo(permissions);
   log.line(3, "Successfully got the permission list. Count[%zu].", permissions.size());
@@ -305,14 +305,13 @@ bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vsto
 
 bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
                                             std::string vstoreId) {
-  permissions.clear();
   OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissions", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONGetNFSSharePermissionInfo request(m_jobId);
   const PlainCall get{HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId),
                       HuaweiOpType::GET_NFS_SHARE_PERMISSIONS};
   if (!call.run("getNFSSharePermissions", request, get, FirstGenerationTexts("Unable to get the permissions list for NFS Share"))) {
-    return false;
+    return RequiredValueContainment::failEmptying(permissions);
   }
   request.getNFSSharePermissionInfo(permissions);
   log.line(3, "Successfully got the permission list for NFS Share. Count[%zu].", permissions.size());

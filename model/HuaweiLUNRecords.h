@@ -38,7 +38,8 @@ struct _HuaweiLUNInfo {
     splitMirrorIds.clear();
   }
   // Reads one LUN of an answer. A required key that is absent ends the process through the
-  // document model's assertion; any exception is logged and answers false.
+  // document model's assertion (or fails the operation reading it, where the embedder chose so);
+  // any other exception is logged and answers false.
   bool parseFromJson(jsonxx::Object const& object);
 };
 typedef _HuaweiLUNInfo HuaweiLUNInfo_t;

@@ -40,6 +40,8 @@ bool _HuaweiLUNInfo::parseFromJson(jsonxx::Object const& object) {
       splitMirrorIds.push_back(ids.get<std::string>(static_cast<unsigned int>(index)));
     }
     return true;
+  } catch (const jsonxx::MissingRequiredValue&) {
+    throw;  // the operation's to contain, as the embedder chose: never read as a bad record
   } catch (...) {
     logReadException();
     return false;
@@ -55,6 +57,8 @@ bool _HuaweiLunGroupInfo::parseFromJson(jsonxx::Object const& object) {
     vstoreId = textOrEmpty(object, "vstoreId");
     vstoreName = textOrEmpty(object, "vstoreName");
     return true;
+  } catch (const jsonxx::MissingRequiredValue&) {
+    throw;  // the operation's to contain, as the embedder chose: never read as a bad record
   } catch (...) {
     logReadException();
     return false;

@@ -9,7 +9,10 @@ struct ZrLibrarySettings {
   // An answer that lacks a value the library requires (or holds it as another kind).
   enum class MissingValue {
     EndProcess,     // the reason is logged at level -1, session cookies are removed, the process ends
-    FailOperation,  // the reason is logged at level -1 and only the operation fails
+    // The reason is logged at level -1 and only the operation fails: it answers its kind of
+    // failure with the reason as text, leaves the caller's outputs as they were and sends no
+    // further request. The session stays open.
+    FailOperation,
   };
   MissingValue missingRequiredValue = MissingValue::EndProcess;
 

@@ -1,6 +1,7 @@
-// How successful answers of a route are shaped. The array is not consistent here, and clients
-// must cope: a list of one item comes as a bare object, an empty list comes without "data",
-// and some answers carry no "data" at all.
+// How successful answers of a route are shaped. Lists come as arrays, a list of one item too, as
+// answers captured from arrays show; an empty list comes without "data", and some answers carry
+// no "data" at all. A test can switch a route to answering a list of one as the bare item, for
+// the readers that are meant to take that shape.
 #pragma once
 
 #include <map>
@@ -18,7 +19,7 @@ enum class EmptyListAnswer {
 
 struct AnswerStyle {
   bool omitData = false;           // leave "data" out of a successful answer
-  bool singleItemAsObject = true;  // list routes: a list of one item as the bare item
+  bool singleItemAsObject = false;  // list routes: a list of one item as the bare item
   EmptyListAnswer emptyList = EmptyListAnswer::WithoutData;
 };
 

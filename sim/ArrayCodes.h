@@ -10,8 +10,11 @@ constexpr long long kBadCredentials = 1077949061;
 // A body that is no JSON object, a missing or malformed key, an unknown change-list cursor.
 constexpr long long kParameterIncorrect = 50331651;
 // An object named in the path or the body does not exist: vStore, file system, change-list
-// session, or a resource path the array does not serve.
+// session.
 constexpr long long kObjectNotFound = 1077948996;
+// A resource path the simulator does not serve. A code of its own, which no operation reads as
+// "already done" (an absent object is, to several deletions).
+constexpr long long kResourceNotServed = 1077949001;
 // A snapshot of that name exists on the file system already.
 constexpr long long kNameExists = 1077948993;
 constexpr long long kSnapshotNotFound = 1073754118;

@@ -95,7 +95,7 @@ HttpAnswer ArrayEndpoint::handle(const IncomingRequest& request) {
 }
 
 ArrayEndpoint::Outcome ArrayEndpoint::process(const IncomingRequest& request, const Target& target) {
-  if (!target.underRoot) return Outcome{Reply::Error(codes::kObjectNotFound, "The resource does not exist."), {}, 404, {}};
+  if (!target.underRoot) return Outcome{Reply::Error(codes::kResourceNotServed, "The resource does not exist."), {}, 404, {}};
   if (target.resourcePath == "sessions" && request.method == "POST") return login(request, target);
 
   const auto session = parts_.sessions.authorise(request.header("iBaseToken"), request.header("Cookie"));
@@ -134,7 +134,7 @@ ArrayEndpoint::Outcome ArrayEndpoint::logout(const IncomingRequest& request) {
 ArrayEndpoint::Outcome ArrayEndpoint::serve(const IncomingRequest& request, const Target& target,
                                             const std::string& vstoreId) {
   const auto match = parts_.router.match(request.method, target.resourcePath);
-  if (!match) return Outcome{Reply::Error(codes::kObjectNotFound, "The resource does not exist."), {}, 404, {}};
+  if (!match) return Outcome{Reply::Error(codes::kResourceNotServed, "The resource does not exist."), {}, 404, {}};
   const ArrayRequest arrayRequest{request.method, target.resourcePath, target.parameters, target.query,
                                   request.body, match->parameters, vstoreId};
   Outcome outcome;

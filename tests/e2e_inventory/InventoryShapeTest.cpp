@@ -16,7 +16,7 @@ ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei&) {
   lif.name = "lif-a";
   lif.ipv4Address = "192.168.100.10";
   sim.interfaces().add(lif);
-  lif.name = "lif-b";  // two: a list of one comes as a bare object
+  lif.name = "lif-b";
   sim.interfaces().add(lif);
   return {};
 }
