@@ -26,13 +26,9 @@ CXoError SecondGenerationCall::error(const std::string& text) const {
   return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature, __LINE__), -1, "%s", text.c_str());
 }
 
-CXoError SecondGenerationCall::errorWithFormat(const std::string& format) const {
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-security"
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-  return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature, __LINE__), -1, format.c_str());
-#pragma GCC diagnostic pop
-}
+// The text is the format of the error, as the operations' own texts are, but it holds the caller's
+// names or the array's words: rendered with no arguments to read.
+CXoError SecondGenerationCall::errorWithFormat(const std::string& format) const { return error(YbString::Format(format)); }
 
 CXoError SecondGenerationCall::errorFormattedBy(const CXoError& inner) const { return errorWithFormat(inner.AsString()); }
 

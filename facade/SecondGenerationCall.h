@@ -82,10 +82,11 @@ class SecondGenerationCall : public PlainFrameCall {
   CXoError error(const char* format, First first, Rest... rest) const {
     return error(YbString::Format(format, first, rest...));
   }
-  // An error whose format is another result's text: a percent sign in it is read as a directive.
+  // An error whose format is another result's text: "%%" in it gives "%", any other directive
+  // stands as written (YbString::Format(std::string)).
   CXoError errorFormattedBy(const CXoError& inner) const;
-  // An error whose text is the array's last description, handed to the error factory as its
-  // format, unescaped: that is how the array's words reach the caller here.
+  // An error whose format is the array's last description, rendered in the same way; the
+  // transport has rendered it once already, so "%%%%" comes back as "%".
   CXoError errorInArrayWords() const;
 
  private:

@@ -27,7 +27,8 @@ void SetMaxLevel(int level);
 int MaxLevel();
 // True when a line at this level would reach the sink.
 bool Enabled(int level);
-// Hands one line to the sink (after the level filter). Thread-safe.
+// Hands one line to the sink (after the level filter), its control characters escaped so that it
+// stays one line (LogLineText.h). Thread-safe.
 void Write(const LogLine& line);
 
 }  // namespace tklog

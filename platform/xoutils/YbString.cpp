@@ -1,7 +1,5 @@
 #include "YbString.h"
 
-#include <cstring>
-
 #include "PrintfToString.h"
 
 std::string YbString::Format(const char* format, ...) {
@@ -12,32 +10,16 @@ std::string YbString::Format(const char* format, ...) {
   return text;
 }
 
-namespace {
-
-// Skips one conversion after its '%': flags, width, precision, length and the conversion letter.
-const char* SkipConversion(const char* p) {
-  while (*p != '\0' && std::strchr("-+ #0'", *p) != nullptr) ++p;
-  while (*p != '\0' && (std::strchr("0123456789*.$", *p) != nullptr)) ++p;
-  while (*p != '\0' && std::strchr("hlLqjzZt", *p) != nullptr) ++p;
-  return *p != '\0' ? p + 1 : p;
-}
-
-}  // namespace
-
-// Texts that arrive from outside come through here as formats; with no argument to give, every
-// conversion but "%%" renders as nothing rather than letting printf read whatever is on the stack.
+// Texts from outside (the array's descriptions, error texts that hold a caller's names) come
+// through here where a format is expected. Nothing is read beyond the text: "%%" gives "%", and
+// every other directive, a lone "%" at the end included, is copied as it stands.
 std::string YbString::Format(const std::string& format) {
   std::string text;
   const char* p = format.c_str();  // like a C format, the text ends at its first zero byte
+  text.reserve(format.size());
   while (*p != '\0') {
-    if (*p != '%') {
-      text.push_back(*p++);
-    } else if (p[1] == '%') {
-      text.push_back('%');
-      p += 2;
-    } else {
-      p = SkipConversion(p + 1);
-    }
+    text.push_back(*p);
+    p += (p[0] == '%' && p[1] == '%') ? 2 : 1;
   }
   return text;
 }

@@ -7,6 +7,8 @@
 #include <ctime>
 #include <mutex>
 
+#include "LogLineText.h"
+
 namespace tklog {
 namespace {
 
@@ -67,6 +69,14 @@ bool Enabled(int level) { return level <= MaxLevel(); }
 
 void Write(const LogLine& line) {
   if (!Enabled(line.level)) return;
+  // Whatever a line carries, it reaches every sink as one line.
+  if (!IsOneLine(line.text) || !IsOneLine(line.name)) {
+    LogLine escaped = line;
+    escaped.text = OneLine(line.text);
+    escaped.name = OneLine(line.name);
+    Write(escaped);
+    return;
+  }
   SinkState& state = State();
   std::lock_guard<std::mutex> lock(state.mutex);
   if (state.sink) {

@@ -66,11 +66,24 @@ TEST_F(MappingViews, DetachingAnAbsentGroupSucceedsAndOtherRefusalsAreTheArraysW
   EXPECT_TRUE(log.HasLine(0, "removeHostGroupAssociatedToMappingView", "The hostgroup [404] does not exist"));
   EXPECT_FALSE(array->removeLunGroupAssociatedToMappingView("404", view, "-12345").IsError());
   EXPECT_TRUE(log.HasLine(0, "removeLunGroupAssociatedToMappingView", "The lungroup [404] does not exist"));
-  // The description is a format twice, in the transport's status and in the error: "%%%%" comes
-  // back as one "%".
-  sim().faults().add(
-      arraysim::FaultRule::On("PUT", "mappingview/remove_associate").arrayError(1077949002, "At 100%%%% load"));
-  EXPECT_EQ(array->removeLunGroupAssociatedToMappingView("404", view, "-12345").AsString(), "At 100% load");
+  // The description is rendered as a format twice, in the transport's status and in the error,
+  // never with arguments: "%%%%" comes back as one "%", "%%s" as "%s", other directives as sent.
+  const struct {
+    const char* description;
+    const char* once;   // in the transport's status and its log line
+    const char* twice;  // in the error
+  } descriptions[] = {{"At 100%%%% load", "At 100%% load", "At 100% load"},
+                      {"%%s%%s%%s%%s", "%s%s%s%s", "%s%s%s%s"},
+                      {"%s%n%d %%%", "%s%n%d %%", "%s%n%d %"}};
+  for (const auto& row : descriptions) {
+    log.Clear();
+    sim().faults().add(
+        arraysim::FaultRule::On("PUT", "mappingview/remove_associate").arrayError(1077949002, row.description));
+    EXPECT_EQ(array->removeLunGroupAssociatedToMappingView("404", view, "-12345").AsString(), row.twice);
+    EXPECT_TRUE(log.ContainsLineWith(
+        -1, std::string("API Error Code[1077949002], API Error Message [") + row.once + "]"))
+        << log.Dump();
+  }
 }
 
 TEST_F(MappingViews, LookupByIdTrustsOnlyASingleMatchingAnswerWhereListsTakeNoneAsEmpty) {

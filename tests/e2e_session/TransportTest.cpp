@@ -114,7 +114,7 @@ TEST_F(Transport, ClassificationFollowsTheErrorObject) {
       {on().arrayError(-401, "unauthorized"), 9, "18446744073709551215 unauthorized"},
       {on().arrayError(1073754118, "absent"), 10, "1073754118 absent"},
       {on().arrayError(1073754118, "absent"), 6, "0 "},
-      {on().arrayError(5, "disk 100%% full, %s left"), 9, "5 disk 100% full,  left"},
+      {on().arrayError(5, "disk 100%% full, %s left"), 9, "5 disk 100% full, %s left"},
   };
   for (const auto& c : cases) {
     sim().faults().add(c.fault);

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -5,6 +8,7 @@
 
 #include "CLogWriterInterface.h"
 #include "LogCapture.h"
+#include "LogLineText.h"
 #include "TkDebug.h"
 #include "TkLogSink.h"
 
@@ -63,6 +67,50 @@ TEST(LogWriter, DefaultWriterFollowsTheSinkLevelAndWritesUnderTheFunctionText) {
   g_ptrLogWriter->WriteLog(-1, function, 1234, "File name is empty!");
   g_ptrLogWriter->WriteLog(6, function, 1235, "Modified Changelist file:[%s] ", "a<b");
   EXPECT_THAT(log.Lines(), ElementsAre(LogLineIs(-1, function, "File name is empty!"))) << log.Dump();
+}
+
+// Control characters and UTF-8 line breakers are escaped; every other byte, the backslash and
+// other UTF-8 text included, stays as it is.
+TEST(LogLineText, ControlCharactersAreEscapedAndOtherBytesKept) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"Successfully created the host with name [h1]", "Successfully created the host with name [h1]"},
+      {"", ""},
+      {"a\nb", "a\\nb"},
+      {"a\r\nERROR forged", "a\\r\\nERROR forged"},
+      {"tab\there", "tab\\there"},
+      {"\x1b[31mred\x7f", "\\x1b[31mred\\x7f"},
+      {std::string("zero\0one\x01", 9), "zero\\x00one\\x01"},
+      {"C:\\share\\n {\"a\":\"\\/\"}", "C:\\share\\n {\"a\":\"\\/\"}"},
+      {"caf\xc3\xa9 \xe2\x86\x92 \xe2\x80\xa7", "caf\xc3\xa9 \xe2\x86\x92 \xe2\x80\xa7"},
+      {"nel\xc2\x85 ls\xe2\x80\xa8 ps\xe2\x80\xa9 c1\xc2\x9f", "nel\\u0085 ls\\u2028 ps\\u2029 c1\\u009f"},
+      {"cut \xc2", "cut \xc2"},
+      {"cut \xe2\x80", "cut \xe2\x80"},
+  };
+  for (const auto& [text, expected] : cases) {
+    EXPECT_EQ(tklog::OneLine(text), expected) << text;
+    EXPECT_EQ(tklog::IsOneLine(text), text == expected) << text;
+  }
+}
+
+// A value with a line break cannot make a second line, in any form of the log or in the default
+// writer's output; an ordinary line arrives unchanged.
+TEST_F(TkLogSink, LoggedValuesCannotForgeALine) {
+  {
+    zrtest::LogCapture log;
+    TkDebug().DebugLvl("ZrManageHuawei::createHost", 3, 9, "The host [%s] already exists", "a\nb");
+    TkEvent().Error("Facade", "%s", "x\r\n2026-11-25 00:00:00.000 [-1] Other: forged");
+    g_ptrLogWriter->WriteLog(-1, "Writer", 1, "[%s]", "\x1b[2J");
+    EXPECT_THAT(log.Lines(), ElementsAre(LogLineIs(3, "ZrManageHuawei::createHost", "The host [a\\nb] already exists"),
+                                         LogLineIs(-1, "Facade", "x\\r\\n2026-11-25 00:00:00.000 [-1] Other: forged"),
+                                         LogLineIs(-1, "Writer", "[\\x1b[2J]")));
+  }
+  testing::internal::CaptureStderr();
+  TkDebug().DebugLvl("Name\n", 0, 1, "one\ntwo");
+  TkDebug().DebugLvl("Plain", 0, 1, "back\\slash \"quoted\"");
+  const std::string written = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 2) << written;
+  EXPECT_THAT(written, testing::HasSubstr("] Name\\n (job 1): one\\ntwo\n"));
+  EXPECT_THAT(written, testing::HasSubstr("] Plain (job 1): back\\slash \"quoted\"\n"));
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "Command.h"
 #include "DemoArray.h"
 #include "GlobalOptions.h"
+#include "LogLineText.h"
 #include "LogRelay.h"
 #include "PasswordSource.h"
 #include "ZrManageHuaweiVersion.h"
@@ -93,7 +94,8 @@ void Report(const std::string& what, const Outcome& outcome) {
   if (outcome.arrayCode != 0) {
     line += " [array code " + std::to_string(outcome.arrayCode) + ": " + outcome.arrayDescription + "]";
   }
-  std::fprintf(stderr, "%s\n", line.c_str());
+  // The reason holds the caller's names and the array's words: one line, as the log's lines are.
+  std::fprintf(stderr, "%s\n", tklog::OneLine(line).c_str());
 }
 
 struct Login {

@@ -1,0 +1,67 @@
+#include "LogLineText.h"
+
+#include <cstdio>
+
+namespace tklog {
+namespace {
+
+bool IsControl(unsigned char c) { return c < 0x20 || c == 0x7f; }
+
+// The length of a UTF-8 line breaker at text[i] (C1 control, U+2028, U+2029), or 0.
+size_t BreakerLength(const std::string& text, size_t i) {
+  const auto at = [&](size_t k) { return k < text.size() ? static_cast<unsigned char>(text[k]) : 0u; };
+  if (at(i) == 0xc2 && at(i + 1) >= 0x80 && at(i + 1) <= 0x9f) return 2;
+  if (at(i) == 0xe2 && at(i + 1) == 0x80 && (at(i + 2) == 0xa8 || at(i + 2) == 0xa9)) return 3;
+  return 0;
+}
+
+void AppendControl(std::string& out, unsigned char c) {
+  switch (c) {
+    case '\n': out += "\\n"; return;
+    case '\r': out += "\\r"; return;
+    case '\t': out += "\\t"; return;
+    default: {
+      char hex[8];
+      std::snprintf(hex, sizeof hex, "\\x%02x", c);
+      out += hex;
+    }
+  }
+}
+
+}  // namespace
+
+bool IsOneLine(const std::string& text) {
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    if (IsControl(c) || (c >= 0xc2 && BreakerLength(text, i) != 0)) return false;
+  }
+  return true;
+}
+
+std::string OneLine(const std::string& text) {
+  std::string out;
+  out.reserve(text.size() + 16);
+  for (size_t i = 0; i < text.size();) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    if (IsControl(c)) {
+      AppendControl(out, c);
+      ++i;
+      continue;
+    }
+    const size_t breaker = BreakerLength(text, i);
+    if (breaker == 0) {
+      out.push_back(text[i++]);
+      continue;
+    }
+    // Two bytes 0xc2 0x8N give U+008N; three bytes 0xe2 0x80 0xa8/0xa9 give U+2028/U+2029.
+    const unsigned codePoint = breaker == 2 ? static_cast<unsigned char>(text[i + 1])
+                                            : 0x2000u + (static_cast<unsigned char>(text[i + 2]) - 0x80u);
+    char escaped[8];
+    std::snprintf(escaped, sizeof escaped, "\\u%04x", codePoint);
+    out += escaped;
+    i += breaker;
+  }
+  return out;
+}
+
+}  // namespace tklog
