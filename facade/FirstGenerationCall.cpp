@@ -16,7 +16,7 @@ bool FirstGenerationCall::argument(const std::string& value, const char* label) 
 
 bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts) {
   m_leftToOperation = false;
-  FrameStep step = m_frame.exchange(request, call);
+  FrameStep step = exchangeLogged(request, call);
   if (step == FrameStep::Send) {
     m_leftToOperation = texts.handles(m_frame.status(), m_frame.arrayCode());
     if (m_leftToOperation) return false;

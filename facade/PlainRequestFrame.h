@@ -8,6 +8,7 @@
 
 #include "HuaweiApiResultStatus.h"
 #include "HuaweiRequestTypes.h"
+#include "ResourcePath.h"
 
 class HuaweiJSONBase;
 class HuaweiRestAPI;
@@ -15,7 +16,7 @@ class HuaweiRestAPI;
 // What an operation sends: method, resource with its query, and operation type.
 struct PlainCall {
   REQ_TYPE_HUAWEI method;
-  std::string resource;
+  ResourcePath resource;
   int opType;
   // The array's error document of a refused send is read as the answer, for the request's parser
   // to judge, instead of failing the send.
@@ -28,6 +29,7 @@ class PlainRequestFrame {
  public:
   explicit PlainRequestFrame(HuaweiRestAPI& transport) : m_transport(transport) {}
 
+  // A resource that refused a value stops at FrameStep::Build, before anything is sent.
   FrameStep exchange(HuaweiJSONBase& request, const PlainCall& call);
   // The steps behind the send, on the answer of the last exchange, whatever its status.
   FrameStep readAnswer(HuaweiJSONBase& request);
@@ -70,6 +72,9 @@ class PlainFrameCall {
   OperationLog& log() { return m_log; }
 
  protected:
+  // The frame's exchange; a value refused by its place is told here, once for every operation.
+  FrameStep exchangeLogged(HuaweiJSONBase& request, const PlainCall& call);
+
   PlainRequestFrame m_frame;
   bool m_sessionOpen;
   OperationLog& m_log;

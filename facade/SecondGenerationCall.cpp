@@ -65,7 +65,7 @@ CXoError SecondGenerationCall::open(const char* operationName, GuardStyle style,
 
 CXoError SecondGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call,
                                         const SecondGenerationTexts& texts) {
-  switch (m_frame.exchange(request, call)) {
+  switch (exchangeLogged(request, call)) {
     case FrameStep::Completed:
       return CXoError::Success();
     case FrameStep::Build:

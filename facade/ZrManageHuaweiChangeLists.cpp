@@ -56,15 +56,14 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
     }
   }
 
-  const std::string resource = ResourcePath("fs_snapchangelist_result")
+  const ResourcePath resource = ResourcePath("fs_snapchangelist_result")
                                    .add("sessionID", info.sessionId)
                                    .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
                                    .add("posType", info.posType)
                                    .add("posObj", info.posObj)
                                    .add("posOffset", info.posOffset)
                                    .add("linkPosType", info.linkPosType)
-                                   .add("linkPos", info.linkPos)
-                                   .str();
+                                   .add("linkPos", info.linkPos);
   // No guard here: only the session operations that this one calls test the session.
   FirstGenerationCall call = firstGeneration(log);
   const std::string failure =
@@ -93,7 +92,7 @@ bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionI
   OperationLog log = OperationLog::event("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.run("deleteSnapshotChangeListSession", request,
-                {HUAWEI_REQ_DELETE, "fs_snapchangelist_session/" + sessionId,
+                {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
                  HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
                 FirstGenerationTexts("Unable to delete change list session information"))) {
     return false;

@@ -22,7 +22,7 @@ struct InitiatorKind {
 const char* orEmptyWord(const std::string& hostId) { return hostId.empty() ? "EMPTY" : hostId.c_str(); }
 
 // "filter=NAME:" and the name, unescaped, then the vStore.
-std::string byName(const char* resource, const std::string& name, const std::string& vstoreId) {
+ResourcePath byName(const char* resource, const std::string& name, const std::string& vstoreId) {
   return ResourcePath(resource).add("filter", "NAME:" + name).vstore(vstoreId);
 }
 
@@ -48,7 +48,7 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
     log.line(3, absent, kind.text, initiatorId.c_str());
     return call.error("[ERROR] Unable to find [%s] initiator information with ID [%s]", kind.text, initiatorId.c_str());
   });
-  const PlainCall get{HUAWEI_REQ_GET, ResourcePath(std::string(kind.resource) + "/" + initiatorId).vstore(vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath(kind.resource).segment(initiatorId, "initiatorId").vstore(vstoreId),
                       HuaweiOpType::GET_INITIATOR_INFO};
   if (CXoError failed = call.exchange(request, get, texts); failed.IsError()) return failed;
   request.getInitiatorInfo(initiators);
@@ -223,7 +223,7 @@ CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorI
                       hostId.c_str());
   });
   // The vStore goes in the body only.
-  const PlainCall put{HUAWEI_REQ_PUT, std::string(kind.resource) + "/" + initiatorId,
+  const PlainCall put{HUAWEI_REQ_PUT, ResourcePath(kind.resource).segment(initiatorId, "initiatorId"),
                       HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID};
   if (CXoError failed = call.exchange(request, put, texts); failed.IsError()) return failed;
   log.line(0, "Successfully associated the initiator with ID [%s] to the Host ID [%s]", initiatorId.c_str(),

@@ -27,7 +27,8 @@ bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings
   OperationLog log = OperationLog::facadeErrors(m_debug, "getNDMPServiceSettings", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   // The vStore goes into the path here, not into a query.
-  const std::string resource = HuaweiVstore::isNone(vstoreId) ? "ndmpservice" : "ndmpservice/" + vstoreId;
+  const ResourcePath resource =
+      HuaweiVstore::isNone(vstoreId) ? ResourcePath("ndmpservice") : ResourcePath("ndmpservice").segment(vstoreId, "vstoreId");
   if (!call.run("getNDMPServiceSettings", request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
                 FirstGenerationTexts("Unable to get the NDMP Service settings.").emptyResponseSays(kParseFailedText))) {
     return false;
@@ -43,7 +44,7 @@ bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::strin
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("getVStoreName") || !call.argument(vstoreId, "VStoreID")) return false;
   const std::string failure = YbString::Format("Unable to get the VStoreName from VStoreId [%s]", vstoreId.c_str());
-  if (!call.exchange(request, {HUAWEI_REQ_GET, "vstore/" + vstoreId, HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
+  if (!call.exchange(request, {HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
                      FirstGenerationTexts(failure).emptyResponseSays(kParseFailedText))) {
     return false;
   }

@@ -125,7 +125,7 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
   if (result.IsError()) return result;
   result = call.arguments({&lunGroupId});
   if (result.IsError()) return result;
-  const std::string resource = ResourcePath("snapshot/associate")
+  const ResourcePath resource = ResourcePath("snapshot/associate")
                                      .add("ASSOCIATEOBJID", lunGroupId)
                                      .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP.getValue())
                                      .vstore(vstoreId);
@@ -176,7 +176,7 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
   if (result.IsError()) return result;
   result = call.arguments({&lunGroupId, &lunId});
   if (result.IsError()) return result;
-  const std::string resource = ResourcePath("lungroup/associate")
+  const ResourcePath resource = ResourcePath("lungroup/associate")
                                      .add("ID", lunGroupId)
                                      .add("ASSOCIATEOBJID", lunId)
                                      .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue())
@@ -201,7 +201,7 @@ CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::stri
   if (result.IsError()) return result;
   result = call.exchange(
       request,
-      {HUAWEI_REQ_DELETE, ResourcePath("lungroup/" + lunGroupId).vstore(vstoreId), HuaweiOpType::DELETE_LUN_GROUP},
+      {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId), HuaweiOpType::DELETE_LUN_GROUP},
       SecondGenerationTexts(YbString::Format("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId.c_str()))
           .emptyResponseSays("[ERROR] Empty response returned from the array"));
   if (result.IsError()) return result;

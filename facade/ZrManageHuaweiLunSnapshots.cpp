@@ -4,6 +4,7 @@
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "RequestPlacement.h"
 #include "ResourcePath.h"
 #include "SecondGenerationCall.h"
 #include "YbString.h"
@@ -44,7 +45,7 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
       call, log,
       {HuaweiArrayCode::LUN_DOES_NOT_EXIST, YbString::Format("[ERROR] LUN with ID [%s] does not exist", lunId.c_str()),
        YbString::Format("[ERROR] Unable to find the LUN with ID [%s]", lunId.c_str())}));
-  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("lun/" + lunId).vstore(vstoreId), HuaweiOpType::GET_LUN_INFO};
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("lun").segment(lunId, "lunId").vstore(vstoreId), HuaweiOpType::GET_LUN_INFO};
   if (CXoError failed = call.exchange(request, get, texts); failed.IsError()) return failed;
   request.getLUNInfo(lunInfo);
   log.line(0, "Successfully got the LUN information with ID [%s]", lunId.c_str());
@@ -77,7 +78,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo
     if (code == HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST) notExist = true;
     return detailed(code, text);
   });
-  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("snapshot/" + snapshotId).vstore(vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
                       HuaweiOpType::GET_LUN_SNAPSHOT_INFO};
   if (CXoError failed = call.exchange(request, get, texts); failed.IsError()) return failed;
   request.getLUNSnapshotInfo(snapshotInfo);
@@ -182,9 +183,9 @@ CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& sna
       "CXoError ZrManageHuawei::activateLUNSnapshot(const std::vector<std::__cxx11::basic_string<char> >&, std::string)");
   if (CXoError failed = call.guard("activateLUNSnapshot"); failed.IsError()) return failed;
   if (snapshotIds.empty()) return call.error("[ERROR] Invalid input parameters");
-  // Bare identifiers joined by commas.
+  // Bare identifiers joined by commas; one that is no number goes quoted, so it cannot add members.
   std::string list;
-  for (const auto& id : snapshotIds) list += id + ",";
+  for (const auto& id : snapshotIds) list += (id.empty() ? id : RequestPlacement::jsonNumberOrString(id)) + ",";
   list.pop_back();
   HuaweiJSONActivateLUNSnapshot request(m_jobId, list, vstoreId);
   const auto texts = SecondGenerationTexts::change("").refusedBy([&](unsigned long long code, const std::string& message) {
@@ -245,7 +246,7 @@ CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::s
     gone = true;
     return CXoError::Success();
   });
-  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("snapshot/" + snapshotId).vstore(vstoreId),
+  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
                       HuaweiOpType::DELETE_LUN_SNAPSHOT};
   const CXoError result = call.exchange(request, del, texts);
   if (result.IsError() || gone) return result;

@@ -38,7 +38,7 @@ CXoError listAssociated(SecondGenerationCall& call, Request& request, const Asso
                         void (Request::*getter)(std::vector<Record>&)) {
   CXoError result = call.arguments({&ownerId});
   if (result.IsError()) return result;
-  const std::string resource = ResourcePath(listing.resource)
+  const ResourcePath resource = ResourcePath(listing.resource)
                                      .add("ASSOCIATEOBJID", ownerId)
                                      .add("ASSOCIATEOBJTYPE", listing.ownerType.getValue())
                                      .vstore(vstoreId);
@@ -373,7 +373,7 @@ CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std
   if (result.IsError()) return result;
   // A view that is gone is a failure here.
   result = call.exchange(request,
-                         {HUAWEI_REQ_DELETE, ResourcePath("mappingview/" + mappingViewId).vstore(vstoreId),
+                         {HUAWEI_REQ_DELETE, ResourcePath("mappingview").segment(mappingViewId, "mappingViewId").vstore(vstoreId),
                           HuaweiOpType::DELETE_MAPPING_VIEW},
                          SecondGenerationTexts(YbString::Format("[ERROR] Failed to delete the mappingview with Id [%s]",
                                                                 mappingViewId.c_str()))

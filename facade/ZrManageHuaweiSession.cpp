@@ -75,7 +75,7 @@ bool ZrManageHuawei::setTokenInfo() {
   HuaweiJSONGetTokenInfo request(m_jobId, m_restApi.getUserName(), m_restApi.getPassword());
   OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::setTokenInfo", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
-  const bool done = call.run("setTokenInfo", request, {HUAWEI_REQ_POST, std::string(), HuaweiOpType::SET_TOKEN_INFO},
+  const bool done = call.run("setTokenInfo", request, {HUAWEI_REQ_POST, "", HuaweiOpType::SET_TOKEN_INFO},
                              FirstGenerationTexts("Unable to get the base token information"));
   // GetErrorInfo tells the outcome of the login's send; a login that never went out leaves it.
   if (call.sent()) m_lastResult = call.status();
@@ -132,12 +132,18 @@ HuaweiApi::ResultStatus ZrManageHuawei::ProcessWithServer(std::string const& ope
                                                           HuaweiJSONBaseV2* const& request) {
   const std::string logName = "ProcessWithServer::" + operationName;
   const char* kLog = logName.c_str();
+  // A value that cannot take its place fails the call before anything, the login too, is sent.
+  const std::string url = request->getResourceUrl();
+  const PlacementRefusal& refusal = request->placementRefusal();
+  if (refusal.refused()) {
+    m_debug.DebugLvl(kLog, -1, m_jobId, "%s", refusal.text().c_str());
+    return HuaweiApi::ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, refusal.text());
+  }
   if (!m_initialized && !createSession()) {
     m_debug.Error(kLog, "Failed to create session.");
     return HuaweiApi::ResultStatus(HuaweiApi::RESULT_GENERIC_FAILURE, "Failed to create session.");
   }
 
-  const std::string url = request->getResourceUrl();
   const int type = request->getHttpReqType();
   std::string body;
   request->buildRequest(body);

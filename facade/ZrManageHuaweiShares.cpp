@@ -30,12 +30,12 @@ FirstGenerationTexts lookupTexts(const std::string& requestFailed) {
 
 // Where the lookup by name asks: the array filters CIFS shares by name, NFS shares are all
 // fetched and searched here. Empty for a protocol of neither kind.
-std::string lookupResource(const std::string& protocol, const std::string& shareName, const std::string& vstoreId) {
+ResourcePath lookupResource(const std::string& protocol, const std::string& shareName, const std::string& vstoreId) {
   if (protocol == kCIFSProtocol) {
     return ResourcePath("cifshare").add("filter", "NAME:" + shareName).vstore(vstoreId);
   }
   if (protocol == kNFSProtocol) return ResourcePath("nfshare").vstore(vstoreId);
-  return std::string();
+  return ResourcePath("");
 }
 
 const _HuaweiShareInfo* findShare(const std::list<_HuaweiShareInfo>& shares, std::string _HuaweiShareInfo::*field,
@@ -100,8 +100,8 @@ bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string cons
     log.failure("[ERROR] The share name is empty.");
     return false;
   }
-  const std::string resource = lookupResource(protocol, shareName, vstoreId);
-  if (resource.empty()) {
+  const ResourcePath resource = lookupResource(protocol, shareName, vstoreId);
+  if (resource.str().empty()) {
     log.failure("[ERROR] Unable to get the resource details.");
     return false;
   }
@@ -156,7 +156,7 @@ bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string cons
     return false;
   }
   // The vStore follows as a bare "&<id>", without a key; the array has always been asked so.
-  const std::string resource =
+  const ResourcePath resource =
       ResourcePath("nfshare").add("filter", "FSID:" + fileSystemId).add("range", "[0-1]").bareVstore(vstoreId);
   HuaweiJSONGetShareInfo request(m_jobId);
   const std::string failed = YbString::Format("[ERROR] Unable to find NFS Share with FSID [%s].", fileSystemId.c_str());
@@ -217,7 +217,7 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
     return true;
   }
   HuaweiJSONDeleteCIFSShare request(m_jobId, shareName);
-  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("cifshare/" + share.id).vstore(vstoreId),
+  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("cifshare").segment(share.id, "share ID").vstore(vstoreId),
                       HuaweiOpType::DELETE_CIFS_SHARE};
   if (!call.exchange(request, del, FirstGenerationTexts("Unable to delete the CIFS share"))) return false;
   log.line(0, "Successfully deleted the CIFS Share[%s] with ID[%s]", shareName.c_str(), share.id.c_str());
@@ -295,7 +295,7 @@ bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vsto
   if (!call.guard("deleteNFSShare") || !call.argument(shareId, "ShareID")) return false;
   HuaweiJSONDeleteNFSShare request(m_jobId, shareId);
   // A share that is gone is a failure.
-  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("nfshare/" + shareId).vstore(vstoreId),
+  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId),
                       HuaweiOpType::DELETE_NFS_SHARE};
   const std::string failed = YbString::Format("[ERROR] Unable to delete the NFS share with ID [%s].", shareId.c_str());
   if (!call.exchange(request, del, FirstGenerationTexts(failed))) return false;
@@ -353,7 +353,7 @@ bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, s
   if (!call.guard("deleteNFSSharePermission") || !call.argument(permissionId, "PermissionID")) return false;
   HuaweiJSONDeleteNFSSharePermission request(m_jobId, permissionId);
   const PlainCall del{HUAWEI_REQ_DELETE,
-                      ResourcePath(std::string(kNFSPermissions) + "/" + permissionId).vstore(vstoreId),
+                      ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),
                       HuaweiOpType::DELETE_NFS_SHARE_PERMISSION};
   if (call.exchange(request, del, FirstGenerationTexts().handlingEveryFailedSend())) {
     log.line(0, "Successfully deleted the NFS share permission with ID[%s]", permissionId.c_str());

@@ -46,7 +46,7 @@ bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _H
   OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemSnapshotInfo", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   if (!call.guard("getFileSystemSnapshotInfo")) return false;
-  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("fssnapshot/" + snapshotId).vstore(vstoreId),
+  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("fssnapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
                       HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO};
   if (!call.exchange(request, get, FirstGenerationTexts("Unable to get the snapshot information."))) {
     // An absent snapshot, as the transport's last classified answer tells, marks the record.
@@ -87,7 +87,7 @@ bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std
   if (!getFileSystemSnapshotInfo(snapshotId, info, vstoreId)) {
     log.failure("Unable to get the snapshot information for [%s]", snapshotId.c_str());
   }
-  ResourcePath resource("fssnapshot/" + snapshotId);
+  ResourcePath resource = ResourcePath("fssnapshot").segment(snapshotId, "snapshotId");
   if (info.snapType == kIncrementalBackupSnapshotType) resource.add("DELINCREMENTALBACKUPSNAP", "true");
   resource.vstore(vstoreId);
 

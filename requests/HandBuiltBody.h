@@ -2,9 +2,11 @@
 
 #include <string>
 
+#include "RequestPlacement.h"
+
 // The body of a plain request, concatenated by hand: {"K1":"v1", "K2":"v2" } with one blank
-// behind each comma and one in front of the closing brace. Nothing is escaped: values go out as
-// they stand.
+// behind each comma and one in front of the closing brace. Values are escaped as JSON strings, so
+// that ordinary ones go out as they stand and none can add a member.
 class HandBuiltBody {
  public:
   HandBuiltBody& add(const char* key, const std::string& value) { return member(", ", key, value); }
@@ -19,7 +21,7 @@ class HandBuiltBody {
     m_text += "\"";
     m_text += key;
     m_text += "\":\"";
-    m_text += value;
+    m_text += RequestPlacement::jsonString(value);
     m_text += "\"";
     return *this;
   }
@@ -29,16 +31,22 @@ class HandBuiltBody {
 
 #include "HuaweiVstore.h"
 
-// Pieces of bodies whose blanks and commas stand apart from the members: `"K":"v"`, and the
-// vStore piece `,"vstoreId":"v" ` (with its blank), which is left out for no vStore.
+// Pieces of bodies whose blanks and commas stand apart from the members: `"K":"v"`, a bare
+// number `"K":7`, and the vStore piece `,"vstoreId":"v" ` (with its blank), which is left out for
+// no vStore. Values are placed as in HandBuiltBody.
 namespace HandBuiltPiece {
 
 inline std::string quoted(const char* key, const std::string& value) {
-  return std::string("\"") + key + "\":\"" + value + "\"";
+  return std::string("\"") + key + "\":\"" + RequestPlacement::jsonString(value) + "\"";
+}
+
+// A value the array reads as a number; text that is no number goes quoted.
+inline std::string bare(const char* key, const std::string& value) {
+  return std::string("\"") + key + "\":" + RequestPlacement::jsonNumberOrString(value);
 }
 
 inline std::string vstore(const std::string& vstoreId) {
-  return HuaweiVstore::isNone(vstoreId) ? std::string() : ",\"vstoreId\":\"" + vstoreId + "\" ";
+  return HuaweiVstore::isNone(vstoreId) ? std::string() : ",\"vstoreId\":\"" + RequestPlacement::jsonString(vstoreId) + "\" ";
 }
 
 }  // namespace HandBuiltPiece

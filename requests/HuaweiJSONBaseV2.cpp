@@ -20,12 +20,13 @@ int HuaweiJSONBaseV2::getOpType() const { return HuaweiOpType::SELF_DESCRIBING_R
 std::string HuaweiJSONBaseV2::getResourceUrl() { return getResourceUrl(std::string()); }
 
 std::string HuaweiJSONBaseV2::getResourceUrl(std::string filter) {
-  ResourcePath url = ResourcePath(m_resource).id(m_objectId).openQuery();
+  ResourcePath url = ResourcePath(m_resource).id(m_objectId, m_resource + " identifier").openQuery();
   if (!filter.empty()) url.raw(filter);
   if ((m_requestType == HUAWEI_REQ_GET || m_requestType == HUAWEI_REQ_DELETE) && hasVstore()) {
     url.add("vstoreId", m_vstoreId);
   }
-  return url.str();
+  m_placementRefusal = url.refusal();
+  return m_placementRefusal.refused() ? std::string() : url.str();
 }
 
 void HuaweiJSONBaseV2::buildRequest(jsonxx::Object& body) { (void)body; }

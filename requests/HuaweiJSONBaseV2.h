@@ -8,6 +8,7 @@
 
 #include "HuaweiJSONBase.h"
 #include "HuaweiRequestTypes.h"
+#include "RequestPlacement.h"
 #include "jsonxx.h"
 
 class HuaweiJSONBaseV2 : public HuaweiJSONBase {
@@ -28,7 +29,11 @@ class HuaweiJSONBaseV2 : public HuaweiJSONBase {
   int getHttpReqType() const { return static_cast<int>(m_requestType); }
   int getOpType() const;
   // resource[/object]?[&filter][&vstoreId=<id> for GET and DELETE]; the question mark always stands.
+  // The filter comes placed (QueryPieces). An object identifier that is no single path segment
+  // gives the empty text and a placementRefusal().
   std::string getResourceUrl(std::string filter);
+  // Why the last resource could not be formed; such a request is not sent.
+  const PlacementRefusal& placementRefusal() const { return m_placementRefusal; }
   // Points data at the value under "data" of the answer (no copy). False, logged, when it is absent.
   bool parseResponseForData(jsonxx::Value*& data, jsonxx::Object const& response);
   // The value under "data" as a list: a bare object, as the array sends a list of one, becomes a
@@ -48,4 +53,5 @@ class HuaweiJSONBaseV2 : public HuaweiJSONBase {
   std::string m_vstoreId;
   std::string m_objectId;
   std::vector<unsigned long long> m_ignorableErrorCodes;
+  PlacementRefusal m_placementRefusal;
 };

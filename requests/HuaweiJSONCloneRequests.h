@@ -28,7 +28,7 @@ class HuaweiJSONGetCloneSecondaryLunInfo : public HuaweiJSONBaseV2 {
                          std::string()),
         m_parentId(parentId) {}
   using HuaweiJSONBaseV2::getResourceUrl;
-  std::string getResourceUrl() override { return getResourceUrl("PARENTID=" + m_parentId); }
+  std::string getResourceUrl() override { return getResourceUrl(QueryPieces().add("PARENTID", m_parentId).str()); }
   using HuaweiJSONBaseV2::parseResponse;
   bool parseResponse(jsonxx::Object const& response) override;
   void getCloneSecLunsInfo(std::list<_HuaweiCloneSecondaryLUN>& secondaryLuns) const { secondaryLuns = m_luns; }

@@ -2,6 +2,7 @@
 
 #include "HandBuiltBody.h"
 
+using HandBuiltPiece::bare;
 using HandBuiltPiece::quoted;
 using HandBuiltPiece::vstore;
 using HuaweiSanAnswer::textOrEmpty;
@@ -63,7 +64,7 @@ bool HuaweiJSONCreateHostGroup::buildRequest(std::string& body) {
 
 bool HuaweiJSONAssociateHostWithHostGroup::buildRequest(std::string& body) {
   // The type goes bare, with nothing behind it.
-  body = "{" + quoted("ID", m_hostGroupId) + ", " + quoted("ASSOCIATEOBJID", m_hostId) + ", \"ASSOCIATEOBJTYPE\":" +
-         m_objectType + vstore(m_vstoreId) + "}";
+  body = "{" + quoted("ID", m_hostGroupId) + ", " + quoted("ASSOCIATEOBJID", m_hostId) + ", " +
+         bare("ASSOCIATEOBJTYPE", m_objectType) + vstore(m_vstoreId) + "}";
   return true;
 }

@@ -1,6 +1,6 @@
 #include "HuaweiJSONLunGroupRequests.h"
 
-#include "HuaweiVstore.h"
+#include "HandBuiltBody.h"
 #include "ResponseReading.h"
 #include "SanAnswerReading.h"
 #include "jsonxx.h"
@@ -79,8 +79,7 @@ bool readElement(const jsonxx::Object& element, _HuaweiLUNSnapshotInfo& record) 
 }  // namespace
 
 std::string closedWithVstore(std::string body, const std::string& vstoreId) {
-  if (!HuaweiVstore::isNone(vstoreId)) body += ",\"vstoreId\":\"" + vstoreId + "\" ";
-  return body + "}";
+  return body + HandBuiltPiece::vstore(vstoreId) + "}";
 }
 
 template <typename Record>
@@ -100,8 +99,9 @@ template class HuaweiJSONGetRecordList<_HuaweiHostGroupInfo>;
 template class HuaweiJSONGetRecordList<_HuaweiLUNMappingView>;
 
 bool HuaweiJSONAssociationRequest::buildRequest(std::string& body) {
-  body = closedWithVstore("{\"ID\":\"" + m_ownerId + "\", \"ASSOCIATEOBJID\":\"" + m_objectId +
-                              "\", \"ASSOCIATEOBJTYPE\":" + m_objectTypeText,
+  body = closedWithVstore("{" + HandBuiltPiece::quoted("ID", m_ownerId) + ", " +
+                              HandBuiltPiece::quoted("ASSOCIATEOBJID", m_objectId) + ", " +
+                              HandBuiltPiece::bare("ASSOCIATEOBJTYPE", m_objectTypeText),
                           m_vstoreId);
   return true;
 }
@@ -111,7 +111,8 @@ bool HuaweiJSONAssociationRequest::parseResponse(std::string& response) {
 }
 
 bool HuaweiJSONCreateLunGroup::buildRequest(std::string& body) {
-  body = closedWithVstore("{\"NAME\":\"" + m_lunGroup.name + "\", \"APPTYPE\":" + m_lunGroup.appType,
+  body = closedWithVstore("{" + HandBuiltPiece::quoted("NAME", m_lunGroup.name) + ", " +
+                              HandBuiltPiece::bare("APPTYPE", m_lunGroup.appType),
                           m_lunGroup.vstoreId);
   return true;
 }

@@ -1,6 +1,7 @@
 #include "HuaweiJSONLunProvisioningRequests.h"
 
 #include "HuaweiArrayCodes.h"
+#include "ResourcePath.h"
 
 HuaweiJSONCreateLUN::HuaweiJSONCreateLUN(unsigned long long const& jobId, _HuaweiLUNInfo const& lun)
     : HuaweiJSONCreationV2(jobId, "lun"), m_lun(lun) {}
@@ -20,7 +21,7 @@ HuaweiJSONGetStoragePool::HuaweiJSONGetStoragePool(unsigned long long const& job
 
 std::string HuaweiJSONGetStoragePool::getResourceUrl() {
   if (!m_objectId.empty() || m_poolName.empty()) return getResourceUrl(std::string());
-  return getResourceUrl("filter=NAME::" + m_poolName);
+  return getResourceUrl(QueryPieces().add("filter", "NAME::" + m_poolName).str());
 }
 
 bool HuaweiJSONGetStoragePool::parseResponse(jsonxx::Object const& response) {
@@ -70,6 +71,9 @@ void HuaweiJSONAssociateWithLunGroup::buildRequest(jsonxx::Object& body) {
 }
 
 std::string HuaweiJSONRemoveAssociateWithLunGroup::getResourceUrl() {
-  return getResourceUrl("ID=" + m_lunGroupId + "&ASSOCIATEOBJID=" + m_memberId +
-                        "&ASSOCIATEOBJTYPE=" + m_objectType.getValue());
+  return getResourceUrl(QueryPieces()
+                            .add("ID", m_lunGroupId)
+                            .add("ASSOCIATEOBJID", m_memberId)
+                            .add("ASSOCIATEOBJTYPE", m_objectType.getValue())
+                            .str());
 }

@@ -1,10 +1,11 @@
 #include "HuaweiJSONMappingViewRequests.h"
 
+#include "HandBuiltBody.h"
 #include "ResponseReading.h"
 #include "jsonxx.h"
 
 bool HuaweiJSONCreateMappingView::buildRequest(std::string& body) {
-  body = closedWithVstore("{\"NAME\":\"" + m_view.name + "\" ", m_view.vstoreId);
+  body = closedWithVstore("{" + HandBuiltPiece::quoted("NAME", m_view.name) + " ", m_view.vstoreId);
   return true;
 }
 

@@ -105,10 +105,7 @@ HuaweiJSONAddCIFSSharePermissions::HuaweiJSONAddCIFSSharePermissions(unsigned lo
 bool HuaweiJSONAddCIFSSharePermissions::buildRequest(std::string& body) {
   body.clear();
   if (!requiredPresent(m_jobId, {&m_parentId, &m_name, &m_permission})) return false;
-  // The array reads the body as JSON, so the domain separator of DOMAIN\user must be escaped; only
-  // the first backslash of a name is ever one.
-  const std::string::size_type backslash = m_name.find('\\');
-  if (backslash != std::string::npos) m_name.insert(backslash, 1, '\\');
+  // The domain separator of DOMAIN\user goes out escaped, as every backslash of a body value does.
   HandBuiltBody request;
   request.add("NAME", m_name).add("PARENTID", m_parentId).add("PERMISSION", m_permission).add("DOMAINTYPE", m_domainType);
   if (!HuaweiVstore::isNone(m_vstoreId)) request.addPiece("vstoreId", m_vstoreId);

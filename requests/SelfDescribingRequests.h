@@ -8,6 +8,7 @@
 #include "HuaweiApiValues.h"
 #include "HuaweiJSONBaseV2.h"
 #include "HuaweiVstore.h"
+#include "ResourcePath.h"
 #include "TkDebug.h"
 
 namespace HuaweiSelfDescribing {
@@ -78,7 +79,8 @@ class HuaweiJSONAssociatedRecords : public HuaweiJSONBaseV2 {
 
   using HuaweiJSONBaseV2::getResourceUrl;
   std::string getResourceUrl() override {
-    return getResourceUrl("ASSOCIATEOBJID=" + m_associatedId + "&ASSOCIATEOBJTYPE=" + m_objectType.getValue());
+    return getResourceUrl(
+        QueryPieces().add("ASSOCIATEOBJID", m_associatedId).add("ASSOCIATEOBJTYPE", m_objectType.getValue()).str());
   }
   using HuaweiJSONBaseV2::parseResponse;
   bool parseResponse(jsonxx::Object const& response) override {

@@ -141,7 +141,7 @@ TEST_F(LunSnapshots, LookupByNameTakesOnlyTheSameName) {
   // A name the filter matches nowhere: no "data", code 0, the same words.
   EXPECT_EQ(array_->getLUNSnapshotInfoByName(info, "x&z", notExist, "-12345").AsString(),
             "[ERROR] Unable to find the snapshot LUN with name [x&z]");
-  EXPECT_EQ(requestLines().back(), "GET snapshot?filter=NAME:x&z");
+  EXPECT_EQ(requestLines().back(), "GET snapshot?filter=NAME:x%26z");
 }
 
 }  // namespace

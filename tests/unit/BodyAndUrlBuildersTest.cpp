@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(HandBuiltBodies, LoginBodyKeepsItsBlanksAndEscapesNothing) {
+TEST(HandBuiltBodies, LoginBodyKeepsItsBlanksAndEscapesItsValues) {
   HuaweiJSONGetTokenInfo login(1, "u", "p");
   std::string body = "stale";
   ASSERT_TRUE(login.buildRequest(body));
@@ -19,7 +19,7 @@ TEST(HandBuiltBodies, LoginBodyKeepsItsBlanksAndEscapesNothing) {
 
   HuaweiJSONGetTokenInfo quoted(1, "a\"b", "c\\d");
   ASSERT_TRUE(quoted.buildRequest(body));
-  EXPECT_EQ(body, "{\"username\":\"a\"b\", \"password\":\"c\\d\", \"scope\":\"0\" }");
+  EXPECT_EQ(body, "{\"username\":\"a\\\"b\", \"password\":\"c\\\\d\", \"scope\":\"0\" }");
 }
 
 TEST(HandBuiltBodies, LoginWithoutUserOrPasswordBuildsNothing) {
@@ -88,7 +88,7 @@ TEST(RequestUrls, LoginUsesTheFixedSessionsPathAndOthersTheDevice) {
 
 struct PathCase {
   const char* label;
-  std::string built;
+  ResourcePath built;
   std::string expected;
 };
 
@@ -96,7 +96,7 @@ inline void PrintTo(const PathCase& row, std::ostream* out) { *out << row.label;
 
 class ResourcePaths : public testing::TestWithParam<PathCase> {};
 
-TEST_P(ResourcePaths, RenderTheArraysForms) { EXPECT_EQ(GetParam().built, GetParam().expected); }
+TEST_P(ResourcePaths, RenderTheArraysForms) { EXPECT_EQ(GetParam().built.str(), GetParam().expected); }
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, ResourcePaths,
@@ -112,11 +112,11 @@ INSTANTIATE_TEST_SUITE_P(
                  "nfshare?filter=FSID:12&range=[0-1]&7"},
         PathCase{"BareVstoreNone", ResourcePath("nfshare").add("filter", "FSID:12").bareVstore("-12345"),
                  "nfshare?filter=FSID:12"},
-        PathCase{"OpenQueryKeepsTheQuestionMark", ResourcePath("lun").id("").openQuery(), "lun?"},
+        PathCase{"OpenQueryKeepsTheQuestionMark", ResourcePath("lun").id("", "lunId").openQuery(), "lun?"},
         PathCase{"OpenQueryThenPieces",
                  ResourcePath("storagepool").openQuery().raw("filter=NAME::pool 1").add("vstoreId", "2"),
                  "storagepool?&filter=NAME::pool 1&vstoreId=2"},
-        PathCase{"IdIntoThePath", ResourcePath("lun").id("12").openQuery(), "lun/12?"}),
+        PathCase{"IdIntoThePath", ResourcePath("lun").id("12", "lunId").openQuery(), "lun/12?"}),
     [](const testing::TestParamInfo<PathCase>& info) { return std::string(info.param.label); });
 
 struct MaskCase {

@@ -1,0 +1,206 @@
+#include <cctype>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "HandBuiltBody.h"
+#include "HuaweiJSONHostRequests.h"
+#include "HuaweiJSONLunGroupRequests.h"
+#include "HuaweiJSONLunProvisioningRequests.h"
+#include "HuaweiJSONMappingViewRequests.h"
+#include "HuaweiJSONShareRequests.h"
+#include "LogCapture.h"
+#include "RequestPlacement.h"
+#include "ResourcePath.h"
+#include "ZrManageHuawei.h"
+#include "jsonxx.h"
+
+namespace {
+
+// What a server reads back from one percent-encoded value.
+std::string percentDecoded(const std::string& text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '%' && i + 2 < text.size() && std::isxdigit(static_cast<unsigned char>(text[i + 1])) &&
+        std::isxdigit(static_cast<unsigned char>(text[i + 2]))) {
+      out += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
+      i += 2;
+    } else {
+      out += text[i];
+    }
+  }
+  return out;
+}
+
+// Values a hostile tenant or an unlucky user passes, for every place.
+const std::vector<std::string> kHostile = {
+    "22#", "../lun/200#", "200&vstoreId=2&ASSOCIATEOBJTYPE=11", "n\", \"FSID\":\"20", "110\", \"ID\":\"220",
+    "R&D docs", "shareB#", "a\nb", "tab\there\r", std::string("\x01\x1f\x7f", 3), "caf\xc3\xa9 \xe2\x82\xac",
+    "100%", "%2e%2e", "a+b=c;d", "q?x", "back\\slash\\", "\"", "x\\\"y"};
+
+TEST(BodyPlacement, EveryHostileValueStaysOneStringOfTheSameText) {
+  for (const std::string& value : kHostile) {
+    const std::string body = "{" + HandBuiltPiece::quoted("NAME", value) + ", " +
+                             HandBuiltPiece::bare("TYPE", value) + HandBuiltPiece::vstore(value) + "}";
+    jsonxx::Object parsed;
+    ASSERT_TRUE(parsed.parse(body)) << body;
+    EXPECT_EQ(parsed.size(), 3u) << body;
+    EXPECT_EQ(parsed.get<std::string>("NAME"), value) << body;
+    EXPECT_EQ(parsed.get<std::string>("TYPE"), value) << body;
+    EXPECT_EQ(parsed.get<std::string>("vstoreId"), value) << body;
+  }
+}
+
+struct PlacedCase {
+  std::string value;
+  std::string placed;
+};
+
+TEST(BodyPlacement, EscapesOnlyWhatJsonNeeds) {
+  for (const PlacedCase& row : std::vector<PlacedCase>{
+           {"n\", \"FSID\":\"20", "n\\\", \\\"FSID\\\":\\\"20"},
+           {"DOMAIN\\user", "DOMAIN\\\\user"},
+           {"a\nb\t\b\f\r", "a\\nb\\t\\b\\f\\r"},
+           {std::string("\x01\x1f\x7f", 3), "\\u0001\\u001f\\u007f"},
+           {"/fs1/R&D docs caf\xc3\xa9", "/fs1/R&D docs caf\xc3\xa9"}}) {
+    EXPECT_EQ(RequestPlacement::jsonString(row.value), row.placed);
+  }
+  EXPECT_EQ(RequestPlacement::jsonNumberOrString("21"), "21");
+  EXPECT_EQ(RequestPlacement::jsonNumberOrString(""), "\"\"");
+  EXPECT_EQ(RequestPlacement::jsonNumberOrString("1, \"ID\":2"), "\"1, \\\"ID\\\":2\"");
+}
+
+TEST(QueryPlacement, EncodesWhatWouldChangeTheQueryAndKeepsTheFilterSyntax) {
+  for (const PlacedCase& row : std::vector<PlacedCase>{
+           {"200&vstoreId=2&ASSOCIATEOBJTYPE=11", "200%26vstoreId%3D2%26ASSOCIATEOBJTYPE%3D11"},
+           {"NAME:R&D docs", "NAME:R%26D%20docs"},
+           {"NAME:shareB#", "NAME:shareB%23"},
+           {"100%+1;a", "100%25%2B1%3Ba"},
+           {"a\nb\x7f", "a%0Ab%7F"},
+           {"caf\xc3\xa9", "caf%C3%A9"},
+           {"\"<>\\^`{|}", "%22%3C%3E%5C%5E%60%7B%7C%7D"},
+           {"NAME::p_1-2.x~!$'()*,:@/?[0-1]", "NAME::p_1-2.x~!$'()*,:@/?[0-1]"}}) {
+    EXPECT_EQ(RequestPlacement::queryValue(row.value), row.placed);
+  }
+  for (const std::string& value : kHostile) {
+    const std::string placed = RequestPlacement::queryValue(value);
+    EXPECT_EQ(placed.find_first_of("&#=+; \n"), std::string::npos) << placed;
+    EXPECT_EQ(percentDecoded(placed), value);
+  }
+}
+
+TEST(PathPlacement, RefusesWhatIsNoSingleSegmentAndEncodesTheRest) {
+  for (const std::string& refused : {std::string(), std::string("."), std::string(".."), std::string("../lun/200#"),
+                                     std::string("a/b"), std::string("..\\lun"), std::string("a\nb"),
+                                     std::string("x\x7f"), std::string("\x01")}) {
+    EXPECT_NE(RequestPlacement::pathSegmentRefusal(refused), nullptr) << refused;
+  }
+  for (const PlacedCase& row : std::vector<PlacedCase>{{"22#", "22%23"},
+                                                       {"shareB#", "shareB%23"},
+                                                       {"R&D docs", "R&D%20docs"},
+                                                       {"q?x%", "q%3Fx%25"},
+                                                       {"a;b=c", "a%3Bb%3Dc"},
+                                                       {"...", "..."},
+                                                       {"%2e%2e", "%252e%252e"},
+                                                       {"caf\xc3\xa9", "caf%C3%A9"},
+                                                       {"12-ab_3.x~:@+", "12-ab_3.x~:@+"}}) {
+    EXPECT_EQ(RequestPlacement::pathSegmentRefusal(row.value), nullptr) << row.value;
+    EXPECT_EQ(RequestPlacement::pathSegment(row.value), row.placed);
+  }
+}
+
+TEST(PathPlacement, TheFirstRefusalNamesItsArgument) {
+  const ResourcePath path = ResourcePath("lungroup").segment("../lun/200#", "lunGroupId").segment("..", "other");
+  ASSERT_TRUE(path.refusal().refused());
+  EXPECT_THAT(path.refusal().text(), testing::StartsWith("The input parameter [lunGroupId] cannot be placed"));
+  EXPECT_FALSE(ResourcePath("lun").id("", "lun identifier").refusal().refused());
+  EXPECT_EQ(ResourcePath("nfshare").add("filter", "FSID:1").bareVstore("2&x=1").str(), "nfshare?filter=FSID:1&2%26x%3D1");
+}
+
+// A self-describing request with a refused identifier fails before the login, with one line.
+TEST(PathPlacement, SelfDescribingCallsFailBeforeAnythingIsSent) {
+  zrtest::LogCapture log;
+  ZrManageHuawei array(7);
+  array.setCredentials("u", "p", "127.0.0.1");
+  const HuaweiApi::ResultStatus status = array.deleteLun("../lun/200", "-12345");
+  EXPECT_TRUE(status.IsError());
+  EXPECT_THAT(status.GetErrorString(), testing::HasSubstr("[lun identifier]"));
+  EXPECT_TRUE(log.ContainsLineWith(-1, "The input parameter [lun identifier] cannot be placed")) << log.Dump();
+  EXPECT_FALSE(log.ContainsText("Failed to create session")) << log.Dump();
+}
+
+TEST(HostileBodies, NoValueAddsAMemberToARequest) {
+  const std::string hostile = "110\", \"ID\":\"220";
+  _HuaweiLunGroupInfo group;
+  group.name = hostile;
+  group.appType = "0, \"ID\":1";
+  group.vstoreId = hostile;
+  _HuaweiLUNMappingView view;
+  view.name = hostile;
+  view.vstoreId = "-12345";
+  std::string body;
+  const std::vector<std::pair<std::function<bool(std::string&)>, std::size_t>> builders = {
+      {[&](std::string& out) { return HuaweiJSONCreateLunGroup(1, group).buildRequest(out); }, 3},
+      {[&](std::string& out) { return HuaweiJSONCreateMappingView(1, view).buildRequest(out); }, 1},
+      {[&](std::string& out) {
+         return HuaweiJSONAssociateHostWithHostGroup(1, hostile, "120", "21", "-12345").buildRequest(out);
+       }, 3},
+      {[&](std::string& out) {
+         return HuaweiJSONCreateCIFSShare(1, "", hostile, "/fs/", hostile, hostile).buildRequest(out);
+       }, 4}};
+  for (const auto& builder : builders) {
+    ASSERT_TRUE(builder.first(body));
+    jsonxx::Object parsed;
+    ASSERT_TRUE(parsed.parse(body)) << body;
+    EXPECT_EQ(parsed.size(), builder.second) << body;
+  }
+}
+
+// Ordinary values, in each place's own alphabet, come out exactly as plain concatenation put them.
+std::string ordinaryValue(std::mt19937& random, const std::string& alphabet) {
+  std::uniform_int_distribution<std::size_t> length(1, 24);
+  std::uniform_int_distribution<std::size_t> pick(0, alphabet.size() - 1);
+  std::string value;
+  for (std::size_t n = length(random); n > 0; --n) value += alphabet[pick(random)];
+  return value;
+}
+
+TEST(OrdinaryValues, EveryBuilderSendsThePlainConcatenation) {
+  const std::string letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+  const std::string bodyAlphabet = letters + " -_.:/@#&%+=?!$'()*,;[]{}<>|~^`\xc3\xa9";
+  const std::string queryAlphabet = letters + "-_.:/@?!$'()*,[]~";
+  const std::string pathAlphabet = letters + "-_.:@!$&'()*+,~";
+  std::mt19937 random(20);
+  for (int round = 0; round < 3000; ++round) {
+    const std::string v = ordinaryValue(random, bodyAlphabet);
+    const std::string w = ordinaryValue(random, bodyAlphabet);
+    EXPECT_EQ(HandBuiltBody().add("NAME", v).addPiece("vstoreId", w).str(),
+              "{\"NAME\":\"" + v + "\" ,\"vstoreId\":\"" + w + "\" }");
+    EXPECT_EQ(HandBuiltPiece::quoted("ID", v) + HandBuiltPiece::vstore(w),
+              "\"ID\":\"" + v + "\",\"vstoreId\":\"" + w + "\" ");
+    _HuaweiHostGroupInfo group;
+    group.name = v;
+    group.vstoreId = w;
+    std::string body;
+    HuaweiJSONCreateHostGroup(1, group).buildRequest(body);
+    EXPECT_EQ(body, "{\"NAME\":\"" + v + "\" ,\"vstoreId\":\"" + w + "\" }");
+
+    const std::string q = ordinaryValue(random, queryAlphabet);
+    const std::string s = ordinaryValue(random, queryAlphabet);
+    EXPECT_EQ(ResourcePath("cifshare").add("filter", "NAME:" + q).vstore(s).str(),
+              "cifshare?filter=NAME:" + q + "&vstoreId=" + s);
+    EXPECT_EQ(QueryPieces().add("ID", q).add("ASSOCIATEOBJID", s).str(), "ID=" + q + "&ASSOCIATEOBJID=" + s);
+    EXPECT_EQ(HuaweiJSONRemoveAssociateWithLunGroup(1, q, HuaweiApiValue::OBJECT_TYPE_LUN, s, "-12345").getResourceUrl(),
+              "lungroup/associate?&ID=" + q + "&ASSOCIATEOBJID=" + s + "&ASSOCIATEOBJTYPE=11");
+
+    const std::string p = ordinaryValue(random, pathAlphabet);
+    if (p == "." || p == "..") continue;
+    EXPECT_EQ(ResourcePath("lun").segment(p, "lunId").vstore(s).str(), "lun/" + p + "?vstoreId=" + s);
+    EXPECT_EQ(HuaweiJSONDeleteLun(1, p, "-12345").getResourceUrl(), "lun/" + p + "?");
+  }
+}
+
+}  // namespace
