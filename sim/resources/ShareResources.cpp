@@ -20,9 +20,10 @@ std::string Text(const nlohmann::json& body, const char* key) {
   return it != body.end() && it->is_string() ? it->get<std::string>() : std::string();
 }
 
-// A file system of another vStore is no file system to a request of this one.
+// A file system of another vStore is no file system to a request of this one; one outside every
+// vStore serves any.
 bool Sees(const VStoreScope& scope, const FileSystemInfo& info) {
-  return scope.admits(info.vstoreId.empty() ? Record::object() : Record{{"vstoreId", info.vstoreId}});
+  return info.vstoreId.empty() || scope.admits(Record{{"vstoreId", info.vstoreId}});
 }
 
 std::optional<std::string> FileSystemNamed(const FileSystemResources& fileSystems, const VStoreScope& scope,

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "ArrayClientTest.h"
+#include "LogCapture.h"
 #include "TwoTenants.h"
 
 namespace zrtest {
@@ -36,12 +37,14 @@ void PrintTo(const Family& family, std::ostream* out) { *out << family.name; }
 // "{B}" stands for the family's victim. Values that break a path, a query or a body when
 // concatenated, and names that are ordinary to users but not to a URL.
 const char* const kHostileValues[] = {
-    "{B}#",        "{B}?vstoreId=2",  "../lun/22#",  "..",  "{B}&vstoreId=2&ASSOCIATEOBJTYPE=11",
+    "{B}#",        "{B}/x",           "../lun/22#",  "..",  "{B}&vstoreId=2&ASSOCIATEOBJTYPE=11",
     "{B}%23",      "11\", \"ID\":\"{B}", "n\", \"vstoreId\":\"2", "n\", \"PARENTID\":\"{B}", "n\\\", \"FSID\":\"{B}",
     "R&D docs",    "shareB#",         "tab\there",   "50% off+"};
-// Bytes outside ASCII, kept apart: the self-describing requests' document model writes each such
-// byte as a sign-extended "\uffffffc3", so those requests do not yet carry them unchanged.
-const char* const kNonAsciiValues[] = {"\xC3\xA9t\xC3\xA9", "\xE2\x82\xAC{B}"};
+// Kept apart, as the library does not carry them yet: a '?' left raw in a query value makes a
+// target that the simulator's HTTP layer cannot read (it takes one '?' only), and the
+// self-describing requests' document model writes each byte outside ASCII as a sign-extended
+// "\uffffffc3".
+const char* const kQuestionMarksAndNonAscii[] = {"{B}?vstoreId=2", "\xC3\xA9t\xC3\xA9", "\xE2\x82\xAC{B}"};
 
 std::string Aimed(std::string value, const std::string& victim) {
   for (auto at = value.find("{B}"); at != std::string::npos; at = value.find("{B}")) value.replace(at, 3, victim);
@@ -78,9 +81,12 @@ class HostileValues : public ArrayClientTest, public ::testing::WithParamInterfa
     const auto tenantB = TenantView(sim(), kTenantB);
     {
       auto array = loggedInFacade();
+      LogCapture log;
       operation.call(*array, value);
       const auto sent = requests();
-      bool carried = sent.empty();
+      // Nothing recorded is a refusal before sending only when the library says so; otherwise the
+      // request went out and was lost on the way (a target the server could not even read).
+      bool carried = sent.empty() && log.ContainsLineWith(-1, "cannot be placed in the request");
       for (const auto& request : sent) {
         SCOPED_TRACE(request.method + " " + request.resource + " " + request.body);
         EXPECT_EQ(request.refusal, "");
@@ -99,7 +105,8 @@ class HostileValues : public ArrayClientTest, public ::testing::WithParamInterfa
           EXPECT_EQ(request.members["vstoreId"], operation.vstore);
         }
       }
-      EXPECT_TRUE(carried || !operation.sendsValue) << "the value reached the array changed";
+      EXPECT_TRUE(carried || !operation.sendsValue)
+          << "the value neither arrived as passed nor was refused with a logged reason";
     }
     EXPECT_EQ(TenantView(sim(), kTenantB), tenantB) << "tenant B changed";
   }
@@ -118,7 +125,7 @@ class HostileValues : public ArrayClientTest, public ::testing::WithParamInterfa
 
 TEST_P(HostileValues, FailBeforeSendingOrArriveAsTheCallerPassedThem) { expectAllPlaced(kHostileValues); }
 
-TEST_P(HostileValues, ArriveUnchangedOutsideAscii) { expectAllPlaced(kNonAsciiValues); }
+TEST_P(HostileValues, QuestionMarksAndBytesOutsideAsciiArriveUnchanged) { expectAllPlaced(kQuestionMarksAndNonAscii); }
 
 // Calls of tenant A: the hostile value `v` in one place, A's own objects ("11") in the others.
 using A = ZrManageHuawei;
@@ -209,6 +216,7 @@ const Family kFamilies[] = {
          l.capacity = "2097152";
          l.allocType = HuaweiApiValue::ALLOC_TYPE_THIN;
          l.parentId = "0";
+         l.owningController = "0A";
          auto id = Out();
          a.createLUN(id, l);
        }, "22", ""},
