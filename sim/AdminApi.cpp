@@ -156,7 +156,9 @@ HttpAnswer AdminApi::handle(const IncomingRequest& request) {
       auto list = json::array();
       for (const auto& recorded : sim.requests().all()) {
         list.push_back({{"sequence", recorded.sequence}, {"method", recorded.method}, {"target", recorded.target},
-                        {"body", recorded.body}});
+                        {"body", recorded.body}, {"segments", recorded.segments},
+                        {"parameters", recorded.parameters}, {"members", recorded.members},
+                        {"refusal", recorded.refusal}});
       }
       return Answer(list);
     }

@@ -18,7 +18,8 @@
 //                                                    "code", "description", "status", "body",
 //                                                    "delayMs", "processed"}
 //   DELETE /simulator/faults
-//   GET    /simulator/requests                      [{"sequence", "method", "target", "body"}, ...]
+//   GET    /simulator/requests                      [{"sequence", "method", "target", "body", "segments",
+//                                                      "parameters", "members", "refusal"}, ...] (decoded)
 //   DELETE /simulator/requests
 #pragma once
 

@@ -5,6 +5,8 @@
 
 #include "ArrayCodes.h"
 #include "http/Envelope.h"
+#include "http/PercentDecoding.h"
+#include "http/StrictJson.h"
 
 namespace arraysim {
 
@@ -15,7 +17,8 @@ struct ArrayEndpoint::Target {
   std::string device;
   std::string resource;      // after the device, query included
   std::string resourcePath;  // after the device, without the query
-  std::map<std::string, std::string> parameters;
+  std::map<std::string, std::string> parameters;  // decoded; the first of a key wins
+  StrictJson body;                                // accepted when the request has no body
 };
 
 struct ArrayEndpoint::Outcome {
@@ -39,21 +42,6 @@ constexpr const char* kHtmlPage =
     "<!DOCTYPE html>\n<html><head><title>502 Bad Gateway</title></head>\n"
     "<body><h1>Bad Gateway</h1><p>The server returned an invalid response.</p></body></html>\n";
 
-std::map<std::string, std::string> QueryParameters(const std::string& query) {
-  std::map<std::string, std::string> parameters;
-  std::size_t start = 0;
-  while (start <= query.size() && !query.empty()) {
-    auto end = query.find('&', start);
-    if (end == std::string::npos) end = query.size();
-    const auto pair = query.substr(start, end - start);
-    const auto equals = pair.find('=');
-    if (!pair.empty()) {
-      parameters.emplace(pair.substr(0, equals), equals == std::string::npos ? "" : pair.substr(equals + 1));
-    }
-    start = end + 1;
-  }
-  return parameters;
-}
 
 std::string Json(const nlohmann::json& body, const char* key) {
   const auto it = body.find(key);
@@ -78,11 +66,28 @@ HttpAnswer ArrayEndpoint::handle(const IncomingRequest& request) {
       target.resource = request.target.substr(slash + 1);
       target.resourcePath = target.path.substr(slash + 1);
     }
-    target.parameters = QueryParameters(target.query);
   }
-
-  parts_.log.record(RecordedRequest{0, request.method, request.target, target.path, target.query, target.device,
-                                    target.resource, request.headers, request.body});
+  RecordedRequest recorded;
+  recorded.method = request.method;
+  recorded.target = request.target;
+  recorded.path = target.path;
+  recorded.query = target.query;
+  recorded.device = target.device;
+  recorded.resource = target.resource;
+  recorded.headers = request.headers;
+  recorded.body = request.body;
+  if (target.underRoot) {
+    recorded.segments = DecodedSegments(target.resourcePath);
+    recorded.parameters = DecodedQuery(target.query);
+    for (const auto& [key, value] : recorded.parameters) target.parameters.emplace(key, value);
+    if (!request.body.empty()) {
+      target.body = StrictJson::Parse(request.body);
+      recorded.members = target.body.value;
+      recorded.refusal = target.body.fault;
+      if (recorded.members.is_discarded()) recorded.members = nullptr;
+    }
+  }
+  parts_.log.record(std::move(recorded));
 
   auto fault = parts_.faults.take(request.method, target.resourcePath);
   if (fault && fault->kind == FaultKind::Delay) {
@@ -96,6 +101,10 @@ HttpAnswer ArrayEndpoint::handle(const IncomingRequest& request) {
 
 ArrayEndpoint::Outcome ArrayEndpoint::process(const IncomingRequest& request, const Target& target) {
   if (!target.underRoot) return Outcome{Reply::Error(codes::kResourceNotServed, "The resource does not exist."), {}, 404, {}};
+  // Before anything reads it: a body with a forged or doubled member is never half applied.
+  if (!target.body.accepted()) {
+    return Outcome{Reply::Error(codes::kParameterIncorrect, "The entered parameter is incorrect."), {}, 200, {}};
+  }
   if (target.resourcePath == "sessions" && request.method == "POST") return login(request, target);
 
   const auto session = parts_.sessions.authorise(request.header("iBaseToken"), request.header("Cookie"));

@@ -1,5 +1,5 @@
-// Every request that reached /deviceManager/rest/, kept exactly as it came, for tests to
-// assert on. Thread-safe; readers get copies.
+// Every request that reached /deviceManager/rest/, kept exactly as it came and as the simulator
+// decoded it, for tests to assert on. Thread-safe; readers get copies.
 #pragma once
 
 #include <cstddef>
@@ -10,6 +10,8 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include <nlohmann/json.hpp>
 
 namespace arraysim {
 
@@ -23,6 +25,11 @@ struct RecordedRequest {
   std::string resource;  // what follows /deviceManager/rest/<device>/, query included
   std::vector<std::pair<std::string, std::string>> headers;  // sorted by name
   std::string body;
+  // What the simulator read, for tests to compare with what the caller meant.
+  std::vector<std::string> segments;  // the resource path after the device, split at '/' then decoded
+  std::vector<std::pair<std::string, std::string>> parameters;  // the query's keys and values, decoded
+  nlohmann::json members;             // the parsed body; null without a body or when it was refused
+  std::string refusal;                // why the request was refused unread ("the body is not valid JSON")
 
   // The first value of a header, compared without case; empty when absent.
   std::string header(std::string_view name) const;

@@ -15,11 +15,11 @@ namespace arraysim {
 // One request to a resource under /deviceManager/rest/<device id>/, after the session check.
 struct ArrayRequest {
   std::string method;
-  std::string path;                          // e.g. "fssnapshot/7@1", without the query
-  std::map<std::string, std::string> query;  // values exactly as sent (nothing is decoded)
+  std::string path;                          // e.g. "fssnapshot/7@1", without the query, as sent
+  std::map<std::string, std::string> query;  // keys and values percent-decoded; the first of a key wins
   std::string queryText;                     // everything after the "?", as sent
   std::string body;
-  std::vector<std::string> parameters;       // the values of the route's {} segments
+  std::vector<std::string> parameters;       // the values of the route's {} segments, decoded
   std::string accountVStoreId;               // the vStore of the logged-in account, if any
 
   std::optional<std::string> queryValue(const std::string& key) const;

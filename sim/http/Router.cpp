@@ -1,5 +1,7 @@
 #include "http/Router.h"
 
+#include "http/PercentDecoding.h"
+
 namespace arraysim {
 namespace {
 
@@ -23,7 +25,8 @@ void Router::add(std::string method, std::string pattern, RouteHandler handler, 
 }
 
 std::optional<Router::Match> Router::match(const std::string& method, std::string_view path) const {
-  const auto segments = Segments(path);
+  // Split first, then decode: an identifier holding "%2F" stays one segment.
+  const auto segments = DecodedSegments(path);
   // A named segment wins over "{}": "lungroup/associate" is no identifier of "lungroup/{}".
   std::optional<Match> best;
   for (const auto& route : routes_) {

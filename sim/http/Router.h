@@ -1,6 +1,7 @@
 // Finds the handler of a resource path. Patterns are paths whose "{}" segments match any one
 // non-empty segment ("fssnapshot/{}"); a trailing slash counts ("system/" is not "system").
-// Of several matching patterns, the one with the fewest "{}" segments serves.
+// Of several matching patterns, the one with the fewest "{}" segments serves. The path is taken
+// as sent; each segment is percent-decoded after the split, and parameters hold decoded values.
 #pragma once
 
 #include <functional>

@@ -20,24 +20,32 @@ std::string Text(const nlohmann::json& body, const char* key) {
   return it != body.end() && it->is_string() ? it->get<std::string>() : std::string();
 }
 
-std::optional<std::string> FileSystemNamed(const FileSystemResources& fileSystems, const std::string& name) {
+// A file system of another vStore is no file system to a request of this one; one outside every
+// vStore serves any.
+bool Sees(const VStoreScope& scope, const FileSystemInfo& info) {
+  return info.vstoreId.empty() || scope.admits(Record{{"vstoreId", info.vstoreId}});
+}
+
+std::optional<std::string> FileSystemNamed(const FileSystemResources& fileSystems, const VStoreScope& scope,
+                                           const std::string& name) {
   for (const auto& info : fileSystems.list()) {
-    if (info.name == name) return info.id;
+    if (info.name == name && Sees(scope, info)) return info.id;
   }
   return std::nullopt;
 }
 
-// Ties a new share to a file system: the body's FSID when given, else the one whose name is the
-// first directory of SHAREPATH. Neither is an unknown object.
+// Ties a new share to a file system the request's vStore sees: the body's FSID when given, else
+// the one whose name is the first directory of SHAREPATH. Neither is an unknown object.
 RouteHook TiedToFileSystem(const FileSystemResources& fileSystems) {
   return [&fileSystems](RouteContext& c) -> std::optional<Reply> {
     const std::string given = Text(c.body, "FSID");
     if (!given.empty()) {
-      if (fileSystems.info(given)) return std::nullopt;
+      const auto info = fileSystems.info(given);
+      if (info && Sees(c.scope, *info)) return std::nullopt;
       return c.fail({codes::kObjectNotFound, "The file system does not exist."});
     }
     const std::string path = Text(c.body, "SHAREPATH");
-    const auto named = FileSystemNamed(fileSystems, path.substr(1, path.find('/', 1) - 1));
+    const auto named = FileSystemNamed(fileSystems, c.scope, path.substr(1, path.find('/', 1) - 1));
     if (!named) return c.fail({codes::kObjectNotFound, "The file system does not exist."});
     c.body["FSID"] = *named;
     return std::nullopt;

@@ -1,5 +1,7 @@
 #include "store/Query.h"
 
+#include "http/PercentDecoding.h"
+
 namespace arraysim {
 namespace {
 
@@ -47,11 +49,14 @@ std::optional<Query> Query::Parse(const std::string& text) {
   for (const auto& piece : Split(text, "&")) {
     const auto equals = piece.find('=');
     if (equals == std::string::npos) continue;
-    query.parameters_.emplace_back(piece.substr(0, equals), piece.substr(equals + 1));
+    const auto rawValue = piece.substr(equals + 1);
+    query.parameters_.emplace_back(PercentDecoded(piece.substr(0, equals)), PercentDecoded(rawValue));
     const auto& [key, value] = query.parameters_.back();
     if (key == "filter") {
-      for (const auto& condition : Split(value, " and ")) {
-        auto filter = ParseFilter(condition);
+      // Conditions are split where the sender wrote " and " itself; an encoded blank belongs
+      // to the value ("NAME::R%26D%20and%20co" is one name).
+      for (const auto& condition : Split(rawValue, " and ")) {
+        auto filter = ParseFilter(PercentDecoded(condition));
         if (!filter) return std::nullopt;
         query.filters_.push_back(std::move(*filter));
       }

@@ -6,8 +6,9 @@
 //   several filters      repeated filter= parameters, or "A::x and B::y" in one; all must hold
 //   range=[a-b]          the items a to b-1 of what the filters kept
 // The text may start with "&" (lun/12?&vstoreId=3) or be empty (lun/12?); a piece without "="
-// (nfshare?filter=FSID:12&range=[0-1]&7) is nobody's parameter and is ignored. Nothing is
-// URL-decoded: clients send the array's queries as plain text.
+// (nfshare?filter=FSID:12&range=[0-1]&7) is nobody's parameter and is ignored. Keys, values
+// and filter conditions are percent-decoded after the split, so "%26" is a '&' of a value;
+// plain text, as the array's own examples write it, reads the same.
 #pragma once
 
 #include <cstddef>
@@ -34,7 +35,7 @@ class Query {
   // parameter.
   static std::optional<Query> Parse(const std::string& text);
 
-  // The first value of a parameter, exactly as sent.
+  // The first value of a parameter, decoded.
   std::optional<std::string> value(const std::string& key) const;
   bool matches(const Record& record) const;
   // The records the filters keep, narrowed to the range.
