@@ -11,9 +11,10 @@ bool isAlphanumeric(unsigned char byte) {
   return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
 }
 
-// The bytes that stand as written in a place; every other byte is percent-encoded.
+// The bytes that stand as written in a place; every other byte is percent-encoded. A '?' inside a
+// query is lawful but refused by some servers' request parsers, so it goes encoded.
 bool keptInQuery(unsigned char byte) {
-  return isAlphanumeric(byte) || (byte != 0 && std::strchr("-._~!$'()*,:@/?[]", byte) != nullptr);
+  return isAlphanumeric(byte) || (byte != 0 && std::strchr("-._~!$'()*,:@/[]", byte) != nullptr);
 }
 
 // ';' and '=' would start parameters of a segment for some servers; '&' and '+' mean nothing here.

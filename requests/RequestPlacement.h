@@ -20,7 +20,7 @@ std::string jsonString(const std::string& value);
 // A value that the array reads as a number: digits stand bare, any other text goes quoted.
 std::string jsonNumberOrString(const std::string& value);
 
-// A value (or a "FIELD:value" filter) in a query. '&', '#', '%', '+', '=', ';', blanks, control
+// A value (or a "FIELD:value" filter) in a query. '&', '#', '?', '%', '+', '=', ';', blanks, control
 // characters, bytes outside ASCII and the bytes a URL cannot hold are percent-encoded; the rest,
 // the filter syntax ':', '[', ']', '-', ',' among it, stands as written.
 std::string queryValue(const std::string& value);
