@@ -747,14 +747,21 @@ const char* named_escape(char c) {
   }
 }
 
+// The stream's flag set by bytes_outside_ascii_as_written().
+int bytes_as_written_flag() {
+  static const int index = std::ios_base::xalloc();
+  return index;
+}
+
 void write_string(std::ostream& out, const std::string& text) {
   out.put('"');
+  const bool outside_ascii_as_written = out.iword(bytes_as_written_flag()) != 0;
   const char* run = text.data();
   const char* const end = run + text.size();
   for (const char* p = run; p != end; ++p) {
     const char* escape = named_escape(*p);
     const int as_signed = static_cast<signed char>(*p);
-    if (!escape && as_signed > 31) continue;
+    if (!escape && (as_signed > 31 || (as_signed < 0 && outside_ascii_as_written))) continue;
     out.write(run, p - run);
     run = p + 1;
     if (escape) {
@@ -771,6 +778,11 @@ void write_string(std::ostream& out, const std::string& text) {
 }
 
 }  // namespace
+
+std::ostream& bytes_outside_ascii_as_written(std::ostream& out) {
+  out.iword(bytes_as_written_flag()) = 1;
+  return out;
+}
 
 std::ostream& operator<<(std::ostream& out, const Value& value) {
   // A reset() value keeps its tag but owns nothing, and writes nothing.

@@ -355,6 +355,9 @@ class Object : public detail::PooledBlock {
 std::ostream& operator<<(std::ostream& out, const Value& value);
 std::ostream& operator<<(std::ostream& out, const Array& array);
 std::ostream& operator<<(std::ostream& out, const Object& object);
+// A manipulator: strings written to this stream afterwards keep their bytes outside ASCII as they
+// are (UTF-8 is JSON's own encoding) instead of the two's-complement escapes written by default.
+std::ostream& bytes_outside_ascii_as_written(std::ostream& out);
 
 // ---------------------------------------------------------------------------
 // Typed access.

@@ -38,8 +38,9 @@ bool HuaweiJSONBaseV2::buildRequest(std::string& body) {
   jsonxx::Object object;
   buildRequest(object);
   if (hasVstore()) object.import("vstoreId", jsonxx::Value(m_vstoreId));
+  // Names in UTF-8 reach the array as the caller wrote them.
   std::ostringstream rendered;
-  rendered << object;
+  rendered << jsonxx::bytes_outside_ascii_as_written << object;
   body = rendered.str();
   return true;
 }
