@@ -78,16 +78,16 @@ std::vector<std::string> ToolRun::outLines() const {
   return lines;
 }
 
-ToolRun RunZrarray(const std::vector<std::string>& arguments, const ToolInput& input) {
+ToolProcess::ToolProcess(const std::vector<std::string>& arguments, const ToolInput& input) {
   Pipe in, out, err;
   int terminal = -1, terminalChild = -1;
   if (input.errorOnTerminal) {
     Check(openpty(&terminal, &terminalChild, nullptr, nullptr, nullptr) == 0, "openpty");
     fcntl(terminal, F_SETFD, FD_CLOEXEC);
   }
-  const pid_t child = fork();
-  Check(child >= 0, "fork");
-  if (child == 0) ExecTool(arguments, input, in.read, out.write, input.errorOnTerminal ? terminalChild : err.write);
+  child_ = fork();
+  Check(child_ >= 0, "fork");
+  if (child_ == 0) ExecTool(arguments, input, in.read, out.write, input.errorOnTerminal ? terminalChild : err.write);
 
   close(in.read);
   close(out.write);
@@ -102,14 +102,29 @@ ToolRun RunZrarray(const std::vector<std::string>& arguments, const ToolInput& i
               static_cast<ssize_t>(input.standardInput.size()),
           "write");
   }
-  close(in.write);
+  in_ = in.write;
+  out_ = out.read;
+  err_ = input.errorOnTerminal ? terminal : err.read;
+}
 
+ToolProcess::~ToolProcess() {
+  if (child_ > 0) finish();
+}
+
+ToolRun ToolProcess::finish() {
+  close(in_);
   ToolRun run;
-  Drain(out.read, input.errorOnTerminal ? terminal : err.read, run);
+  Drain(out_, err_, run);
   int status = 0;
-  Check(waitpid(child, &status, 0) == child, "waitpid");
+  Check(waitpid(child_, &status, 0) == child_, "waitpid");
+  child_ = -1;
   run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  run.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
   return run;
+}
+
+ToolRun RunZrarray(const std::vector<std::string>& arguments, const ToolInput& input) {
+  return ToolProcess(arguments, input).finish();
 }
 
 }  // namespace zrtest

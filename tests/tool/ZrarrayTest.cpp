@@ -1,10 +1,16 @@
 // zrarray end to end: the executable run as its own process against the simulator over HTTPS,
 // its JSON parsed, its exit status and standard error read as an operator or a script would.
+#include <dirent.h>
 #include <sys/stat.h>
 
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <regex>
 #include <set>
+#include <thread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,30 +25,70 @@ namespace {
 using nlohmann::json;
 using testing::HasSubstr;
 using testing::Not;
+using namespace std::chrono_literals;
+
+// Polls until `done` holds, for at most five seconds.
+template <class Condition>
+bool Eventually(Condition done) {
+  for (auto deadline = std::chrono::steady_clock::now() + 5s; std::chrono::steady_clock::now() < deadline;) {
+    if (done()) return true;
+    std::this_thread::sleep_for(10ms);
+  }
+  return done();
+}
+
+// The facade's cookie files of a process: the job identifier the tool passes is its process's.
+std::vector<std::string> CookieFiles(pid_t tool) {
+  const std::string prefix = "tmpHUAWEI-" + std::to_string(tool) + "_";
+  std::vector<std::string> found;
+  for (const auto& entry : std::filesystem::directory_iterator("/")) {
+    const std::string name = entry.path().filename();
+    if (name.compare(0, prefix.size(), prefix) == 0) found.push_back(entry.path());
+  }
+  return found;
+}
+
+std::string LastLine(const std::string& text) {
+  const std::size_t end = text.find_last_not_of('\n');
+  if (end == std::string::npos) return "";
+  const std::size_t start = text.rfind('\n', end);
+  return text.substr(start == std::string::npos ? 0 : start + 1, end - (start == std::string::npos ? 0 : start + 1) + 1);
+}
 
 class Zrarray : public SimulatorTest {
  protected:
   void SetUp() override {
     SimulatorTest::SetUp();
+    std::string pattern = testing::TempDir() + "zrarray-XXXXXX";
+    ASSERT_NE(mkdtemp(pattern.data()), nullptr) << std::strerror(errno);
+    directory_ = pattern;
     passwordFile_ = writeFile("password", std::string(arraysim::SimulatorOptions::kDefaultPassword) + "\n", 0600);
   }
+  void TearDown() override {
+    std::error_code ignored;
+    if (!directory_.empty()) std::filesystem::remove_all(directory_, ignored);
+  }
 
+  // A file in this test's own directory, which goes with the test.
   std::string writeFile(const std::string& name, const std::string& text, mode_t mode) {
-    const std::string path = testing::TempDir() + "zrarray-" + name;
+    const std::string path = directory_ + "/" + name;
     std::ofstream(path, std::ios::trunc) << text;
     chmod(path.c_str(), mode);
     return path;
   }
 
   // The tool pointed at the simulator, trusting its CA, the password from a private file.
-  ToolRun zrarray(std::vector<std::string> arguments, const ToolInput& input = {},
-                  std::vector<std::string> credentials = {}) {
+  std::vector<std::string> command(std::vector<std::string> arguments, std::vector<std::string> credentials = {}) {
     if (credentials.empty()) credentials = {"--password-file", passwordFile_};
     std::vector<std::string> all = {"--address", sim().address(), "--user", "admin",
                                     "--ca-bundle", sim().caCertPath()};
     all.insert(all.end(), credentials.begin(), credentials.end());
     all.insert(all.end(), arguments.begin(), arguments.end());
-    return RunZrarray(all, input);
+    return all;
+  }
+  ToolRun zrarray(std::vector<std::string> arguments, const ToolInput& input = {},
+                  std::vector<std::string> credentials = {}) {
+    return RunZrarray(command(std::move(arguments), std::move(credentials)), input);
   }
 
   json answer(const std::vector<std::string>& arguments) {
@@ -51,6 +97,7 @@ class Zrarray : public SimulatorTest {
     return run.out.empty() ? json() : json::parse(run.out);
   }
 
+  std::string directory_;
   std::string passwordFile_;
 };
 
@@ -277,7 +324,7 @@ TEST_F(ZrarrayWalk, StreamsTheArraysDifferenceAsJsonLines) {
   EXPECT_TRUE(sim().changeLists().openSessions().empty());
 
   // The same entries into a file, a summary on standard output, the progress line on a terminal.
-  const std::string output = testing::TempDir() + "zrarray-walk.jsonl";
+  const std::string output = directory_ + "/walk.jsonl";
   std::vector<std::string> toFile = walk();
   toFile.insert(toFile.end(), {"--output", output});
   const ToolRun filed = zrarray(toFile, {"", {}, true});
@@ -302,6 +349,51 @@ TEST_F(ZrarrayWalk, StopsAndClosesTheSessionWhenTheEntriesCannotBeWritten) {
   EXPECT_THAT(run.err, HasSubstr("changelist walk failed: writing the entries failed"));
   EXPECT_TRUE(sim().changeLists().openSessions().empty());
   EXPECT_EQ(sim().requests().all().back().method, "DELETE");
+}
+
+// A stop signal while a request is in flight: the request is answered, the session closed, the
+// cookie file removed, and the process ends as the signal ends it. A second signal stops waiting;
+// outside a session there is nothing to wait for.
+TEST_F(Zrarray, StopSignalsEndTheCommandTidily) {
+  const auto loggedIn = [this] { return !sim().sessions().open().empty(); };
+  for (const auto& [signal, name] : {std::pair{SIGINT, "SIGINT"}, {SIGTERM, "SIGTERM"}, {SIGHUP, "SIGHUP"}}) {
+    SCOPED_TRACE(name);
+    sim().faults().add(arraysim::FaultRule::On("GET", "system/").delayed(700ms));
+    ToolProcess tool(command({"system", "info"}));
+    const pid_t pid = tool.pid();
+    ASSERT_TRUE(Eventually(loggedIn));
+    std::this_thread::sleep_for(200ms);
+    kill(pid, signal);
+    const ToolRun run = tool.finish();
+    EXPECT_EQ(run.signal, signal) << run.err;
+    EXPECT_EQ(LastLine(run.err), "zrarray: system info stopped by " + std::string(name) +
+                                     "; logged out, cookie file removed");
+    EXPECT_TRUE(sim().sessions().open().empty());
+    EXPECT_TRUE(CookieFiles(pid).empty());
+  }
+
+  sim().faults().add(arraysim::FaultRule::On("GET", "system/").delayed(4s));
+  ToolProcess impatient(command({"system", "info"}));
+  const pid_t pid = impatient.pid();
+  ASSERT_TRUE(Eventually(loggedIn));
+  std::this_thread::sleep_for(200ms);
+  const auto start = std::chrono::steady_clock::now();
+  kill(pid, SIGINT);
+  std::this_thread::sleep_for(100ms);
+  kill(pid, SIGINT);
+  const ToolRun run = impatient.finish();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
+  EXPECT_EQ(run.signal, SIGINT);
+  EXPECT_THAT(run.err, HasSubstr("stopping at once"));
+  EXPECT_TRUE(CookieFiles(pid).empty());
+
+  // Waiting for a password that never comes.
+  sim().requests().clear();
+  ToolProcess reading(command({"system", "info"}, {"--password-stdin"}));
+  std::this_thread::sleep_for(200ms);
+  kill(reading.pid(), SIGTERM);
+  EXPECT_EQ(reading.finish().signal, SIGTERM);
+  EXPECT_TRUE(sim().requests().all().empty());
 }
 
 // --simulator needs no array, no address and no password.

@@ -1,5 +1,6 @@
 #include "Tool.h"
 
+#include <dirent.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -17,6 +18,7 @@
 #include "GlobalOptions.h"
 #include "LogRelay.h"
 #include "PasswordSource.h"
+#include "StopSignals.h"
 
 namespace zrarray {
 
@@ -135,6 +137,19 @@ int Perform(const Command& command, const Arguments& arguments, const GlobalOpti
   return kSuccess;
 }
 
+// The facade's cookie files of this process, found by the job identifier (the process's) in their
+// name, for when the wait for the facade to remove them itself is given up.
+void RemoveCookieFiles() {
+  const std::string prefix = "tmpHUAWEI-" + std::to_string(getpid()) + "_";
+  DIR* root = opendir("/");
+  if (root == nullptr) return;
+  while (const dirent* entry = readdir(root)) {
+    const std::string name = entry->d_name;
+    if (name.compare(0, prefix.size(), prefix) == 0) unlink(("/" + name).c_str());
+  }
+  closedir(root);
+}
+
 int Execute(const Command& command, const Arguments& arguments, const GlobalOptions& options) {
   LogRelay relay(options.logLevel);
   Login login{options.address, options.user, std::string()};
@@ -143,6 +158,9 @@ int Execute(const Command& command, const Arguments& arguments, const GlobalOpti
   }
   if (!options.simulator && login.user.empty()) throw UsageError("give the user with --user (or ZRARRAY_USER)");
   if (!options.simulator || options.passwordSourceGiven()) login.password = ReadPassword(options);
+  // From here a stop signal lets the command end by itself: the simulator's files and the
+  // session go the ordinary way.
+  const StopSignals::Session session(RemoveCookieFiles);
 
   ZRLibCurlOptions transport = options.transport();
   std::unique_ptr<DemoArray> demo;
@@ -176,6 +194,7 @@ int Execute(const Command& command, const Arguments& arguments, const GlobalOpti
 int RunTool(int argc, char** argv) {
   // A closed pipe (`zrarray ... | head`) shows as a failed write, so a walk can still close its session.
   std::signal(SIGPIPE, SIG_IGN);
+  StopSignals::Install();
 
   CLI::App app("Drives a Huawei storage array: one subcommand per operation of the library, JSON on standard "
                "output, log lines on standard error.",
@@ -194,12 +213,19 @@ int RunTool(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kSuccess : kUsage;
   }
+  int status = kUsage;
   try {
-    return Execute(*chosen.command, *chosen.arguments, options);
+    status = Execute(*chosen.command, *chosen.arguments, options);
   } catch (const UsageError& error) {
     std::fprintf(stderr, "zrarray: %s\n", error.what());
-    return kUsage;
   }
+  if (StopSignals::Requested()) {
+    std::fprintf(stderr, "zrarray: %s %s stopped by %s; logged out, cookie file removed\n",
+                 chosen.command->group.c_str(), chosen.command->name.c_str(),
+                 StopSignals::Name(StopSignals::Received()));
+    StopSignals::EndAsReceived();
+  }
+  return status;
 }
 
 }  // namespace zrarray
