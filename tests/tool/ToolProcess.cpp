@@ -37,10 +37,12 @@ struct Pipe {
   dup2(err, STDERR_FILENO);
   for (const char* inherited : {"ZRARRAY_ADDRESS", "ZRARRAY_USER", "ZRARRAY_CA_BUNDLE"}) unsetenv(inherited);
   for (const auto& [name, value] : input.environment) setenv(name.c_str(), value.c_str(), 1);
-  std::vector<char*> argv{const_cast<char*>(ZRARRAY_PATH)};
+  std::vector<char*> argv;
+  for (const std::string& argument : input.runThrough) argv.push_back(const_cast<char*>(argument.c_str()));
+  argv.push_back(const_cast<char*>(ZRARRAY_PATH));
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
-  execv(ZRARRAY_PATH, argv.data());
+  execv(argv.front(), argv.data());
   _exit(127);
 }
 

@@ -15,6 +15,8 @@ struct ToolInput {
   std::vector<std::pair<std::string, std::string>> environment;
   // Standard error on a pseudo-terminal, as when a person runs the tool.
   bool errorOnTerminal = false;
+  // A command that runs the tool, such as setpriv with its options; empty: the tool itself.
+  std::vector<std::string> runThrough;
 };
 
 struct ToolRun {

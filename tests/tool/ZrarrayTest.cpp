@@ -1,7 +1,8 @@
 // zrarray end to end: the executable run as its own process against the simulator over HTTPS,
 // its JSON parsed, its exit status and standard error read as an operator or a script would.
-#include <dirent.h>
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
@@ -48,11 +49,9 @@ std::vector<std::string> CookieFiles(pid_t tool) {
   return found;
 }
 
-std::string LastLine(const std::string& text) {
-  const std::size_t end = text.find_last_not_of('\n');
-  if (end == std::string::npos) return "";
-  const std::size_t start = text.rfind('\n', end);
-  return text.substr(start == std::string::npos ? 0 : start + 1, end - (start == std::string::npos ? 0 : start + 1) + 1);
+std::string LastLine(std::string text) {
+  while (!text.empty() && text.back() == '\n') text.pop_back();
+  return text.substr(text.rfind('\n') + 1);  // npos + 1 is 0
 }
 
 class Zrarray : public SimulatorTest {
@@ -227,9 +226,9 @@ TEST_F(Zrarray, PasswordOnlyFromPrivateFileStandardInputOrANamedVariable) {
   }
   EXPECT_TRUE(sim().requests().all().empty()) << "a refused password was sent";
 
-  EXPECT_EQ(zrarray({"system", "info"}, {password + "\n", {}, false}, {"--password-stdin"}).status, 0);
-  EXPECT_EQ(zrarray({"system", "info"}, {"", {{"ARRAY_SECRET", password}}}, {"--password-env", "ARRAY_SECRET"}).status,
-            0);
+  EXPECT_EQ(zrarray({"system", "info"}, {password + "\n", {}, false, {}}, {"--password-stdin"}).status, 0);
+  const ToolInput secret{"", {{"ARRAY_SECRET", password}}, false, {}};
+  EXPECT_EQ(zrarray({"system", "info"}, secret, {"--password-env", "ARRAY_SECRET"}).status, 0);
   const ToolRun unset = zrarray({"system", "info"}, {}, {"--password-env", "ARRAY_SECRET"});
   EXPECT_EQ(unset.status, 2);
   EXPECT_THAT(unset.err, HasSubstr("ARRAY_SECRET is not set"));
@@ -327,7 +326,7 @@ TEST_F(ZrarrayWalk, StreamsTheArraysDifferenceAsJsonLines) {
   const std::string output = directory_ + "/walk.jsonl";
   std::vector<std::string> toFile = walk();
   toFile.insert(toFile.end(), {"--output", output});
-  const ToolRun filed = zrarray(toFile, {"", {}, true});
+  const ToolRun filed = zrarray(toFile, {"", {}, true, {}});
   ASSERT_EQ(filed.status, 0) << filed.err;
   std::ifstream written(output);
   std::vector<std::string> fileLines;
@@ -356,10 +355,14 @@ TEST_F(ZrarrayWalk, StopsAndClosesTheSessionWhenTheEntriesCannotBeWritten) {
 // outside a session there is nothing to wait for.
 TEST_F(Zrarray, StopSignalsEndTheCommandTidily) {
   const auto loggedIn = [this] { return !sim().sessions().open().empty(); };
+  const std::string runs = directory_ + "/runs";
+  std::filesystem::create_directory(runs);
+  const ToolInput input{"", {{"XDG_RUNTIME_DIR", ""}, {"TMPDIR", runs}}, false, {}};
+  const auto tidy = [&runs](pid_t pid) { return CookieFiles(pid).empty() && std::filesystem::is_empty(runs); };
   for (const auto& [signal, name] : {std::pair{SIGINT, "SIGINT"}, {SIGTERM, "SIGTERM"}, {SIGHUP, "SIGHUP"}}) {
     SCOPED_TRACE(name);
     sim().faults().add(arraysim::FaultRule::On("GET", "system/").delayed(700ms));
-    ToolProcess tool(command({"system", "info"}));
+    ToolProcess tool(command({"system", "info"}), input);
     const pid_t pid = tool.pid();
     ASSERT_TRUE(Eventually(loggedIn));
     std::this_thread::sleep_for(200ms);
@@ -369,11 +372,11 @@ TEST_F(Zrarray, StopSignalsEndTheCommandTidily) {
     EXPECT_EQ(LastLine(run.err), "zrarray: system info stopped by " + std::string(name) +
                                      "; logged out, cookie file removed");
     EXPECT_TRUE(sim().sessions().open().empty());
-    EXPECT_TRUE(CookieFiles(pid).empty());
+    EXPECT_TRUE(tidy(pid));
   }
 
   sim().faults().add(arraysim::FaultRule::On("GET", "system/").delayed(4s));
-  ToolProcess impatient(command({"system", "info"}));
+  ToolProcess impatient(command({"system", "info"}), input);
   const pid_t pid = impatient.pid();
   ASSERT_TRUE(Eventually(loggedIn));
   std::this_thread::sleep_for(200ms);
@@ -385,7 +388,7 @@ TEST_F(Zrarray, StopSignalsEndTheCommandTidily) {
   EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
   EXPECT_EQ(run.signal, SIGINT);
   EXPECT_THAT(run.err, HasSubstr("stopping at once"));
-  EXPECT_TRUE(CookieFiles(pid).empty());
+  EXPECT_TRUE(tidy(pid));
 
   // Waiting for a password that never comes.
   sim().requests().clear();
@@ -394,6 +397,49 @@ TEST_F(Zrarray, StopSignalsEndTheCommandTidily) {
   kill(reading.pid(), SIGTERM);
   EXPECT_EQ(reading.finish().signal, SIGTERM);
   EXPECT_TRUE(sim().requests().all().empty());
+}
+
+// Any user may run the tool: the run's files go to a private directory of the user's, which goes
+// with the run; a runtime directory that is not private to the user is passed over.
+TEST_F(Zrarray, RunsAsAnOrdinaryUser) {
+  if (geteuid() != 0) GTEST_SKIP() << "becoming another user needs root";
+  ToolInput asNobody;
+  asNobody.runThrough = {"/usr/bin/setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups", "--"};
+  if (RunZrarray({"--help"}, asNobody).status != 0) GTEST_SKIP() << "the build tree is out of nobody's reach";
+
+  const struct passwd* nobody = getpwnam("nobody");
+  ASSERT_NE(nobody, nullptr);
+  chmod(directory_.c_str(), 0755);
+  const auto ownDirectory = [&](const std::string& name, uid_t owner, mode_t mode) {
+    const std::string path = directory_ + "/" + name;
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(chown(path.c_str(), owner, static_cast<gid_t>(-1)), 0);
+    chmod(path.c_str(), mode);
+    return path;
+  };
+  const std::string runtime = ownDirectory("runtime", nobody->pw_uid, 0700);
+  const std::string shared = ownDirectory("shared", 0, 0755);
+  const std::string temporary = ownDirectory("temporary", nobody->pw_uid, 0700);
+  struct Case {
+    std::string runtimeDirectory, temporaryDirectory, expectedParent;
+  };
+  const Case rows[] = {{"", "", "/tmp"}, {runtime, temporary, runtime}, {shared, temporary, temporary}};
+  for (const Case& row : rows) {
+    SCOPED_TRACE(row.expectedParent);
+    ToolInput input = asNobody;
+    input.environment = {{"XDG_RUNTIME_DIR", row.runtimeDirectory}, {"TMPDIR", row.temporaryDirectory}};
+    const ToolRun run =
+        RunZrarray({"--simulator", "--simulator-address", "127.0.0.26", "--log-level", "5", "fs", "list"}, input);
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(json::parse(run.out)[0]["name"], "projects");
+    std::smatch cookie;
+    const std::regex removed(R"(Removing the cookie file \[((.*)/zrarray-\w+)/HUAWEI-)");
+    ASSERT_TRUE(std::regex_search(run.err, cookie, removed));
+    EXPECT_EQ(cookie[2], row.expectedParent);
+    EXPECT_FALSE(std::filesystem::exists(cookie[1].str())) << "the run's directory is left";
+  }
+  EXPECT_TRUE(std::filesystem::is_empty(runtime));
+  EXPECT_TRUE(std::filesystem::is_empty(temporary));
 }
 
 // --simulator needs no array, no address and no password.

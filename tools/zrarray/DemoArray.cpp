@@ -36,9 +36,10 @@ nlohmann::json DemoSeed() {
 
 }  // namespace
 
-DemoArray::DemoArray(const std::string& address) {
+DemoArray::DemoArray(const std::string& address, const std::string& certificateDirectory) {
   arraysim::SimulatorOptions options;
   options.address = address;
+  options.certificateDirectory = certificateDirectory;
   options.seed = DemoSeed();
   options.threads = 2;
   simulator_ = std::make_unique<arraysim::ArraySimulator>(options);

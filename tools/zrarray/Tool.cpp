@@ -1,6 +1,5 @@
 #include "Tool.h"
 
-#include <dirent.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -18,7 +17,9 @@
 #include "GlobalOptions.h"
 #include "LogRelay.h"
 #include "PasswordSource.h"
+#include "RunDirectory.h"
 #include "StopSignals.h"
+#include "ZrLibrarySettings.h"
 
 namespace zrarray {
 
@@ -137,19 +138,6 @@ int Perform(const Command& command, const Arguments& arguments, const GlobalOpti
   return kSuccess;
 }
 
-// The facade's cookie files of this process, found by the job identifier (the process's) in their
-// name, for when the wait for the facade to remove them itself is given up.
-void RemoveCookieFiles() {
-  const std::string prefix = "tmpHUAWEI-" + std::to_string(getpid()) + "_";
-  DIR* root = opendir("/");
-  if (root == nullptr) return;
-  while (const dirent* entry = readdir(root)) {
-    const std::string name = entry->d_name;
-    if (name.compare(0, prefix.size(), prefix) == 0) unlink(("/" + name).c_str());
-  }
-  closedir(root);
-}
-
 int Execute(const Command& command, const Arguments& arguments, const GlobalOptions& options) {
   LogRelay relay(options.logLevel);
   Login login{options.address, options.user, std::string()};
@@ -158,15 +146,25 @@ int Execute(const Command& command, const Arguments& arguments, const GlobalOpti
   }
   if (!options.simulator && login.user.empty()) throw UsageError("give the user with --user (or ZRARRAY_USER)");
   if (!options.simulator || options.passwordSourceGiven()) login.password = ReadPassword(options);
-  // From here a stop signal lets the command end by itself: the simulator's files and the
-  // session go the ordinary way.
-  const StopSignals::Session session(RemoveCookieFiles);
+  std::unique_ptr<RunDirectory> directory;
+  try {
+    directory = std::make_unique<RunDirectory>();
+  } catch (const std::exception& error) {
+    Report(command.group + " " + command.name, Outcome::failure(error.what()));
+    return kFailed;
+  }
+  ZrLibrarySettings settings = ZrLibraryGetSettings();
+  settings.cookieDirectory = directory->path();
+  ZrLibrarySetSettings(settings);
+  // From here a stop signal lets the command end by itself: the session and the run's directory
+  // go the ordinary way.
+  const StopSignals::Session session([&directory] { directory->remove(); });
 
   ZRLibCurlOptions transport = options.transport();
   std::unique_ptr<DemoArray> demo;
   if (options.simulator) {
     try {
-      demo = std::make_unique<DemoArray>(options.simulatorAddress);
+      demo = std::make_unique<DemoArray>(options.simulatorAddress, directory->path() + "/simulator");
     } catch (const std::exception& error) {
       Report("starting the simulator on " + options.simulatorAddress, Outcome::failure(error.what()));
       return kFailed;
@@ -206,7 +204,12 @@ int RunTool(int argc, char** argv) {
   Chosen chosen;
   AddCommands(app, commands, values, chosen);
   app.require_subcommand(1);
-  app.footer("Exit status: 0 success, 1 the operation failed (reason on standard error), 2 usage error.");
+  app.footer(
+      "Exit status: 0 success, 1 the operation failed (reason on standard error), 2 usage error; ended by "
+      "SIGINT, SIGTERM or SIGHUP after logging out.\n"
+      "Files: the session's cookie file (and --simulator's keys) live in a private directory made for the run "
+      "(mode 0700) under $XDG_RUNTIME_DIR, else $TMPDIR, else /tmp, and removed at exit: any user may run the "
+      "tool.");
 
   try {
     app.parse(argc, argv);
