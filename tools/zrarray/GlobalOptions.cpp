@@ -46,9 +46,9 @@ void GlobalOptions::addTo(CLI::App& app) {
 
   const char* const kOutput = "Output";
   app.add_option("--log-level", logLevel,
-                 "Log lines on standard error up to this level: -1 errors, 0 progress, 3-4 detail, 5 requests")
+                 "Also the library's own log lines on standard error, up to this level: -1 errors, 0 progress, "
+                 "3-4 detail, 5 requests (default: none, one line of the tool's per failure)")
       ->check(CLI::Range(-1, 7))
-      ->capture_default_str()
       ->group(kOutput);
   app.add_option_function<std::string>(
          "--format", [this](const std::string& name) { format = name == "table" ? Format::Table : Format::Json; },

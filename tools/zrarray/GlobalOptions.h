@@ -26,7 +26,9 @@ struct GlobalOptions {
   double connectTimeoutSeconds = 10;
   double timeoutSeconds = 300;
 
-  int logLevel = 0;
+  // Below -1: no line of the library at all; the tool's one line per failure says what and why.
+  static constexpr int kNoLibraryLines = -2;
+  int logLevel = kNoLibraryLines;
   Format format = Format::Json;
 
   bool simulator = false;

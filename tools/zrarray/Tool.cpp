@@ -89,13 +89,36 @@ std::string ReadPassword(const GlobalOptions& options) {
       "(a password on the command line would be visible to other users)");
 }
 
+// Texts of the array and of the caller may hold control characters: shown, never obeyed.
+std::string Visible(const std::string& text) {
+  std::string shown;
+  for (const unsigned char c : text) {
+    if (c >= 0x20 && c != 0x7f) {
+      shown += static_cast<char>(c);
+    } else {
+      char escaped[8];
+      std::snprintf(escaped, sizeof escaped, "\\x%02x", c);
+      shown += escaped;
+    }
+  }
+  return shown;
+}
+
+// One line that says what failed and why: the operation's text, the connection's cause, and the
+// array's code with its own words in quotes.
 void Report(const std::string& what, const Outcome& outcome) {
   std::string line = "zrarray: " + what + " failed";
   if (!outcome.reason.empty()) line += ": " + outcome.reason;
+  if (!outcome.cause.empty()) line += ": " + outcome.cause;
   if (outcome.arrayCode != 0) {
-    line += " [array code " + std::to_string(outcome.arrayCode) + ": " + outcome.arrayDescription + "]";
+    line += " (array code " + std::to_string(outcome.arrayCode);
+    if (!outcome.arrayDescription.empty()) line += ": \"" + outcome.arrayDescription + "\"";
+    line += ")";
   }
-  std::fprintf(stderr, "%s\n", line.c_str());
+  if (outcome.reason.empty() && outcome.cause.empty() && outcome.arrayCode == 0) {
+    line += " (the library said no more; --log-level 4 shows its lines)";
+  }
+  std::fprintf(stderr, "%s\n", Visible(line).c_str());
 }
 
 struct Login {
