@@ -344,6 +344,46 @@ TEST_F(Zrarray, HelpOnEveryLevelAndUsageErrorsExitTwo) {
   EXPECT_TRUE(sim().requests().all().empty());
 }
 
+// Mistakes on the command line are named plainly, in the operator's words.
+TEST_F(Zrarray, CommandLineMistakesSayWhatIsWrong) {
+  struct Row {
+    std::vector<std::string> arguments;
+    int status;
+    std::string line;  // the last line of standard error, as a regular expression
+  };
+  const std::string simulator = "--simulator-address=127.0.0.26";
+  const std::vector<Row> rows = {
+      {{"lun", "frobnicate"}, 2, "zrarray: lun: no subcommand 'frobnicate'; `zrarray lun --help` lists them"},
+      {{"lun"}, 2, "zrarray: lun: a subcommand is needed; `zrarray lun --help` lists them"},
+      {{"--connect-timeout", "0", "fs", "list"}, 2,
+       "zrarray: --connect-timeout: '0' is not a number of seconds from 0.001 to 86400, such as 10 or 0.5 "
+       "\\(--help shows the usage\\)"},
+      {{"--timeout", "soon", "fs", "list"}, 2, "zrarray: --timeout: 'soon' is not a number of seconds .*"},
+      {{"lun", "create", "--name", "a", "--pool-id", "0", "--capacity", "5", "--controller", "0A", "--alloc-type",
+        "medium"},
+       2, "zrarray: --alloc-type: 'medium' is not one of thick\\|thin .*"},
+      {{"lun", "create", "--name", "a", "--pool-id", "0", "--capacity", "lots", "--controller", "0A"}, 2,
+       "zrarray: --capacity: 'lots' is not a number .*"},
+      {{"--simulator", "--simulator-address", sim().address(), "fs", "list"}, 1,
+       "zrarray: starting the simulator on " + sim().address() + " failed: port 8088 of " + sim().address() +
+           ": Address already in use \\(another --simulator run\\? .*\\)"},
+  };
+  for (const Row& row : rows) {
+    const ToolRun run = RunZrarray(row.arguments);
+    EXPECT_EQ(run.status, row.status) << testing::PrintToString(row.arguments) << run.err;
+    EXPECT_THAT(LastLine(run.err), testing::MatchesRegex(row.line)) << testing::PrintToString(row.arguments);
+  }
+  EXPECT_TRUE(sim().requests().all().empty());
+
+  const ToolRun version = RunZrarray({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_THAT(version.out, testing::MatchesRegex("zrarray [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+  // An exported address belongs to the array; --simulator talks to its own.
+  const ToolRun exported =
+      RunZrarray({"--simulator", simulator, "fs", "list"}, {"", {{"ZRARRAY_ADDRESS", "192.0.2.1"}}, false, {}});
+  EXPECT_EQ(exported.status, 0) << exported.err;
+}
+
 class ZrarrayWalk : public Zrarray {
  protected:
   void SetUp() override {
@@ -420,7 +460,7 @@ TEST_F(Zrarray, StopSignalsEndTheCommandTidily) {
   const auto tidy = [&runs](pid_t pid) { return CookieFiles(pid).empty() && std::filesystem::is_empty(runs); };
   for (const auto& [signal, name] : {std::pair{SIGINT, "SIGINT"}, {SIGTERM, "SIGTERM"}, {SIGHUP, "SIGHUP"}}) {
     SCOPED_TRACE(name);
-    sim().faults().add(arraysim::FaultRule::On("GET", "system/").delayed(700ms));
+    sim().faults().add(arraysim::FaultRule::On("GET", "system/").delayed(2s));
     ToolProcess tool(command({"system", "info"}), input);
     const pid_t pid = tool.pid();
     ASSERT_TRUE(Eventually(loggedIn));

@@ -35,6 +35,9 @@ struct GlobalOptions {
   std::string simulatorAddress = "127.0.0.1";
 
   void addTo(CLI::App& app);
+  // Address, user and CA bundle from ZRARRAY_ADDRESS, ZRARRAY_USER and ZRARRAY_CA_BUNDLE where the
+  // command line gave none; not for --simulator, whose array is its own.
+  void readEnvironment();
   ZRLibCurlOptions transport() const;
   bool passwordSourceGiven() const { return !passwordFile.empty() || passwordStdin || !passwordEnv.empty(); }
 };

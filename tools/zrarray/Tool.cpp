@@ -45,6 +45,20 @@ CLI::Validator Digits() {
       "NUMBER");
 }
 
+// One of the words, replaced by the array's value for it.
+CLI::Validator Words(const std::map<std::string, std::string>& words) {
+  std::string listed;
+  for (const auto& entry : words) listed += (listed.empty() ? "" : "|") + entry.first;
+  return CLI::Validator(
+      [words, listed](std::string& text) {
+        const auto found = words.find(text);
+        if (found == words.end()) return "'" + text + "' is not one of " + listed;
+        text = found->second;
+        return std::string();
+      },
+      listed);
+}
+
 void AddArgument(CLI::App& command, const Argument& argument, Arguments& values) {
   const std::string option = "--" + argument.name;
   if (argument.kind == Argument::Kind::Flag) {
@@ -56,7 +70,7 @@ void AddArgument(CLI::App& command, const Argument& argument, Arguments& values)
                            : command.add_option(option, values.textSlot(argument.name), argument.help);
   if (argument.required) added->required();
   if (argument.kind == Argument::Kind::Number) added->check(Digits());
-  if (!argument.words.empty()) added->transform(CLI::CheckedTransformer(argument.words));
+  if (!argument.words.empty()) added->transform(Words(argument.words));
   if (!argument.fallback.empty()) added->run_callback_for_default()->default_val(argument.fallback);
 }
 
@@ -119,6 +133,22 @@ void Report(const std::string& what, const Outcome& outcome) {
     line += " (the library said no more; --log-level 4 shows its lines)";
   }
   std::fprintf(stderr, "%s\n", Visible(line).c_str());
+}
+
+// A group given without one of its subcommands, as "<group>: no subcommand '<word>'" or
+// "<group>: a subcommand is needed"; empty for any other mistake, which CLI11 words well enough.
+std::string GroupWithoutSubcommand(const CLI::App& app) {
+  for (const CLI::App* group : app.get_subcommands()) {
+    if (!group->get_subcommands().empty()) continue;
+    // A word the group did not know may have fallen through to the top.
+    std::vector<std::string> words = group->remaining();
+    for (const std::string& word : app.remaining()) words.push_back(word);
+    if (words.empty()) return group->get_name() + ": a subcommand is needed";
+    // An unknown option: CLI11 names it.
+    if (words.front().empty() || words.front().front() == '-') return "";
+    return group->get_name() + ": no subcommand '" + words.front() + "'";
+  }
+  return "";
 }
 
 struct Login {
@@ -227,6 +257,10 @@ int RunTool(int argc, char** argv) {
   Chosen chosen;
   AddCommands(app, commands, values, chosen);
   app.require_subcommand(1);
+  app.set_version_flag("--version", std::string("zrarray ") + ZRARRAY_VERSION);
+  app.failure_message([](const CLI::App*, const CLI::Error& error) {
+    return "zrarray: " + std::string(error.what()) + " (--help shows the usage)\n";
+  });
   app.footer(
       "Exit status: 0 success, 1 the operation failed (reason on standard error), 2 usage error; ended by "
       "SIGINT, SIGTERM or SIGHUP after logging out.\n"
@@ -237,8 +271,14 @@ int RunTool(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kSuccess : kUsage;
+    // --help and --version come this way too, with status 0.
+    const std::string group = error.get_exit_code() == 0 ? "" : GroupWithoutSubcommand(app);
+    if (group.empty()) return app.exit(error) == 0 ? kSuccess : kUsage;
+    std::fprintf(stderr, "zrarray: %s; `zrarray %s --help` lists them\n", group.c_str(),
+                 group.substr(0, group.find(':')).c_str());
+    return kUsage;
   }
+  options.readEnvironment();
   int status = kUsage;
   try {
     status = Execute(*chosen.command, *chosen.arguments, options);
