@@ -109,10 +109,6 @@ ToolProcess::ToolProcess(const std::vector<std::string>& arguments, const ToolIn
   err_ = input.errorOnTerminal ? terminal : err.read;
 }
 
-ToolProcess::~ToolProcess() {
-  if (child_ > 0) finish();
-}
-
 ToolRun ToolProcess::finish() {
   close(in_);
   ToolRun run;

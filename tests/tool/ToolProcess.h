@@ -29,13 +29,10 @@ struct ToolRun {
 };
 
 // A run that goes on while the test acts on it, e.g. sends it a signal. Standard input stays open
-// until finish().
+// until finish(), which must be called.
 class ToolProcess {
  public:
   explicit ToolProcess(const std::vector<std::string>& arguments, const ToolInput& input = {});
-  ~ToolProcess();
-  ToolProcess(const ToolProcess&) = delete;
-  ToolProcess& operator=(const ToolProcess&) = delete;
 
   pid_t pid() const { return child_; }
   // Closes standard input, reads both streams to their end, waits for the process.

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstring>
@@ -27,27 +28,6 @@ using nlohmann::json;
 using testing::HasSubstr;
 using testing::Not;
 using namespace std::chrono_literals;
-
-// Polls until `done` holds, for at most five seconds.
-template <class Condition>
-bool Eventually(Condition done) {
-  for (auto deadline = std::chrono::steady_clock::now() + 5s; std::chrono::steady_clock::now() < deadline;) {
-    if (done()) return true;
-    std::this_thread::sleep_for(10ms);
-  }
-  return done();
-}
-
-// The facade's cookie files of a process: the job identifier the tool passes is its process's.
-std::vector<std::string> CookieFiles(pid_t tool) {
-  const std::string prefix = "tmpHUAWEI-" + std::to_string(tool) + "_";
-  std::vector<std::string> found;
-  for (const auto& entry : std::filesystem::directory_iterator("/")) {
-    const std::string name = entry.path().filename();
-    if (name.compare(0, prefix.size(), prefix) == 0) found.push_back(entry.path());
-  }
-  return found;
-}
 
 std::string LastLine(std::string text) {
   while (!text.empty() && text.back() == '\n') text.pop_back();
@@ -90,9 +70,11 @@ class Zrarray : public SimulatorTest {
     return RunZrarray(command(std::move(arguments), std::move(credentials)), input);
   }
 
+  // A success says nothing on standard error, whatever the library logged on the way.
   json answer(const std::vector<std::string>& arguments) {
     const ToolRun run = zrarray(arguments);
     EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");
     return run.out.empty() ? json() : json::parse(run.out);
   }
 
@@ -142,6 +124,7 @@ TEST_F(Zrarray, SnapshotLifecycle) {
   EXPECT_EQ(deleted.status, 0) << deleted.err;
   EXPECT_EQ(deleted.out, "");
   EXPECT_EQ(answer({"snapshot", "exists", "--id", id})["present"], false);
+  answer({"snapshot", "delete", "--id", id});  // gone already: a success
 }
 
 // Each failure is one line on standard error that says what failed and why: the operation's own
@@ -150,32 +133,27 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
   const std::string wrong = writeFile("wrong", "not-the-password", 0600);
   const std::string notPem = writeFile("not-pem", "not a certificate\n", 0644);
   const std::string login = "zrarray: login to " + sim().address() + " as admin failed: ";
+  const std::string unsent = login + "Error while sending the request: ";
   struct Row {
     std::string name;
     std::vector<std::string> arguments;
     std::string line;  // the one line, as a regular expression
   };
-  const auto at = [this](std::vector<std::string> arguments) {
-    std::vector<std::string> all = {"--address", sim().address(), "--user", "admin", "--password-file", passwordFile_};
-    all.insert(all.end(), arguments.begin(), arguments.end());
+  const auto at = [this](const std::string& address, const std::string& password, std::vector<std::string> more) {
+    std::vector<std::string> all = {"--address", address, "--user", "admin", "--password-file", password};
+    all.insert(all.end(), more.begin(), more.end());
+    all.insert(all.end(), {"system", "info"});
     return all;
   };
+  const std::string ca = sim().caCertPath(), pin = "sha256//AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA=";
   const std::vector<Row> rows = {
-      {"closed port",
-       {"--address", "127.0.0.99", "--user", "admin", "--password-file", passwordFile_, "--ca-bundle",
-        sim().caCertPath(), "system", "info"},
+      {"closed port", at("127.0.0.99", passwordFile_, {"--ca-bundle", ca}),
        "zrarray: login to 127.0.0.99 as admin failed: Error while sending the request: Couldn't connect to server "
        "\\(Failed to connect to 127.0.0.99 port 8088 .*\\)"},
-      {"unknown CA", at({"system", "info"}), login + "Error while sending the request: .*certificate.*"},
-      {"wrong pin",
-       at({"--ca-bundle", sim().caCertPath(), "--pin", "sha256//AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA=", "system",
-           "info"}),
-       login + "Error while sending the request: .*pinned public key.*"},
-      {"CA file not PEM", at({"--ca-bundle", notPem, "system", "info"}),
-       login + "Error while sending the request: No trusted certificates: .*"},
-      {"wrong password",
-       {"--address", sim().address(), "--user", "admin", "--password-file", wrong, "--ca-bundle", sim().caCertPath(),
-        "system", "info"},
+      {"unknown CA", at(sim().address(), passwordFile_, {}), unsent + ".*certificate.*"},
+      {"wrong pin", at(sim().address(), passwordFile_, {"--ca-bundle", ca, "--pin", pin}), unsent + ".*pinned.*"},
+      {"CA not PEM", at(sim().address(), passwordFile_, {"--ca-bundle", notPem}), unsent + "No trusted certificates.*"},
+      {"wrong password", at(sim().address(), wrong, {"--ca-bundle", ca}),
        login + "Unable to get the base token information \\(array code 1077949061: "
                "\"The user name or password is incorrect.\"\\)"},
       {"absent snapshot", command({"snapshot", "info", "--id", "9@9"}),
@@ -185,9 +163,6 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
        command({"lun", "create", "--name", "v", "--pool-id", "9", "--capacity", "1", "--controller", "0A"}),
        "zrarray: lun create failed: Unable to process the req for operation \\[CreateLUN\\] "
        "\\(array code 1077948996: \"The storage pool does not exist.\"\\)"},
-      {"absent LUN", command({"lun", "info", "--lun-id", "77"}),
-       "zrarray: lun info failed: \\[ERROR\\] LUN with ID \\[77\\] does not exist "
-       "\\(array code 1077936859: \"The LUN does not exist.\"\\)"},
   };
   for (const Row& row : rows) {
     const ToolRun run = RunZrarray(row.arguments);
@@ -197,23 +172,10 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
   }
 }
 
-// A success says nothing on standard error, whatever the library logged on the way.
 TEST_F(Zrarray, SuccessesAreQuietAtTheDefaultLevel) {
-  const std::string fileSystem = sim().fileSystems().create("projects");
-  const std::vector<std::vector<std::string>> successes = {
-      {"snapshot", "exists", "--id", "9@9"},
-      {"snapshot", "delete", "--id", "9@9"},
-      {"share", "find", "--protocol", "cifs", "--name", "nosuch"},
-      {"host", "create", "--host-name", "web1"},
-      {"host", "create", "--host-name", "web1"},
-  };
-  for (const auto& arguments : successes) {
-    const ToolRun run = zrarray(arguments);
-    EXPECT_EQ(run.status, 0) << testing::PrintToString(arguments) << run.err;
-    EXPECT_EQ(run.err, "") << testing::PrintToString(arguments);
-  }
-  const ToolRun verbose = zrarray({"--log-level", "0", "snapshot", "exists", "--id", "9@9"});
-  EXPECT_THAT(verbose.err, HasSubstr("Initializing Huawei params."));
+  for (int twice = 0; twice < 2; ++twice) answer({"host", "create", "--host-name", "web1"});
+  answer({"share", "find", "--protocol", "cifs", "--name", "nosuch"});
+  EXPECT_THAT(zrarray({"--log-level", "0", "fs", "list"}).err, HasSubstr("Initializing Huawei params."));
 }
 
 // One subcommand of each SAN and NAS group makes an object; the array's store holds it as told.
@@ -351,14 +313,11 @@ TEST_F(Zrarray, CommandLineMistakesSayWhatIsWrong) {
     int status;
     std::string line;  // the last line of standard error, as a regular expression
   };
-  const std::string simulator = "--simulator-address=127.0.0.26";
   const std::vector<Row> rows = {
       {{"lun", "frobnicate"}, 2, "zrarray: lun: no subcommand 'frobnicate'; `zrarray lun --help` lists them"},
-      {{"lun"}, 2, "zrarray: lun: a subcommand is needed; `zrarray lun --help` lists them"},
       {{"--connect-timeout", "0", "fs", "list"}, 2,
        "zrarray: --connect-timeout: '0' is not a number of seconds from 0.001 to 86400, such as 10 or 0.5 "
        "\\(--help shows the usage\\)"},
-      {{"--timeout", "soon", "fs", "list"}, 2, "zrarray: --timeout: 'soon' is not a number of seconds .*"},
       {{"lun", "create", "--name", "a", "--pool-id", "0", "--capacity", "5", "--controller", "0A", "--alloc-type",
         "medium"},
        2, "zrarray: --alloc-type: 'medium' is not one of thick\\|thin .*"},
@@ -375,13 +334,10 @@ TEST_F(Zrarray, CommandLineMistakesSayWhatIsWrong) {
   }
   EXPECT_TRUE(sim().requests().all().empty());
 
-  const ToolRun version = RunZrarray({"--version"});
-  EXPECT_EQ(version.status, 0);
-  EXPECT_THAT(version.out, testing::MatchesRegex("zrarray [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+  EXPECT_THAT(RunZrarray({"--version"}).out, testing::MatchesRegex("zrarray [0-9]+\\.[0-9]+\\.[0-9]+\n"));
   // An exported address belongs to the array; --simulator talks to its own.
-  const ToolRun exported =
-      RunZrarray({"--simulator", simulator, "fs", "list"}, {"", {{"ZRARRAY_ADDRESS", "192.0.2.1"}}, false, {}});
-  EXPECT_EQ(exported.status, 0) << exported.err;
+  const ToolInput exported{"", {{"ZRARRAY_ADDRESS", "192.0.2.1"}}, false, {}};
+  EXPECT_EQ(RunZrarray({"--simulator", "--simulator-address=127.0.0.26", "fs", "list"}, exported).status, 0);
 }
 
 class ZrarrayWalk : public Zrarray {
@@ -450,56 +406,45 @@ TEST_F(ZrarrayWalk, StopsAndClosesTheSessionWhenTheEntriesCannotBeWritten) {
 }
 
 // A stop signal while a request is in flight: the request is answered, the session closed, the
-// cookie file removed, and the process ends as the signal ends it. A second signal stops waiting;
-// outside a session there is nothing to wait for.
+// cookie file removed, and the process ends as the signal ends it. A second signal stops waiting.
 TEST_F(Zrarray, StopSignalsEndTheCommandTidily) {
-  const auto loggedIn = [this] { return !sim().sessions().open().empty(); };
+  const auto loggedIn = [this] {  // for at most five seconds
+    for (int tries = 0; tries < 500 && sim().sessions().open().empty(); ++tries) std::this_thread::sleep_for(10ms);
+    return !sim().sessions().open().empty();
+  };
   const std::string runs = directory_ + "/runs";
   std::filesystem::create_directory(runs);
   const ToolInput input{"", {{"XDG_RUNTIME_DIR", ""}, {"TMPDIR", runs}}, false, {}};
-  const auto tidy = [&runs](pid_t pid) { return CookieFiles(pid).empty() && std::filesystem::is_empty(runs); };
   for (const auto& [signal, name] : {std::pair{SIGINT, "SIGINT"}, {SIGTERM, "SIGTERM"}, {SIGHUP, "SIGHUP"}}) {
     SCOPED_TRACE(name);
     sim().faults().add(arraysim::FaultRule::On("GET", "system/").delayed(2s));
     ToolProcess tool(command({"system", "info"}), input);
-    const pid_t pid = tool.pid();
-    ASSERT_TRUE(Eventually(loggedIn));
+    ASSERT_TRUE(loggedIn());
     std::this_thread::sleep_for(200ms);
-    kill(pid, signal);
+    kill(tool.pid(), signal);
     const ToolRun run = tool.finish();
     EXPECT_EQ(run.signal, signal) << run.err;
     EXPECT_EQ(LastLine(run.err), "zrarray: system info stopped by " + std::string(name) +
                                      "; logged out, cookie file removed");
     EXPECT_TRUE(sim().sessions().open().empty());
-    EXPECT_TRUE(tidy(pid));
+    EXPECT_TRUE(std::filesystem::is_empty(runs));
   }
 
   sim().faults().add(arraysim::FaultRule::On("GET", "system/").delayed(4s));
   ToolProcess impatient(command({"system", "info"}), input);
-  const pid_t pid = impatient.pid();
-  ASSERT_TRUE(Eventually(loggedIn));
+  ASSERT_TRUE(loggedIn());
   std::this_thread::sleep_for(200ms);
   const auto start = std::chrono::steady_clock::now();
-  kill(pid, SIGINT);
-  std::this_thread::sleep_for(100ms);
-  kill(pid, SIGINT);
+  for (int twice = 0; twice < 2; ++twice, std::this_thread::sleep_for(100ms)) kill(impatient.pid(), SIGINT);
   const ToolRun run = impatient.finish();
   EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
   EXPECT_EQ(run.signal, SIGINT);
   EXPECT_THAT(run.err, HasSubstr("stopping at once"));
-  EXPECT_TRUE(tidy(pid));
-
-  // Waiting for a password that never comes.
-  sim().requests().clear();
-  ToolProcess reading(command({"system", "info"}, {"--password-stdin"}));
-  std::this_thread::sleep_for(200ms);
-  kill(reading.pid(), SIGTERM);
-  EXPECT_EQ(reading.finish().signal, SIGTERM);
-  EXPECT_TRUE(sim().requests().all().empty());
+  EXPECT_TRUE(std::filesystem::is_empty(runs));
 }
 
-// Any user may run the tool: the run's files go to a private directory of the user's, which goes
-// with the run; a runtime directory that is not private to the user is passed over.
+// Any user may run the tool: the run's files go to a private directory of the user's, made through
+// the library's cookie-directory setting, which goes with the run.
 TEST_F(Zrarray, RunsAsAnOrdinaryUser) {
   if (geteuid() != 0) GTEST_SKIP() << "becoming another user needs root";
   ToolInput asNobody;
@@ -509,36 +454,28 @@ TEST_F(Zrarray, RunsAsAnOrdinaryUser) {
   const struct passwd* nobody = getpwnam("nobody");
   ASSERT_NE(nobody, nullptr);
   chmod(directory_.c_str(), 0755);
-  const auto ownDirectory = [&](const std::string& name, uid_t owner, mode_t mode) {
+  const auto made = [&](const std::string& name, uid_t owner) {
     const std::string path = directory_ + "/" + name;
     std::filesystem::create_directory(path);
     EXPECT_EQ(chown(path.c_str(), owner, static_cast<gid_t>(-1)), 0);
-    chmod(path.c_str(), mode);
+    chmod(path.c_str(), 0700);
     return path;
   };
-  const std::string runtime = ownDirectory("runtime", nobody->pw_uid, 0700);
-  const std::string shared = ownDirectory("shared", 0, 0755);
-  const std::string temporary = ownDirectory("temporary", nobody->pw_uid, 0700);
-  struct Case {
-    std::string runtimeDirectory, temporaryDirectory, expectedParent;
-  };
-  const Case rows[] = {{"", "", "/tmp"}, {runtime, temporary, runtime}, {shared, temporary, temporary}};
-  for (const Case& row : rows) {
-    SCOPED_TRACE(row.expectedParent);
+  const std::string runtime = made("runtime", nobody->pw_uid), temporary = made("temporary", nobody->pw_uid);
+  // XDG_RUNTIME_DIR, TMPDIR, where the run's directory is made.
+  const std::vector<std::array<std::string, 3>> rows = {{"", "", "/tmp"}, {runtime, temporary, runtime}};
+  for (const auto& [runtimeDirectory, temporaryDirectory, parent] : rows) {
     ToolInput input = asNobody;
-    input.environment = {{"XDG_RUNTIME_DIR", row.runtimeDirectory}, {"TMPDIR", row.temporaryDirectory}};
+    input.environment = {{"XDG_RUNTIME_DIR", runtimeDirectory}, {"TMPDIR", temporaryDirectory}};
     const ToolRun run =
         RunZrarray({"--simulator", "--simulator-address", "127.0.0.26", "--log-level", "5", "fs", "list"}, input);
     ASSERT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(json::parse(run.out)[0]["name"], "projects");
     std::smatch cookie;
     const std::regex removed(R"(Removing the cookie file \[((.*)/zrarray-\w+)/HUAWEI-)");
-    ASSERT_TRUE(std::regex_search(run.err, cookie, removed));
-    EXPECT_EQ(cookie[2], row.expectedParent);
+    ASSERT_TRUE(std::regex_search(run.err, cookie, removed)) << parent;
+    EXPECT_EQ(cookie[2], parent);
     EXPECT_FALSE(std::filesystem::exists(cookie[1].str())) << "the run's directory is left";
   }
-  EXPECT_TRUE(std::filesystem::is_empty(runtime));
-  EXPECT_TRUE(std::filesystem::is_empty(temporary));
 }
 
 // --simulator needs no array, no address and no password.
