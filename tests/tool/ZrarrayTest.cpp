@@ -175,7 +175,7 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
 TEST_F(Zrarray, SuccessesAreQuietAtTheDefaultLevel) {
   for (int twice = 0; twice < 2; ++twice) answer({"host", "create", "--host-name", "web1"});
   answer({"share", "find", "--protocol", "cifs", "--name", "nosuch"});
-  EXPECT_THAT(zrarray({"--log-level", "0", "fs", "list"}).err, HasSubstr("Initializing Huawei params."));
+  EXPECT_THAT(zrarray({"--log-level", "0", "system", "info"}).err, HasSubstr("Initializing Huawei params."));
 }
 
 // One subcommand of each SAN and NAS group makes an object; the array's store holds it as told.

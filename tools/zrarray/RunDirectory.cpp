@@ -3,6 +3,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <climits>
+#include <csignal>
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -34,6 +37,16 @@ bool Writable(const std::string& directory) {
          S_ISDIR(status.st_mode) && access(directory.c_str(), W_OK | X_OK) == 0;
 }
 
+// The library ends the process with abort() when an answer lacks a value it requires, after
+// removing its cookie files: the directory is then empty, and goes too.
+char g_abandoned[PATH_MAX];
+
+extern "C" void RemoveOnAbort(int) {
+  rmdir(g_abandoned);
+  std::signal(SIGABRT, SIG_DFL);
+  raise(SIGABRT);  // delivered when the handler returns: the process ends as it would have
+}
+
 }  // namespace
 
 std::string RunDirectory::ParentDirectory() {
@@ -52,6 +65,10 @@ RunDirectory::RunDirectory() {
                              std::strerror(errno));
   }
   path_ = pattern;
+  if (path_.size() < sizeof g_abandoned) {
+    path_.copy(g_abandoned, path_.size());
+    std::signal(SIGABRT, RemoveOnAbort);
+  }
 }
 
 RunDirectory::~RunDirectory() { remove(); }
