@@ -15,6 +15,7 @@
 #include "ThirdGenerationCall.h"
 #include "SessionCookieFiles.h"
 #include "YbString.h"
+#include "ZrLibrarySettings.h"
 #include "ZrManageHuawei.h"
 
 ZrManageHuawei::ZrManageHuawei(unsigned long long const& jobId)
@@ -60,10 +61,17 @@ bool ZrManageHuawei::createSession() {
   m_restApi.setPassword(m_password);
   m_restApi.setControlHost(m_controlHost);
 
-  // The cookie file lies in the root directory, named "tmpHUAWEI-<job>_<time>_<host>_<address>".
+  // "HUAWEI-<job>_<time>_<host>_<address>", glued to "/tmp" in the root directory unless the
+  // embedder chose a directory for cookie files.
   const std::string now = YbString::Format("%u", static_cast<unsigned int>(std::time(nullptr)));
-  m_cookieFile = std::string("/tmp") + "HUAWEI-" + ConvertToString::to_string(m_jobId) + "_" + now + "_" +
-                 m_controlHost + "_" + ConvertToString::to_string(static_cast<const void*>(this));
+  const std::string name = std::string("HUAWEI-") + ConvertToString::to_string(m_jobId) + "_" + now + "_" +
+                           m_controlHost + "_" + ConvertToString::to_string(static_cast<const void*>(this));
+  const std::string& directory = ZrLibraryGetSettings().cookieDirectory;
+  if (directory.empty()) {
+    m_cookieFile = "/tmp" + name;
+  } else {
+    m_cookieFile = directory.back() == '/' ? directory + name : directory + "/" + name;
+  }
   m_restApi.setCookieFile(m_cookieFile);
   SessionCookieFiles::hold(this, m_cookieFile);
 

@@ -24,7 +24,10 @@ struct ZrLibrarySettings {
   ChangeListNames changeListNames = ChangeListNames::Repaired;
 
   // Directory where session cookie files are written. Empty: the long-standing place, the root
-  // directory ("/tmpHUAWEI-..."), which needs write access to "/".
+  // directory ("/tmpHUAWEI-..."), which needs write access to "/". Set: the file is
+  // "<directory>/HUAWEI-<job>_<time>_<host>_<address>" (no second '/' when the directory ends
+  // with one). The library does not create the directory; a login that cannot write there fails
+  // and says why. Give an absolute path: a relative one follows the working directory.
   std::string cookieDirectory;
 };
 

@@ -37,10 +37,12 @@ struct Pipe {
   dup2(err, STDERR_FILENO);
   for (const char* inherited : {"ZRARRAY_ADDRESS", "ZRARRAY_USER", "ZRARRAY_CA_BUNDLE"}) unsetenv(inherited);
   for (const auto& [name, value] : input.environment) setenv(name.c_str(), value.c_str(), 1);
-  std::vector<char*> argv{const_cast<char*>(ZRARRAY_PATH)};
+  std::vector<char*> argv;
+  for (const std::string& argument : input.runThrough) argv.push_back(const_cast<char*>(argument.c_str()));
+  argv.push_back(const_cast<char*>(ZRARRAY_PATH));
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
-  execv(ZRARRAY_PATH, argv.data());
+  execv(argv.front(), argv.data());
   _exit(127);
 }
 
@@ -78,16 +80,16 @@ std::vector<std::string> ToolRun::outLines() const {
   return lines;
 }
 
-ToolRun RunZrarray(const std::vector<std::string>& arguments, const ToolInput& input) {
+ToolProcess::ToolProcess(const std::vector<std::string>& arguments, const ToolInput& input) {
   Pipe in, out, err;
   int terminal = -1, terminalChild = -1;
   if (input.errorOnTerminal) {
     Check(openpty(&terminal, &terminalChild, nullptr, nullptr, nullptr) == 0, "openpty");
     fcntl(terminal, F_SETFD, FD_CLOEXEC);
   }
-  const pid_t child = fork();
-  Check(child >= 0, "fork");
-  if (child == 0) ExecTool(arguments, input, in.read, out.write, input.errorOnTerminal ? terminalChild : err.write);
+  child_ = fork();
+  Check(child_ >= 0, "fork");
+  if (child_ == 0) ExecTool(arguments, input, in.read, out.write, input.errorOnTerminal ? terminalChild : err.write);
 
   close(in.read);
   close(out.write);
@@ -102,14 +104,25 @@ ToolRun RunZrarray(const std::vector<std::string>& arguments, const ToolInput& i
               static_cast<ssize_t>(input.standardInput.size()),
           "write");
   }
-  close(in.write);
+  in_ = in.write;
+  out_ = out.read;
+  err_ = input.errorOnTerminal ? terminal : err.read;
+}
 
+ToolRun ToolProcess::finish() {
+  close(in_);
   ToolRun run;
-  Drain(out.read, input.errorOnTerminal ? terminal : err.read, run);
+  Drain(out_, err_, run);
   int status = 0;
-  Check(waitpid(child, &status, 0) == child, "waitpid");
+  Check(waitpid(child_, &status, 0) == child_, "waitpid");
+  child_ = -1;
   run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  run.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
   return run;
+}
+
+ToolRun RunZrarray(const std::vector<std::string>& arguments, const ToolInput& input) {
+  return ToolProcess(arguments, input).finish();
 }
 
 }  // namespace zrtest

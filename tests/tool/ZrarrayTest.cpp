@@ -1,10 +1,18 @@
 // zrarray end to end: the executable run as its own process against the simulator over HTTPS,
 // its JSON parsed, its exit status and standard error read as an operator or a script would.
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <regex>
 #include <set>
+#include <thread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,38 +27,58 @@ namespace {
 using nlohmann::json;
 using testing::HasSubstr;
 using testing::Not;
+using namespace std::chrono_literals;
+
+std::string LastLine(std::string text) {
+  while (!text.empty() && text.back() == '\n') text.pop_back();
+  return text.substr(text.rfind('\n') + 1);  // npos + 1 is 0
+}
 
 class Zrarray : public SimulatorTest {
  protected:
   void SetUp() override {
     SimulatorTest::SetUp();
+    std::string pattern = testing::TempDir() + "zrarray-XXXXXX";
+    ASSERT_NE(mkdtemp(pattern.data()), nullptr) << std::strerror(errno);
+    directory_ = pattern;
     passwordFile_ = writeFile("password", std::string(arraysim::SimulatorOptions::kDefaultPassword) + "\n", 0600);
   }
+  void TearDown() override {
+    std::error_code ignored;
+    if (!directory_.empty()) std::filesystem::remove_all(directory_, ignored);
+  }
 
+  // A file in this test's own directory, which goes with the test.
   std::string writeFile(const std::string& name, const std::string& text, mode_t mode) {
-    const std::string path = testing::TempDir() + "zrarray-" + name;
+    const std::string path = directory_ + "/" + name;
     std::ofstream(path, std::ios::trunc) << text;
     chmod(path.c_str(), mode);
     return path;
   }
 
   // The tool pointed at the simulator, trusting its CA, the password from a private file.
-  ToolRun zrarray(std::vector<std::string> arguments, const ToolInput& input = {},
-                  std::vector<std::string> credentials = {}) {
+  std::vector<std::string> command(std::vector<std::string> arguments, std::vector<std::string> credentials = {}) {
     if (credentials.empty()) credentials = {"--password-file", passwordFile_};
     std::vector<std::string> all = {"--address", sim().address(), "--user", "admin",
                                     "--ca-bundle", sim().caCertPath()};
     all.insert(all.end(), credentials.begin(), credentials.end());
     all.insert(all.end(), arguments.begin(), arguments.end());
-    return RunZrarray(all, input);
+    return all;
+  }
+  ToolRun zrarray(std::vector<std::string> arguments, const ToolInput& input = {},
+                  std::vector<std::string> credentials = {}) {
+    return RunZrarray(command(std::move(arguments), std::move(credentials)), input);
   }
 
+  // A success says nothing on standard error, whatever the library logged on the way.
   json answer(const std::vector<std::string>& arguments) {
     const ToolRun run = zrarray(arguments);
     EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");
     return run.out.empty() ? json() : json::parse(run.out);
   }
 
+  std::string directory_;
   std::string passwordFile_;
 };
 
@@ -96,20 +124,58 @@ TEST_F(Zrarray, SnapshotLifecycle) {
   EXPECT_EQ(deleted.status, 0) << deleted.err;
   EXPECT_EQ(deleted.out, "");
   EXPECT_EQ(answer({"snapshot", "exists", "--id", id})["present"], false);
+  answer({"snapshot", "delete", "--id", id});  // gone already: a success
 }
 
-TEST_F(Zrarray, FailuresExitOneWithTheReasonAndTheArraysCode) {
-  const ToolRun missing = zrarray({"snapshot", "info", "--id", "9@9"});
-  EXPECT_EQ(missing.status, 1);
-  EXPECT_EQ(missing.out, "");
-  EXPECT_THAT(missing.err, HasSubstr("zrarray: snapshot info failed: Unable to get the snapshot information. "
-                                     "[array code 1073754118: "));
-
+// Each failure is one line on standard error that says what failed and why: the operation's own
+// text, the connection's cause, the array's code and its own words in quotes.
+TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
   const std::string wrong = writeFile("wrong", "not-the-password", 0600);
-  const ToolRun login = zrarray({"system", "info"}, {}, {"--password-file", wrong});
-  EXPECT_EQ(login.status, 1);
-  EXPECT_THAT(login.err, HasSubstr("login to " + sim().address() + " as admin failed"));
-  EXPECT_THAT(login.err, HasSubstr("[array code 1077949061: The user name or password is incorrect.]"));
+  const std::string notPem = writeFile("not-pem", "not a certificate\n", 0644);
+  const std::string login = "zrarray: login to " + sim().address() + " as admin failed: ";
+  const std::string unsent = login + "Error while sending the request: ";
+  struct Row {
+    std::string name;
+    std::vector<std::string> arguments;
+    std::string line;  // the one line, as a regular expression
+  };
+  const auto at = [this](const std::string& address, const std::string& password, std::vector<std::string> more) {
+    std::vector<std::string> all = {"--address", address, "--user", "admin", "--password-file", password};
+    all.insert(all.end(), more.begin(), more.end());
+    all.insert(all.end(), {"system", "info"});
+    return all;
+  };
+  const std::string ca = sim().caCertPath(), pin = "sha256//AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA=";
+  const std::vector<Row> rows = {
+      {"closed port", at("127.0.0.99", passwordFile_, {"--ca-bundle", ca}),
+       "zrarray: login to 127.0.0.99 as admin failed: Error while sending the request: Couldn't connect to server "
+       "\\(Failed to connect to 127.0.0.99 port 8088 .*\\)"},
+      {"unknown CA", at(sim().address(), passwordFile_, {}), unsent + ".*certificate.*"},
+      {"wrong pin", at(sim().address(), passwordFile_, {"--ca-bundle", ca, "--pin", pin}), unsent + ".*pinned.*"},
+      {"CA not PEM", at(sim().address(), passwordFile_, {"--ca-bundle", notPem}), unsent + "No trusted certificates.*"},
+      {"wrong password", at(sim().address(), wrong, {"--ca-bundle", ca}),
+       login + "Unable to get the base token information \\(array code 1077949061: "
+               "\"The user name or password is incorrect.\"\\)"},
+      {"absent snapshot", command({"snapshot", "info", "--id", "9@9"}),
+       "zrarray: snapshot info failed: Unable to get the snapshot information. \\(array code 1073754118: "
+       "\"The snapshot does not exist.\"\\)"},
+      {"absent pool",
+       command({"lun", "create", "--name", "v", "--pool-id", "9", "--capacity", "1", "--controller", "0A"}),
+       "zrarray: lun create failed: Unable to process the req for operation \\[CreateLUN\\] "
+       "\\(array code 1077948996: \"The storage pool does not exist.\"\\)"},
+  };
+  for (const Row& row : rows) {
+    const ToolRun run = RunZrarray(row.arguments);
+    EXPECT_EQ(run.status, 1) << row.name;
+    EXPECT_EQ(run.out, "") << row.name;
+    EXPECT_THAT(run.err, testing::MatchesRegex(row.line + "\n")) << row.name;
+  }
+}
+
+TEST_F(Zrarray, SuccessesAreQuietAtTheDefaultLevel) {
+  for (int twice = 0; twice < 2; ++twice) answer({"host", "create", "--host-name", "web1"});
+  answer({"share", "find", "--protocol", "cifs", "--name", "nosuch"});
+  EXPECT_THAT(zrarray({"--log-level", "0", "system", "info"}).err, HasSubstr("Initializing Huawei params."));
 }
 
 // One subcommand of each SAN and NAS group makes an object; the array's store holds it as told.
@@ -147,8 +213,8 @@ TEST_F(Zrarray, AFlaggedFailureExitsOneAndPrintsItsFlag) {
   EXPECT_EQ(answer(create)["alreadyExists"], false);
   const ToolRun again = zrarray(create);
   EXPECT_EQ(again.status, 1);
-  EXPECT_THAT(again.err, HasSubstr("host initiator-create failed: The initiator with ID[iqn.2024-01.lab:web1] "
-                                   "already exists [array code 1077948997: "));
+  EXPECT_EQ(again.err, "zrarray: host initiator-create failed: The initiator with ID[iqn.2024-01.lab:web1] "
+                       "already exists (array code 1077948997: \"The initiator already exists.\")\n");
   EXPECT_EQ(json::parse(again.out), json({{"alreadyExists", true}}));
 }
 
@@ -167,7 +233,8 @@ TEST_F(Zrarray, TrustsOnlyWhatItIsToldAndSaysSoWhenItIsNot) {
   const ToolRun trusting = RunZrarray(insecure);
   EXPECT_EQ(trusting.status, 0) << trusting.err;
   EXPECT_THAT(trusting.err, HasSubstr("WARNING: --insecure"));
-  EXPECT_THAT(trusting.err, HasSubstr("TLS certificate verification is switched off"));
+  insecure.insert(insecure.begin(), {"--log-level", "0"});
+  EXPECT_THAT(RunZrarray(insecure).err, HasSubstr("TLS certificate verification is switched off"));
 }
 
 TEST_F(Zrarray, PasswordOnlyFromPrivateFileStandardInputOrANamedVariable) {
@@ -180,9 +247,9 @@ TEST_F(Zrarray, PasswordOnlyFromPrivateFileStandardInputOrANamedVariable) {
   }
   EXPECT_TRUE(sim().requests().all().empty()) << "a refused password was sent";
 
-  EXPECT_EQ(zrarray({"system", "info"}, {password + "\n", {}, false}, {"--password-stdin"}).status, 0);
-  EXPECT_EQ(zrarray({"system", "info"}, {"", {{"ARRAY_SECRET", password}}}, {"--password-env", "ARRAY_SECRET"}).status,
-            0);
+  EXPECT_EQ(zrarray({"system", "info"}, {password + "\n", {}, false, {}}, {"--password-stdin"}).status, 0);
+  const ToolInput secret{"", {{"ARRAY_SECRET", password}}, false, {}};
+  EXPECT_EQ(zrarray({"system", "info"}, secret, {"--password-env", "ARRAY_SECRET"}).status, 0);
   const ToolRun unset = zrarray({"system", "info"}, {}, {"--password-env", "ARRAY_SECRET"});
   EXPECT_EQ(unset.status, 2);
   EXPECT_THAT(unset.err, HasSubstr("ARRAY_SECRET is not set"));
@@ -239,6 +306,40 @@ TEST_F(Zrarray, HelpOnEveryLevelAndUsageErrorsExitTwo) {
   EXPECT_TRUE(sim().requests().all().empty());
 }
 
+// Mistakes on the command line are named plainly, in the operator's words.
+TEST_F(Zrarray, CommandLineMistakesSayWhatIsWrong) {
+  struct Row {
+    std::vector<std::string> arguments;
+    int status;
+    std::string line;  // the last line of standard error, as a regular expression
+  };
+  const std::vector<Row> rows = {
+      {{"lun", "frobnicate"}, 2, "zrarray: lun: no subcommand 'frobnicate'; `zrarray lun --help` lists them"},
+      {{"--connect-timeout", "0", "fs", "list"}, 2,
+       "zrarray: --connect-timeout: '0' is not a number of seconds from 0.001 to 86400, such as 10 or 0.5 "
+       "\\(--help shows the usage\\)"},
+      {{"lun", "create", "--name", "a", "--pool-id", "0", "--capacity", "5", "--controller", "0A", "--alloc-type",
+        "medium"},
+       2, "zrarray: --alloc-type: 'medium' is not one of thick\\|thin .*"},
+      {{"lun", "create", "--name", "a", "--pool-id", "0", "--capacity", "lots", "--controller", "0A"}, 2,
+       "zrarray: --capacity: 'lots' is not a number .*"},
+      {{"--simulator", "--simulator-address", sim().address(), "fs", "list"}, 1,
+       "zrarray: starting the simulator on " + sim().address() + " failed: port 8088 of " + sim().address() +
+           ": Address already in use \\(another --simulator run\\? .*\\)"},
+  };
+  for (const Row& row : rows) {
+    const ToolRun run = RunZrarray(row.arguments);
+    EXPECT_EQ(run.status, row.status) << testing::PrintToString(row.arguments) << run.err;
+    EXPECT_THAT(LastLine(run.err), testing::MatchesRegex(row.line)) << testing::PrintToString(row.arguments);
+  }
+  EXPECT_TRUE(sim().requests().all().empty());
+
+  EXPECT_THAT(RunZrarray({"--version"}).out, testing::MatchesRegex("zrarray [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+  // An exported address belongs to the array; --simulator talks to its own.
+  const ToolInput exported{"", {{"ZRARRAY_ADDRESS", "192.0.2.1"}}, false, {}};
+  EXPECT_EQ(RunZrarray({"--simulator", "--simulator-address=127.0.0.26", "fs", "list"}, exported).status, 0);
+}
+
 class ZrarrayWalk : public Zrarray {
  protected:
   void SetUp() override {
@@ -277,10 +378,10 @@ TEST_F(ZrarrayWalk, StreamsTheArraysDifferenceAsJsonLines) {
   EXPECT_TRUE(sim().changeLists().openSessions().empty());
 
   // The same entries into a file, a summary on standard output, the progress line on a terminal.
-  const std::string output = testing::TempDir() + "zrarray-walk.jsonl";
+  const std::string output = directory_ + "/walk.jsonl";
   std::vector<std::string> toFile = walk();
   toFile.insert(toFile.end(), {"--output", output});
-  const ToolRun filed = zrarray(toFile, {"", {}, true});
+  const ToolRun filed = zrarray(toFile, {"", {}, true, {}});
   ASSERT_EQ(filed.status, 0) << filed.err;
   std::ifstream written(output);
   std::vector<std::string> fileLines;
@@ -302,6 +403,79 @@ TEST_F(ZrarrayWalk, StopsAndClosesTheSessionWhenTheEntriesCannotBeWritten) {
   EXPECT_THAT(run.err, HasSubstr("changelist walk failed: writing the entries failed"));
   EXPECT_TRUE(sim().changeLists().openSessions().empty());
   EXPECT_EQ(sim().requests().all().back().method, "DELETE");
+}
+
+// A stop signal while a request is in flight: the request is answered, the session closed, the
+// cookie file removed, and the process ends as the signal ends it. A second signal stops waiting.
+TEST_F(Zrarray, StopSignalsEndTheCommandTidily) {
+  const auto loggedIn = [this] {  // for at most five seconds
+    for (int tries = 0; tries < 500 && sim().sessions().open().empty(); ++tries) std::this_thread::sleep_for(10ms);
+    return !sim().sessions().open().empty();
+  };
+  const std::string runs = directory_ + "/runs";
+  std::filesystem::create_directory(runs);
+  const ToolInput input{"", {{"XDG_RUNTIME_DIR", ""}, {"TMPDIR", runs}}, false, {}};
+  for (const auto& [signal, name] : {std::pair{SIGINT, "SIGINT"}, {SIGTERM, "SIGTERM"}, {SIGHUP, "SIGHUP"}}) {
+    SCOPED_TRACE(name);
+    sim().faults().add(arraysim::FaultRule::On("GET", "system/").delayed(2s));
+    ToolProcess tool(command({"system", "info"}), input);
+    ASSERT_TRUE(loggedIn());
+    std::this_thread::sleep_for(200ms);
+    kill(tool.pid(), signal);
+    const ToolRun run = tool.finish();
+    EXPECT_EQ(run.signal, signal) << run.err;
+    EXPECT_EQ(LastLine(run.err), "zrarray: system info stopped by " + std::string(name) +
+                                     "; logged out, cookie file removed");
+    EXPECT_TRUE(sim().sessions().open().empty());
+    EXPECT_TRUE(std::filesystem::is_empty(runs));
+  }
+
+  sim().faults().add(arraysim::FaultRule::On("GET", "system/").delayed(4s));
+  ToolProcess impatient(command({"system", "info"}), input);
+  ASSERT_TRUE(loggedIn());
+  std::this_thread::sleep_for(200ms);
+  const auto start = std::chrono::steady_clock::now();
+  for (int twice = 0; twice < 2; ++twice, std::this_thread::sleep_for(100ms)) kill(impatient.pid(), SIGINT);
+  const ToolRun run = impatient.finish();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
+  EXPECT_EQ(run.signal, SIGINT);
+  EXPECT_THAT(run.err, HasSubstr("stopping at once"));
+  EXPECT_TRUE(std::filesystem::is_empty(runs));
+}
+
+// Any user may run the tool: the run's files go to a private directory of the user's, made through
+// the library's cookie-directory setting, which goes with the run.
+TEST_F(Zrarray, RunsAsAnOrdinaryUser) {
+  if (geteuid() != 0) GTEST_SKIP() << "becoming another user needs root";
+  ToolInput asNobody;
+  asNobody.runThrough = {"/usr/bin/setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups", "--"};
+  if (RunZrarray({"--help"}, asNobody).status != 0) GTEST_SKIP() << "the build tree is out of nobody's reach";
+
+  const struct passwd* nobody = getpwnam("nobody");
+  ASSERT_NE(nobody, nullptr);
+  chmod(directory_.c_str(), 0755);
+  const auto made = [&](const std::string& name, uid_t owner) {
+    const std::string path = directory_ + "/" + name;
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(chown(path.c_str(), owner, static_cast<gid_t>(-1)), 0);
+    chmod(path.c_str(), 0700);
+    return path;
+  };
+  const std::string runtime = made("runtime", nobody->pw_uid), temporary = made("temporary", nobody->pw_uid);
+  // XDG_RUNTIME_DIR, TMPDIR, where the run's directory is made.
+  const std::vector<std::array<std::string, 3>> rows = {{"", "", "/tmp"}, {runtime, temporary, runtime}};
+  for (const auto& [runtimeDirectory, temporaryDirectory, parent] : rows) {
+    ToolInput input = asNobody;
+    input.environment = {{"XDG_RUNTIME_DIR", runtimeDirectory}, {"TMPDIR", temporaryDirectory}};
+    const ToolRun run =
+        RunZrarray({"--simulator", "--simulator-address", "127.0.0.26", "--log-level", "5", "fs", "list"}, input);
+    ASSERT_EQ(run.status, 0) << run.err;
+    std::smatch cookie;
+    const std::regex removed(R"(Removing the cookie file \[((.*)/zrarray-\w+)/HUAWEI-)");
+    ASSERT_TRUE(std::regex_search(run.err, cookie, removed)) << parent;
+    EXPECT_EQ(cookie[2], parent);
+    EXPECT_FALSE(std::filesystem::exists(cookie[1].str())) << "the run's directory is left";
+  }
 }
 
 // --simulator needs no array, no address and no password.

@@ -1,46 +1,15 @@
 #include "ChangeListStream.h"
 
-#include <signal.h>
-
 #include <cerrno>
-#include <csignal>
 #include <cstring>
+
+#include "StopSignals.h"
 
 namespace zrarray {
 
 namespace {
 
 const char kWalkComplete[] = "100";
-
-volatile std::sig_atomic_t g_stopRequested = 0;
-
-extern "C" void RequestStop(int) { g_stopRequested = 1; }
-
-// For the duration of a walk, SIGINT and SIGTERM end it after the page in flight, so that the
-// session on the array is deleted instead of left behind.
-class StopOnSignal {
- public:
-  StopOnSignal() {
-    g_stopRequested = 0;
-    struct sigaction action {};
-    action.sa_handler = RequestStop;
-    sigemptyset(&action.sa_mask);
-    sigaction(SIGINT, &action, &savedInterrupt_);
-    sigaction(SIGTERM, &action, &savedTerminate_);
-  }
-  ~StopOnSignal() {
-    sigaction(SIGINT, &savedInterrupt_, nullptr);
-    sigaction(SIGTERM, &savedTerminate_, nullptr);
-  }
-  StopOnSignal(const StopOnSignal&) = delete;
-  StopOnSignal& operator=(const StopOnSignal&) = delete;
-
-  bool requested() const { return g_stopRequested != 0; }
-
- private:
-  struct sigaction savedInterrupt_ {};
-  struct sigaction savedTerminate_ {};
-};
 
 }  // namespace
 
@@ -56,10 +25,9 @@ ChangeListStream::~ChangeListStream() {
 }
 
 Outcome ChangeListStream::run(EntryWriter& writer, WalkProgress& progress) {
-  const StopOnSignal stop;
   Outcome outcome;
   for (bool done = false; outcome.ok && !done;) {
-    if (stop.requested()) {
+    if (StopSignals::Requested()) {
       outcome = Outcome::failure("interrupted after " + std::to_string(pages_) + " pages");
     } else {
       outcome = step(writer, progress, done);

@@ -20,7 +20,7 @@ class ChangeListStream {
   ChangeListStream(const ChangeListStream&) = delete;
   ChangeListStream& operator=(const ChangeListStream&) = delete;
 
-  // Until the last page, a failed page, a refused write, or SIGINT/SIGTERM between two pages.
+  // Until the last page, a failed page, a refused write, or a stop signal (SIGINT, SIGTERM, SIGHUP) between two pages.
   Outcome run(EntryWriter& writer, WalkProgress& progress);
 
   unsigned long long pages() const { return pages_; }

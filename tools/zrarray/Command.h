@@ -105,9 +105,10 @@ struct Call {
 // ResultStatus; each becomes an Outcome. What a bool does not carry, the tool reads from the log.
 struct Outcome {
   bool ok = true;
-  std::string reason;
+  std::string reason;        // the operation's own text
+  std::string cause;         // what the HTTPS client said of a failed exchange
   unsigned long long arrayCode = 0;
-  std::string arrayDescription;
+  std::string arrayDescription;  // the array's own words for its code
 
   static Outcome of(bool ok);
   static Outcome of(const CXoError& error);

@@ -1,5 +1,14 @@
 #include "DemoArray.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+
 #include "ArraySimulator.h"
 
 namespace zrarray {
@@ -34,15 +43,40 @@ nlohmann::json DemoSeed() {
   })");
 }
 
+// Why the address's port cannot be had, as the system says it, or empty when it can.
+std::string WhyNotFree(const std::string& address, int port) {
+  sockaddr_in where{};
+  where.sin_family = AF_INET;
+  where.sin_port = htons(static_cast<uint16_t>(port));
+  if (inet_pton(AF_INET, address.c_str(), &where.sin_addr) != 1) return "not an IPv4 address";
+  const int probe = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (probe < 0) return std::strerror(errno);
+  const int one = 1;
+  setsockopt(probe, SOL_SOCKET, SO_REUSEADDR, &one, sizeof one);
+  const bool bound = bind(probe, reinterpret_cast<const sockaddr*>(&where), sizeof where) == 0;
+  const std::string reason = bound ? "" : std::strerror(errno);
+  close(probe);
+  return reason;
+}
+
 }  // namespace
 
-DemoArray::DemoArray(const std::string& address) {
+DemoArray::DemoArray(const std::string& address, const std::string& certificateDirectory) {
   arraysim::SimulatorOptions options;
   options.address = address;
+  options.certificateDirectory = certificateDirectory;
   options.seed = DemoSeed();
   options.threads = 2;
   simulator_ = std::make_unique<arraysim::ArraySimulator>(options);
-  simulator_->start();
+  try {
+    simulator_->start();
+  } catch (const std::runtime_error& error) {
+    const std::string why = WhyNotFree(address, options.port);
+    if (why.empty()) throw;
+    throw std::runtime_error("port " + std::to_string(options.port) + " of " + address + ": " + why +
+                             " (another --simulator run? --simulator-address 127.0.0.2 takes another loopback "
+                             "address)");
+  }
 }
 
 DemoArray::~DemoArray() = default;

@@ -14,8 +14,9 @@ namespace zrarray {
 
 class DemoArray {
  public:
-  // Listening when it returns; throws std::runtime_error when the address is taken.
-  explicit DemoArray(const std::string& address);
+  // Listening when it returns; throws std::runtime_error when the address is taken. Its keys and
+  // certificates are written to `certificateDirectory`.
+  DemoArray(const std::string& address, const std::string& certificateDirectory);
   ~DemoArray();
   DemoArray(const DemoArray&) = delete;
   DemoArray& operator=(const DemoArray&) = delete;

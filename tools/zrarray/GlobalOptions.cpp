@@ -1,17 +1,38 @@
 #include "GlobalOptions.h"
 
+#include <cstdlib>
+
 namespace zrarray {
 
 namespace {
+
 long Milliseconds(double seconds) { return static_cast<long>(seconds * 1000.0); }
+
+// A time-out: more than nothing, at most a day (beyond that a hung array is never noticed).
+CLI::Validator Seconds() {
+  return CLI::Validator(
+      [](const std::string& text) {
+        double seconds = 0;
+        const bool number = CLI::detail::lexical_cast(text, seconds);
+        return number && seconds >= 0.001 && seconds <= 86400
+                   ? std::string()
+                   : "'" + text + "' is not a number of seconds from 0.001 to 86400, such as 10 or 0.5";
+      },
+      "SECONDS");
+}
+
+void FromEnvironment(std::string& value, const char* name) {
+  const char* given = std::getenv(name);
+  if (value.empty() && given != nullptr) value = given;
+}
+
 }  // namespace
 
 void GlobalOptions::addTo(CLI::App& app) {
   const char* const kArray = "Array";
-  app.add_option("-a,--address", address, "Management address of the array (port 8088)")
-      ->envname("ZRARRAY_ADDRESS")
+  app.add_option("-a,--address", address, "Management address of the array (port 8088); or ZRARRAY_ADDRESS")
       ->group(kArray);
-  app.add_option("-u,--user", user, "User name")->envname("ZRARRAY_USER")->group(kArray);
+  app.add_option("-u,--user", user, "User name; or ZRARRAY_USER")->group(kArray);
   app.add_option("--vstore", vstore, "vStore identifier for the operations (default: the login's)")->group(kArray);
 
   const char* const kPassword = "Password (one of, never on the command line)";
@@ -26,9 +47,10 @@ void GlobalOptions::addTo(CLI::App& app) {
   app.get_option("--password-stdin")->excludes("--password-env");
 
   const char* const kTls = "Connection";
-  app.add_option("--ca-bundle", caBundle, "PEM file of the CA that signed the array's certificate (default: the system's)")
+  app.add_option("--ca-bundle", caBundle,
+                 "PEM file of the CA that signed the array's certificate (default: the system's); or "
+                 "ZRARRAY_CA_BUNDLE")
       ->check(CLI::ExistingFile)
-      ->envname("ZRARRAY_CA_BUNDLE")
       ->group(kTls);
   app.add_option("--pin", pin, "Public-key pin of the array: sha256//<base64>[;sha256//...] or a key file")
       ->group(kTls);
@@ -36,19 +58,19 @@ void GlobalOptions::addTo(CLI::App& app) {
       ->excludes("--ca-bundle")
       ->group(kTls);
   app.add_option("--connect-timeout", connectTimeoutSeconds, "Seconds to wait for a connection")
-      ->check(CLI::PositiveNumber)
+      ->check(Seconds())
       ->capture_default_str()
       ->group(kTls);
   app.add_option("--timeout", timeoutSeconds, "Seconds one request may take")
-      ->check(CLI::PositiveNumber)
+      ->check(Seconds())
       ->capture_default_str()
       ->group(kTls);
 
   const char* const kOutput = "Output";
   app.add_option("--log-level", logLevel,
-                 "Log lines on standard error up to this level: -1 errors, 0 progress, 3-4 detail, 5 requests")
+                 "Also the library's own log lines on standard error, up to this level: -1 errors, 0 progress, "
+                 "3-4 detail, 5 requests (default: none, one line of the tool's per failure)")
       ->check(CLI::Range(-1, 7))
-      ->capture_default_str()
       ->group(kOutput);
   app.add_option_function<std::string>(
          "--format", [this](const std::string& name) { format = name == "table" ? Format::Table : Format::Json; },
@@ -57,12 +79,20 @@ void GlobalOptions::addTo(CLI::App& app) {
       ->group(kOutput);
 
   const char* const kTrying = "Trying the tool";
-  app.add_flag("--simulator", simulator, "Start the bundled array simulator in this process and talk to it")
+  app.add_flag("--simulator", simulator,
+               "Start the bundled array simulator in this process and talk to it (ZRARRAY_* are not used)")
       ->excludes("--address")
       ->group(kTrying);
   app.add_option("--simulator-address", simulatorAddress, "Loopback address for --simulator")
       ->capture_default_str()
       ->group(kTrying);
+}
+
+void GlobalOptions::readEnvironment() {
+  if (simulator) return;
+  FromEnvironment(address, "ZRARRAY_ADDRESS");
+  FromEnvironment(user, "ZRARRAY_USER");
+  FromEnvironment(caBundle, "ZRARRAY_CA_BUNDLE");
 }
 
 ZRLibCurlOptions GlobalOptions::transport() const {

@@ -26,13 +26,18 @@ struct GlobalOptions {
   double connectTimeoutSeconds = 10;
   double timeoutSeconds = 300;
 
-  int logLevel = 0;
+  // Below -1: no line of the library at all; the tool's one line per failure says what and why.
+  static constexpr int kNoLibraryLines = -2;
+  int logLevel = kNoLibraryLines;
   Format format = Format::Json;
 
   bool simulator = false;
   std::string simulatorAddress = "127.0.0.1";
 
   void addTo(CLI::App& app);
+  // Address, user and CA bundle from ZRARRAY_ADDRESS, ZRARRAY_USER and ZRARRAY_CA_BUNDLE where the
+  // command line gave none; not for --simulator, whose array is its own.
+  void readEnvironment();
   ZRLibCurlOptions transport() const;
   bool passwordSourceGiven() const { return !passwordFile.empty() || passwordStdin || !passwordEnv.empty(); }
 };

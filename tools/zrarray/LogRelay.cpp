@@ -12,16 +12,21 @@ namespace {
 
 // The transport's line for a request the array refused.
 const std::regex kArrayError(R"(API Error Code\[(\d+)\], API Error Message \[(.*)\]$)");
+// The HTTPS client's line begins with the request; the cause follows.
+const std::regex kRequestPrefix(R"(^(GET|POST|PUT|DELETE) \S+:? (failed: )?)");
 
-// The HTTPS client tells why an exchange failed at this level, under this name.
-const int kClientFailureLevel = 3;
 const char kClientLogName[] = "ZRLibCurl";
+const char kTransportLogName[] = "HuaweiRestAPI";
+// A failed login closes the session it began; that failure is a consequence, not the cause.
+const char kCloseSessionLogName[] = "ZrManageHuawei::closeSession";
 
 const char* Tag(int level) {
   if (level < 0) return "error";
   if (level == 0) return "info";
   return "debug";
 }
+
+bool StartsWith(const std::string& text, const char* prefix) { return text.rfind(prefix, 0) == 0; }
 
 }  // namespace
 
@@ -30,9 +35,8 @@ LogRelay::LogRelay(int level)
       terminal_(isatty(STDERR_FILENO) == 1),
       saved_(tklog::CurrentSink()),
       savedLevel_(tklog::MaxLevel()) {
-  // Errors and the client's failures are always wanted, to explain a failure; they are printed
-  // only up to level_.
-  tklog::SetMaxLevel(std::max(level_, kClientFailureLevel));
+  // Errors are always wanted, to explain a failure; they are printed only up to level_.
+  tklog::SetMaxLevel(std::max(level_, -1));
   tklog::SetSink([this](const tklog::LogLine& line) { receive(line); });
 }
 
@@ -42,31 +46,39 @@ LogRelay::~LogRelay() {
 }
 
 void LogRelay::startOperation() {
-  lastError_.clear();
-  clientFailure_.clear();
+  operationError_.clear();
+  transportCause_.clear();
   arrayCode_ = 0;
-  arrayDescription_.clear();
+  arrayWords_.clear();
 }
 
 void LogRelay::explain(Outcome& outcome) const {
-  if (outcome.reason.empty()) outcome.reason = lastError_;
-  if (outcome.arrayCode == 0 && arrayCode_ != 0) {
-    outcome.arrayCode = arrayCode_;
-    outcome.arrayDescription = arrayDescription_;
-  }
-  if (outcome.arrayCode == 0 && !clientFailure_.empty()) outcome.reason += " (" + clientFailure_ + ")";
+  if (outcome.reason.empty()) outcome.reason = operationError_;
+  if (outcome.arrayCode == 0 && arrayCode_ != 0) outcome.arrayCode = arrayCode_;
+  // The library's text for the code may wrap the array's words in its own: the words alone.
+  if (outcome.arrayCode != 0 && outcome.arrayCode == arrayCode_) outcome.arrayDescription = arrayWords_;
+  if (outcome.arrayCode == 0) outcome.cause = transportCause_;
 }
 
-void LogRelay::receive(const tklog::LogLine& line) {
-  if (line.level < 0) {
-    lastError_ = line.text;
+void LogRelay::remember(const tklog::LogLine& line) {
+  if (line.name == kClientLogName) {
+    // The first is the root: a CA file that cannot be read, then the exchange that failed for it.
+    if (transportCause_.empty()) transportCause_ = std::regex_replace(line.text, kRequestPrefix, "");
+    return;
+  }
+  if (StartsWith(line.name, kTransportLogName)) {
     std::smatch found;
     if (std::regex_search(line.text, found, kArrayError)) {
       arrayCode_ = std::stoull(found[1].str());
-      arrayDescription_ = found[2].str();
+      arrayWords_ = found[2].str();
     }
+    return;
   }
-  if (line.level == kClientFailureLevel && line.name == kClientLogName) clientFailure_ = line.text;
+  if (line.name != kCloseSessionLogName) operationError_ = line.text;
+}
+
+void LogRelay::receive(const tklog::LogLine& line) {
+  if (line.level < 0) remember(line);
   if (line.level > level_) return;
   // On a terminal a progress line may be standing: clear it first, it is redrawn after.
   std::fprintf(stderr, "%s[%s] %s: %s\n", terminal_ ? "\r\033[K" : "", Tag(line.level), line.name.c_str(),

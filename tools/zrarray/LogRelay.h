@@ -11,7 +11,8 @@ namespace zrarray {
 
 class LogRelay {
  public:
-  // Installs itself as the library's log sink; the destructor puts back the one before.
+  // Installs itself as the library's log sink; the destructor puts back the one before. Lines up
+  // to `level` are printed: none below -1.
   explicit LogRelay(int level);
   ~LogRelay();
   LogRelay(const LogRelay&) = delete;
@@ -19,22 +20,24 @@ class LogRelay {
 
   // Forgets the errors seen so far: each operation is judged by its own.
   void startOperation();
-  // Fills what the outcome lacks: the last error line as the reason, the array's code and
-  // description from the transport's line of a refused request, or else what the HTTPS client
-  // said of a failed exchange (refused connection, untrusted certificate).
+  // Fills what the outcome lacks from the error lines of the operation: its own text as the
+  // reason (the last, but never the log-out that follows a failed login), the array's code and own
+  // words from the transport's line of a refused request, and the first thing the HTTPS client
+  // said of a failed exchange (refused connection, untrusted certificate, unreadable CA file).
   void explain(Outcome& outcome) const;
 
  private:
   void receive(const tklog::LogLine& line);
+  void remember(const tklog::LogLine& line);
 
   int level_;
   bool terminal_;
   tklog::Sink saved_;
   int savedLevel_;
-  std::string lastError_;
-  std::string clientFailure_;
+  std::string operationError_;
+  std::string transportCause_;
   unsigned long long arrayCode_ = 0;
-  std::string arrayDescription_;
+  std::string arrayWords_;
 };
 
 }  // namespace zrarray

@@ -11,7 +11,7 @@ std::vector<Command> LunCommands() {
        record<_HuaweiLUNInfo>([](Call& c, auto& out) { return c.array.getLUNInfo(out, c["lun-id"], c.vstore); })},
       {"lun", "create", "Create a LUN in a storage pool; prints its identifier",
        {text("name", "LUN name"), text("pool-id", "Storage pool (see lun pool)"),
-        text("capacity", "Capacity, in the array's unit"),
+        number("capacity", "Capacity in 512-byte sectors, as the array counts them (2097152 is 1 GiB)"),
         orElse(oneOf("alloc-type", "Allocation",
                      {{"thin", HuaweiApiValue::ALLOC_TYPE_THIN.getValue()},
                       {"thick", HuaweiApiValue::ALLOC_TYPE_THICK.getValue()}}),

@@ -15,10 +15,12 @@
 #include "Command.h"
 #include "DemoArray.h"
 #include "GlobalOptions.h"
-#include "LogLineText.h"
 #include "LogRelay.h"
 #include "PasswordSource.h"
 #include "ZrManageHuaweiVersion.h"
+#include "RunDirectory.h"
+#include "StopSignals.h"
+#include "ZrLibrarySettings.h"
 
 namespace zrarray {
 
@@ -44,6 +46,20 @@ CLI::Validator Digits() {
       "NUMBER");
 }
 
+// One of the words, replaced by the array's value for it.
+CLI::Validator Words(const std::map<std::string, std::string>& words) {
+  std::string listed;
+  for (const auto& entry : words) listed += (listed.empty() ? "" : "|") + entry.first;
+  return CLI::Validator(
+      [words, listed](std::string& text) {
+        const auto found = words.find(text);
+        if (found == words.end()) return "'" + text + "' is not one of " + listed;
+        text = found->second;
+        return std::string();
+      },
+      listed);
+}
+
 void AddArgument(CLI::App& command, const Argument& argument, Arguments& values) {
   const std::string option = "--" + argument.name;
   if (argument.kind == Argument::Kind::Flag) {
@@ -55,7 +71,7 @@ void AddArgument(CLI::App& command, const Argument& argument, Arguments& values)
                            : command.add_option(option, values.textSlot(argument.name), argument.help);
   if (argument.required) added->required();
   if (argument.kind == Argument::Kind::Number) added->check(Digits());
-  if (!argument.words.empty()) added->transform(CLI::CheckedTransformer(argument.words));
+  if (!argument.words.empty()) added->transform(Words(argument.words));
   if (!argument.fallback.empty()) added->run_callback_for_default()->default_val(argument.fallback);
 }
 
@@ -88,14 +104,52 @@ std::string ReadPassword(const GlobalOptions& options) {
       "(a password on the command line would be visible to other users)");
 }
 
+// Texts of the array and of the caller may hold control characters: shown, never obeyed.
+std::string Visible(const std::string& text) {
+  std::string shown;
+  for (const unsigned char c : text) {
+    if (c >= 0x20 && c != 0x7f) {
+      shown += static_cast<char>(c);
+    } else {
+      char escaped[8];
+      std::snprintf(escaped, sizeof escaped, "\\x%02x", c);
+      shown += escaped;
+    }
+  }
+  return shown;
+}
+
+// One line that says what failed and why: the operation's text, the connection's cause, and the
+// array's code with its own words in quotes.
 void Report(const std::string& what, const Outcome& outcome) {
   std::string line = "zrarray: " + what + " failed";
   if (!outcome.reason.empty()) line += ": " + outcome.reason;
+  if (!outcome.cause.empty()) line += ": " + outcome.cause;
   if (outcome.arrayCode != 0) {
-    line += " [array code " + std::to_string(outcome.arrayCode) + ": " + outcome.arrayDescription + "]";
+    line += " (array code " + std::to_string(outcome.arrayCode);
+    if (!outcome.arrayDescription.empty()) line += ": \"" + outcome.arrayDescription + "\"";
+    line += ")";
   }
-  // The reason holds the caller's names and the array's words: one line, as the log's lines are.
-  std::fprintf(stderr, "%s\n", tklog::OneLine(line).c_str());
+  if (outcome.reason.empty() && outcome.cause.empty() && outcome.arrayCode == 0) {
+    line += " (the library said no more; --log-level 4 shows its lines)";
+  }
+  std::fprintf(stderr, "%s\n", Visible(line).c_str());
+}
+
+// A group given without one of its subcommands, as "<group>: no subcommand '<word>'" or
+// "<group>: a subcommand is needed"; empty for any other mistake, which CLI11 words well enough.
+std::string GroupWithoutSubcommand(const CLI::App& app) {
+  for (const CLI::App* group : app.get_subcommands()) {
+    if (!group->get_subcommands().empty()) continue;
+    // A word the group did not know may have fallen through to the top.
+    std::vector<std::string> words = group->remaining();
+    for (const std::string& word : app.remaining()) words.push_back(word);
+    if (words.empty()) return group->get_name() + ": a subcommand is needed";
+    // An unknown option: CLI11 names it.
+    if (words.front().empty() || words.front().front() == '-') return "";
+    return group->get_name() + ": no subcommand '" + words.front() + "'";
+  }
+  return "";
 }
 
 struct Login {
@@ -146,12 +200,28 @@ int Execute(const Command& command, const Arguments& arguments, const GlobalOpti
   }
   if (!options.simulator && login.user.empty()) throw UsageError("give the user with --user (or ZRARRAY_USER)");
   if (!options.simulator || options.passwordSourceGiven()) login.password = ReadPassword(options);
+  std::unique_ptr<RunDirectory> directory;
+  try {
+    directory = std::make_unique<RunDirectory>();
+  } catch (const std::exception& error) {
+    Report(command.group + " " + command.name, Outcome::failure(error.what()));
+    return kFailed;
+  }
+  ZrLibrarySettings settings = ZrLibraryGetSettings();
+  settings.cookieDirectory = directory->path();
+  // One odd answer or file name ends the command with a reason, never the process or a file's name.
+  settings.missingRequiredValue = ZrLibrarySettings::MissingValue::FailOperation;
+  settings.changeListNames = ZrLibrarySettings::ChangeListNames::Exact;
+  ZrLibrarySetSettings(settings);
+  // From here a stop signal lets the command end by itself: the session and the run's directory
+  // go the ordinary way.
+  const StopSignals::Session session([&directory] { directory->remove(); });
 
   ZRLibCurlOptions transport = options.transport();
   std::unique_ptr<DemoArray> demo;
   if (options.simulator) {
     try {
-      demo = std::make_unique<DemoArray>(options.simulatorAddress);
+      demo = std::make_unique<DemoArray>(options.simulatorAddress, directory->path() + "/simulator");
     } catch (const std::exception& error) {
       Report("starting the simulator on " + options.simulatorAddress, Outcome::failure(error.what()));
       return kFailed;
@@ -179,6 +249,7 @@ int Execute(const Command& command, const Arguments& arguments, const GlobalOpti
 int RunTool(int argc, char** argv) {
   // A closed pipe (`zrarray ... | head`) shows as a failed write, so a walk can still close its session.
   std::signal(SIGPIPE, SIG_IGN);
+  StopSignals::Install();
 
   CLI::App app("Drives a Huawei storage array: one subcommand per operation of the library, JSON on standard "
                "output, log lines on standard error.",
@@ -190,20 +261,41 @@ int RunTool(int argc, char** argv) {
   Chosen chosen;
   AddCommands(app, commands, values, chosen);
   app.require_subcommand(1);
-  app.footer("Exit status: 0 success, 1 the operation failed (reason on standard error), 2 usage error.");
   app.set_version_flag("--version", "zrarray " ZRMANAGEHUAWEI_VERSION);
+  app.failure_message([](const CLI::App*, const CLI::Error& error) {
+    return "zrarray: " + std::string(error.what()) + " (--help shows the usage)\n";
+  });
+  app.footer(
+      "Exit status: 0 success, 1 the operation failed (reason on standard error), 2 usage error; ended by "
+      "SIGINT, SIGTERM or SIGHUP after logging out.\n"
+      "Files: the session's cookie file (and --simulator's keys) live in a private directory made for the run "
+      "(mode 0700) under $XDG_RUNTIME_DIR, else $TMPDIR, else /tmp, and removed at exit: any user may run the "
+      "tool.");
 
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kSuccess : kUsage;
-  }
-  try {
-    return Execute(*chosen.command, *chosen.arguments, options);
-  } catch (const UsageError& error) {
-    std::fprintf(stderr, "zrarray: %s\n", error.what());
+    // --help and --version come this way too, with status 0.
+    const std::string group = error.get_exit_code() == 0 ? "" : GroupWithoutSubcommand(app);
+    if (group.empty()) return app.exit(error) == 0 ? kSuccess : kUsage;
+    std::fprintf(stderr, "zrarray: %s; `zrarray %s --help` lists them\n", group.c_str(),
+                 group.substr(0, group.find(':')).c_str());
     return kUsage;
   }
+  options.readEnvironment();
+  int status = kUsage;
+  try {
+    status = Execute(*chosen.command, *chosen.arguments, options);
+  } catch (const UsageError& error) {
+    std::fprintf(stderr, "zrarray: %s\n", error.what());
+  }
+  if (StopSignals::Requested()) {
+    std::fprintf(stderr, "zrarray: %s %s stopped by %s; logged out, cookie file removed\n",
+                 chosen.command->group.c_str(), chosen.command->name.c_str(),
+                 StopSignals::Name(StopSignals::Received()));
+    StopSignals::EndAsReceived();
+  }
+  return status;
 }
 
 }  // namespace zrarray
