@@ -19,6 +19,8 @@ const char kClientLogName[] = "ZRLibCurl";
 const char kTransportLogName[] = "HuaweiRestAPI";
 // A failed login closes the session it began; that failure is a consequence, not the cause.
 const char kCloseSessionLogName[] = "ZrManageHuawei::closeSession";
+// A value refused before sending: the operation then says only that its request could not be built.
+const char kRefusedValue[] = " cannot be placed in the request: ";
 
 const char* Tag(int level) {
   if (level < 0) return "error";
@@ -57,7 +59,9 @@ void LogRelay::explain(Outcome& outcome) const {
   if (outcome.arrayCode == 0 && arrayCode_ != 0) outcome.arrayCode = arrayCode_;
   // The library's text for the code may wrap the array's words in its own: the words alone.
   if (outcome.arrayCode != 0 && outcome.arrayCode == arrayCode_) outcome.arrayDescription = arrayWords_;
-  if (outcome.arrayCode == 0) outcome.cause = transportCause_;
+  if (outcome.arrayCode == 0 && outcome.reason.find(transportCause_) == std::string::npos) {
+    outcome.cause = transportCause_;
+  }
 }
 
 void LogRelay::remember(const tklog::LogLine& line) {
@@ -74,6 +78,7 @@ void LogRelay::remember(const tklog::LogLine& line) {
     }
     return;
   }
+  if (transportCause_.empty() && line.text.find(kRefusedValue) != std::string::npos) transportCause_ = line.text;
   if (line.name != kCloseSessionLogName) operationError_ = line.text;
 }
 
