@@ -35,13 +35,12 @@ struct Family {
 void PrintTo(const Family& family, std::ostream* out) { *out << family.name; }
 
 // "{B}" stands for the family's victim. Values that break a path, a query or a body when
-// concatenated, and names that are ordinary to users but not to a URL.
+// concatenated, names that are ordinary to users but not to a URL, a second '?' in a target
+// (which some HTTP parsers refuse) and names in UTF-8.
 const char* const kHostileValues[] = {
     "{B}#",        "{B}/x",           "../lun/22#",  "..",  "{B}&vstoreId=2&ASSOCIATEOBJTYPE=11",
     "{B}%23",      "11\", \"ID\":\"{B}", "n\", \"vstoreId\":\"2", "n\", \"PARENTID\":\"{B}", "n\\\", \"FSID\":\"{B}",
-    "R&D docs",    "shareB#",         "tab\there",   "50% off+"};
-// A second '?' in a target, which some HTTP parsers refuse, and names in UTF-8.
-const char* const kQuestionMarksAndNonAscii[] = {"{B}?vstoreId=2", "\xC3\xA9t\xC3\xA9", "\xE2\x82\xAC{B}"};
+    "R&D docs",    "shareB#",         "tab\there",   "50% off+", "{B}?vstoreId=2", "\xC3\xA9t\xC3\xA9", "\xE2\x82\xAC{B}"};
 
 std::string Aimed(std::string value, const std::string& victim) {
   for (auto at = value.find("{B}"); at != std::string::npos; at = value.find("{B}")) value.replace(at, 3, victim);
@@ -89,15 +88,11 @@ class HostileValues : public ArrayClientTest, public ::testing::WithParamInterfa
         EXPECT_EQ(request.refusal, "");
         const auto texts = DecodedTexts(request);
         carried = carried || std::find(texts.begin(), texts.end(), value) != texts.end();
-        std::vector<std::string> keys;
         for (const auto& [key, decoded] : request.parameters) {
           if (key == "vstoreId") {
             EXPECT_EQ(decoded, operation.vstore);
           }
-          if (key != "filter") keys.push_back(key);
         }
-        std::sort(keys.begin(), keys.end());
-        EXPECT_EQ(std::adjacent_find(keys.begin(), keys.end()), keys.end()) << "a query key twice";
         if (request.members.is_object() && request.members.contains("vstoreId")) {
           EXPECT_EQ(request.members["vstoreId"], operation.vstore);
         }
@@ -107,23 +102,17 @@ class HostileValues : public ArrayClientTest, public ::testing::WithParamInterfa
     }
     EXPECT_EQ(TenantView(sim(), kTenantB), tenantB) << "tenant B changed";
   }
-
-  template <std::size_t N>
-  void expectAllPlaced(const char* const (&patterns)[N]) {
-    for (const auto& operation : GetParam().operations) {
-      for (const char* pattern : patterns) {
-        const auto value = Aimed(pattern, operation.victim);
-        SCOPED_TRACE(std::string(operation.name) + " with [" + value + "]");
-        expectPlaced(operation, value);
-      }
-    }
-  }
 };
 
-TEST_P(HostileValues, FailBeforeSendingOrArriveAsTheCallerPassedThem) { expectAllPlaced(kHostileValues); }
-
-TEST_P(HostileValues, QuestionMarksAndBytesOutsideAsciiArriveUnchanged) {
-  expectAllPlaced(kQuestionMarksAndNonAscii);
+// An added query parameter or body member also leaves the value split, so `carried` fails.
+TEST_P(HostileValues, FailBeforeSendingOrArriveAsTheCallerPassedThem) {
+  for (const auto& operation : GetParam().operations) {
+    for (const char* pattern : kHostileValues) {
+      const auto value = Aimed(pattern, operation.victim);
+      SCOPED_TRACE(std::string(operation.name) + " with [" + value + "]");
+      expectPlaced(operation, value);
+    }
+  }
 }
 
 // Calls of tenant A: the hostile value `v` in one place, A's own objects ("11") in the others.

@@ -1,5 +1,6 @@
-#include <cctype>
-#include <functional>
+// The bytes each place writes, and plain concatenation kept for ordinary values. That hostile
+// values reach the array as passed, add no member, parameter or segment, and are refused with
+// a logged reason is proven end to end for every family (e2e_hostile, HostileValuesTest).
 #include <random>
 #include <string>
 #include <vector>
@@ -10,49 +11,10 @@
 #include "HuaweiJSONHostRequests.h"
 #include "HuaweiJSONLunGroupRequests.h"
 #include "HuaweiJSONLunProvisioningRequests.h"
-#include "HuaweiJSONMappingViewRequests.h"
-#include "HuaweiJSONShareRequests.h"
-#include "LogCapture.h"
 #include "RequestPlacement.h"
 #include "ResourcePath.h"
-#include "ZrManageHuawei.h"
-#include "jsonxx.h"
 
 namespace {
-
-// What a server reads back from one percent-encoded value.
-std::string percentDecoded(const std::string& text) {
-  std::string out;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '%' && i + 2 < text.size() && std::isxdigit(static_cast<unsigned char>(text[i + 1])) &&
-        std::isxdigit(static_cast<unsigned char>(text[i + 2]))) {
-      out += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
-      i += 2;
-    } else {
-      out += text[i];
-    }
-  }
-  return out;
-}
-
-// Values a hostile tenant or an unlucky user passes, for every place.
-const std::vector<std::string> kHostile = {
-    "22#", "../lun/200#", "200&vstoreId=2&ASSOCIATEOBJTYPE=11", "n\", \"FSID\":\"20", "110\", \"ID\":\"220",
-    "R&D docs", "shareB#", "a\nb", "tab\there\r", std::string("\x01\x1f\x7f", 3), "caf\xc3\xa9 \xe2\x82\xac",
-    "100%", "%2e%2e", "a+b=c;d", "q?x", "back\\slash\\", "\"", "x\\\"y"};
-
-TEST(BodyPlacement, EveryHostileValueStaysOneStringOfTheSameText) {
-  for (const std::string& value : kHostile) {
-    const std::string body = "{" + HandBuiltPiece::quoted("NAME", value) + ", " +
-                             HandBuiltPiece::bare("TYPE", value) + HandBuiltPiece::vstore(value) + "}";
-    jsonxx::Object parsed;
-    ASSERT_TRUE(parsed.parse(body)) << body;
-    EXPECT_EQ(parsed.size(), 3u) << body;
-    EXPECT_EQ(parsed.get<std::string>("NAME"), value) << body;
-    EXPECT_EQ(parsed.get<std::string>("TYPE"), value) << body;
-    EXPECT_EQ(parsed.get<std::string>("vstoreId"), value) << body;
-  }
-}
 
 TEST(BodyPlacement, EscapesOnlyWhatJsonNeeds) {
   EXPECT_EQ(RequestPlacement::jsonString(std::string("a\nb\t\x01\x7f\"\\", 8)), "a\\nb\\t\\u0001\\u007f\\\"\\\\");
@@ -79,11 +41,6 @@ TEST(QueryPlacement, EncodesWhatWouldChangeTheQueryAndKeepsTheFilterSyntax) {
            {"NAME::p_1-2.x~!$'()*,:@/[0-1]", "NAME::p_1-2.x~!$'()*,:@/[0-1]"}}) {
     EXPECT_EQ(RequestPlacement::queryValue(row.value), row.placed);
   }
-  for (const std::string& value : kHostile) {
-    const std::string placed = RequestPlacement::queryValue(value);
-    EXPECT_EQ(placed.find_first_of("&#=+; \n"), std::string::npos) << placed;
-    EXPECT_EQ(percentDecoded(placed), value);
-  }
 }
 
 TEST(PathPlacement, RefusesWhatIsNoSingleSegmentAndEncodesTheRest) {
@@ -92,15 +49,10 @@ TEST(PathPlacement, RefusesWhatIsNoSingleSegmentAndEncodesTheRest) {
                                      std::string("x\x7f"), std::string("\x01")}) {
     EXPECT_NE(RequestPlacement::pathSegmentRefusal(refused), nullptr) << refused;
   }
-  for (const PlacedCase& row : std::vector<PlacedCase>{{"22#", "22%23"},
-                                                       {"shareB#", "shareB%23"},
-                                                       {"R&D docs", "R&D%20docs"},
-                                                       {"q?x%", "q%3Fx%25"},
-                                                       {"a;b=c", "a%3Bb%3Dc"},
-                                                       {"...", "..."},
-                                                       {"%2e%2e", "%252e%252e"},
-                                                       {"caf\xc3\xa9", "caf%C3%A9"},
-                                                       {"12-ab_3.x~:@+", "12-ab_3.x~:@+"}}) {
+  const PlacedCase placed[] = {{"22#", "22%23"}, {"R&D docs", "R&D%20docs"}, {"q?x%", "q%3Fx%25"},
+                               {"a;b=c", "a%3Bb%3Dc"}, {"...", "..."}, {"%2e%2e", "%252e%252e"},
+                               {"caf\xc3\xa9", "caf%C3%A9"}, {"12-ab_3.x~:@+", "12-ab_3.x~:@+"}};
+  for (const PlacedCase& row : placed) {
     EXPECT_EQ(RequestPlacement::pathSegmentRefusal(row.value), nullptr) << row.value;
     EXPECT_EQ(RequestPlacement::pathSegment(row.value), row.placed);
   }
@@ -112,45 +64,6 @@ TEST(PathPlacement, TheFirstRefusalNamesItsArgument) {
   EXPECT_THAT(path.refusal().text(), testing::StartsWith("The input parameter [lunGroupId] cannot be placed"));
   EXPECT_FALSE(ResourcePath("lun").id("", "lun identifier").refusal().refused());
   EXPECT_EQ(ResourcePath("nfshare").add("filter", "FSID:1").bareVstore("2&x=1").str(), "nfshare?filter=FSID:1&2%26x%3D1");
-}
-
-// A self-describing request with a refused identifier fails before the login, with one line.
-TEST(PathPlacement, SelfDescribingCallsFailBeforeAnythingIsSent) {
-  zrtest::LogCapture log;
-  ZrManageHuawei array(7);
-  array.setCredentials("u", "p", "127.0.0.1");
-  const HuaweiApi::ResultStatus status = array.deleteLun("../lun/200", "-12345");
-  EXPECT_TRUE(status.IsError());
-  EXPECT_THAT(status.GetErrorString(), testing::HasSubstr("[lun identifier]"));
-  EXPECT_TRUE(log.ContainsLineWith(-1, "The input parameter [lun identifier] cannot be placed")) << log.Dump();
-  EXPECT_FALSE(log.ContainsText("Failed to create session")) << log.Dump();
-}
-
-TEST(HostileBodies, NoValueAddsAMemberToARequest) {
-  const std::string hostile = "110\", \"ID\":\"220";
-  _HuaweiLunGroupInfo group;
-  group.name = hostile;
-  group.appType = "0, \"ID\":1";
-  group.vstoreId = hostile;
-  _HuaweiLUNMappingView view;
-  view.name = hostile;
-  view.vstoreId = "-12345";
-  std::string body;
-  const std::vector<std::pair<std::function<bool(std::string&)>, std::size_t>> builders = {
-      {[&](std::string& out) { return HuaweiJSONCreateLunGroup(1, group).buildRequest(out); }, 3},
-      {[&](std::string& out) { return HuaweiJSONCreateMappingView(1, view).buildRequest(out); }, 1},
-      {[&](std::string& out) {
-         return HuaweiJSONAssociateHostWithHostGroup(1, hostile, "120", "21", "-12345").buildRequest(out);
-       }, 3},
-      {[&](std::string& out) {
-         return HuaweiJSONCreateCIFSShare(1, "", hostile, "/fs/", hostile, hostile).buildRequest(out);
-       }, 4}};
-  for (const auto& builder : builders) {
-    ASSERT_TRUE(builder.first(body));
-    jsonxx::Object parsed;
-    ASSERT_TRUE(parsed.parse(body)) << body;
-    EXPECT_EQ(parsed.size(), builder.second) << body;
-  }
 }
 
 // Ordinary values, in each place's own alphabet, come out exactly as plain concatenation put them.
