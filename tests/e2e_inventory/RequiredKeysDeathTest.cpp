@@ -47,10 +47,6 @@ TEST_F(ArrayAnswers, ListsOfOneAndOfNoneReadWhenAnsweredAsArrays) {
   std::list<_HuaweiFileSystemsInfo> fileSystems(1);
   EXPECT_TRUE(array->getFileSystemsList(fileSystems, "-12345"));
   EXPECT_TRUE(fileSystems.empty());
-  sim().fileSystems().create("only");
-  std::string id;
-  EXPECT_TRUE(array->getFileSystemId("only", id));
-  EXPECT_EQ(id, "1");
   std::list<_HuaweiArrayInterfaces> interfaces;
   EXPECT_TRUE(array->getArrayInterfaces(interfaces));
   EXPECT_TRUE(interfaces.empty());

@@ -27,9 +27,7 @@ TEST_F(UntrustedAnswers, LoginAnswerThatWouldReshapeRequestsFailsTheLoginBeforeA
   const LoginRow rows[] = {
       {"DEV/../../../other?x=", "token", kBadDevice},
       {"dev\\r\\nHost: elsewhere", "token", kBadDevice},
-      {"d\\u00e9v", "token", kBadDevice},
       {"dev", "tok\\r\\nX-Injected: 1", kBadToken},
-      {"dev", "tok\\u0000", kBadToken},
       {"2102353GTH10L8000007_a-1", "Az09!#$%&'()*+,-./:;<=>?@[]^_`{|}~", nullptr},
   };
   for (const LoginRow& row : rows) {

@@ -49,6 +49,7 @@ class Snapshots : public ArrayClientTest {
   }
 };
 
+// The body's other forms are BodyAndUrlBuildersTest's; here the one sent and the id answered.
 TEST_F(Snapshots, CreateSendsTheHandBuiltBodyAndAnswersTheArraysId) {
   auto array = loggedInFacade();
   LogCapture log;
@@ -57,11 +58,7 @@ TEST_F(Snapshots, CreateSendsTheHandBuiltBodyAndAnswersTheArraysId) {
   EXPECT_EQ(snapshot, "7@1");  // data.ID, not the name
   EXPECT_TRUE(sim().snapshots().info("7@1")->snapDiffEnabled);
   EXPECT_TRUE(log.HasLine(0, kCreateLog, "Successfully created snapshot[7@1]")) << log.Dump();
-  snapshot = "s1";
-  ASSERT_TRUE(array->createFileSystemSnapshot(8, snapshot, false, "-12345"));
-  EXPECT_EQ(snapshot, "8@1");
-  EXPECT_FALSE(sim().snapshots().info("8@1")->snapDiffEnabled);
-  EXPECT_EQ(bodies(), (std::vector<std::string>{Body("s1", "7", "3", true), Body("s1", "8", "", false)}));
+  EXPECT_EQ(bodies(), std::vector<std::string>{Body("s1", "7", "3", true)});
 }
 
 // Each refusal of SnapDiff (code 1073754130) is answered by the same request without the option,
@@ -93,7 +90,7 @@ TEST_F(Snapshots, SnapDiffRefusalsAreRetriedWithoutTheOption) {
 }
 
 // Only the array's SnapDiff refusal is retried: another refusal, or a connection lost after a
-// SnapDiff refusal, ends the call; a call without a name sends nothing.
+// SnapDiff refusal, ends the call. (A call without a name builds nothing: BodyAndUrlBuildersTest.)
 TEST_F(Snapshots, CreateFailuresKeepTheName) {
   sim().snapshots().take("7", "taken");
   auto array = loggedInFacade();
@@ -105,11 +102,7 @@ TEST_F(Snapshots, CreateFailuresKeepTheName) {
   EXPECT_FALSE(array->createFileSystemSnapshot(7, snapshot, true, "3"));
   EXPECT_EQ(snapshot, "taken");
   EXPECT_EQ(requests().size(), 3u);
-  snapshot.clear();
-  EXPECT_FALSE(array->createFileSystemSnapshot(7, snapshot, true, "3"));
-  EXPECT_EQ(requests().size(), 3u);
-  EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONCreateSnapshot::buildRequest", "Unable to build the request. Invalid parameters!!"));
-  EXPECT_TRUE(log.HasLine(-1, kCreateLog, "Unable to build the request body")) << log.Dump();
+  EXPECT_TRUE(log.HasLine(-1, kCreateLog, "Unable to create snapshot.")) << log.Dump();
 }
 
 TEST_F(Snapshots, InfoCopiesTheRecordOrMarksItAbsent) {
@@ -166,6 +159,7 @@ TEST_F(Snapshots, PresenceFollowsTheLastClassifiedCode) {
   }
 }
 
+// (The queries' other combinations: BodyAndUrlBuildersTest and the test below.)
 TEST_F(Snapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
   auto array = loggedInFacade();
   const struct {
@@ -173,10 +167,7 @@ TEST_F(Snapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
     const char* vstoreId;
     const char* lookupQuery;
     const char* deleteQuery;
-  } forms[] = {{"8", "-12345", "", "?DELINCREMENTALBACKUPSNAP=true"},
-               {"8", "3", "?vstoreId=3", "?DELINCREMENTALBACKUPSNAP=true&vstoreId=3"},
-               {"1", "-12345", "", ""},
-               {"1", "3", "?vstoreId=3", "?vstoreId=3"}};
+  } forms[] = {{"8", "3", "?vstoreId=3", "?DELINCREMENTALBACKUPSNAP=true&vstoreId=3"}, {"1", "-12345", "", ""}};
   for (const auto& form : forms) {
     const std::string id = sim().snapshots().take("7", "old");
     sim().snapshots().setType(id, form.snapType);
@@ -196,12 +187,8 @@ TEST_F(Snapshots, DeletionOfAnAbsentOrUnreadableSnapshotGoesOn) {
   auto array = loggedInFacade();
   LogCapture log;
   EXPECT_TRUE(array->deleteFileSystemSnapshot("7@9", "-12345"));
-  EXPECT_TRUE(log.HasLine(-1, kInfoLog, "Unable to get the snapshot information."));
-  EXPECT_TRUE(log.HasLine(-1, kDeleteLog, "Unable to get the snapshot information for [7@9]"));
   EXPECT_TRUE(log.HasLine(0, "HuaweiRestAPI::isError",
                           "Tried to delete a snapshot that does not exist. Considering the operation as success."));
-  EXPECT_THAT(log.Lines(), testing::Contains(LogLineIs(-1, "HuaweiJSONDeleteSnapshot::parseResponse",
-                                                       testing::EndsWith("Error Code[1073754118]"))));
   EXPECT_TRUE(log.HasLine(0, kDeleteLog, "Successfully deleted the Snapshot ID[7@9]")) << log.Dump();
 
   const std::string id = sim().snapshots().take("8", "plain");

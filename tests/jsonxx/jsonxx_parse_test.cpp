@@ -23,7 +23,7 @@ struct ParseCase {
   const char* name;
   std::string input;
   bool ok;
-  const char* tree;  // as the writer renders the object afterwards
+  std::string tree;  // as the writer renders the object afterwards
 };
 
 class ObjectParse : public ::testing::TestWithParam<ParseCase> {};
@@ -36,28 +36,22 @@ TEST_P(ObjectParse, GivesResultAndTree) {
 
 const ParseCase kParseCases[] = {
     {"EmptyText", "", false, "{}"},
-    {"NotJson", "<html>", false, "{}"},
-    {"EmptyObject", "{}", true, "{}"},
     {"SpacesEverywhere", " \t\n{ \"a\" :\r[ 1 , 2 ] }\n", true, "{\"a\": [1, 2]}"},
     {"Nested", R"({"a":{"b":[true,false,null,"s",{}]}})", true, R"({"a": {"b": [true, false, null, "s", {}]}})"},
     {"KeysComeOutSorted", R"({"b":1,"a":2})", true, R"({"a": 2, "b": 1})"},
     {"RepeatedKeyLastWins", R"({"a":1,"a":2})", true, R"({"a": 2})"},
     {"FailureKeepsEarlierMembers", R"({"a":1, "b":tru})", false, R"({"a": 1})"},
-    {"TruncatedStringKeepsEarlierMembers", R"({"a":"x","b":"unterminated)", false, R"({"a": "x"})"},
     {"UnquotedKeyFails", "{a:1}", false, "{}"},
-    {"MissingColonFails", R"({"a" 1})", false, "{}"},
     {"TextBehindBraceIgnored", R"({"a":1} trailing [)", true, R"({"a": 1})"},
     // Leniency
     {"SingleQuotes", "{'a':'b'}", true, R"({"a": "b"})"},
     {"OpeningQuoteEscapeOnly", R"({'a':'it\'s \"q\"'})", true, R"({"a": "it's \\\"q\\\""})"},
     {"LineCommentBeforeKey", "{// note\n\"a\":1}", true, R"({"a": 1})"},
-    {"LineCommentEndedByCarriageReturn", "{\"a\"// x\r:// y\r1}", true, R"({"a": 1})"},
     {"LineCommentInsideKeyword", "{\"a\":t// x\nrue}", true, R"({"a": true})"},
     {"BlockCommentRejected", R"({/* note */"a":1})", false, "{}"},
     {"CommentUpToEndOfInput", R"({"a":1 // no end)", false, R"({"a": 1})"},
     {"KeyWithoutValue", R"({"a":})", true, "{}"},
     {"CommaCountsAsNull", R"({"a":,"b":1})", true, R"({"a": null, "b": 1})"},
-    {"LoneCommaInArrayIsNull", R"({"a":[,]})", true, R"({"a": [null]})"},
     {"TrailingCommas", R"({"a":[1,2,],"b":3,})", true, R"({"a": [1, 2], "b": 3})"},
     // Numbers are what the stream's long double extraction accepts.
     {"StreamNumbers", R"({"a":+5,"b":.5,"c":1e3,"d":-0.25,"e":007})", true,
@@ -66,33 +60,21 @@ const ParseCase kParseCases[] = {
     {"IncompleteExponentFails", R"({"a":1e,"b":2})", false, "{}"},
     {"OverflowFails", R"({"a":1e99999})", false, "{}"},
     {"UnderflowIsZero", R"({"a":1e-99999})", true, R"({"a": 0})"},
-    {"NumberInStringStaysString", R"({"a":"12"})", true, R"({"a": "12"})"},
     // Escapes
     {"NamedEscapes", R"({"a":"\/\\\b\f\n\r\t"})", true, R"({"a": "\/\\\b\f\n\r\t"})"},
     {"UnicodeEscapeAddsLowByte", R"({"a":"\u0041\u20ac"})", true, R"({"a": "A\uffffffac"})"},
-    {"UnicodeEscapeWithoutDigitsAddsNothing", R"({"a":"x\uzzzzy"})", true, R"({"a": "xy"})"},
     {"UnicodeEscapeStopsAtNonHex", R"({"a":"\u4g00"})", true, R"({"a": "\u0004"})"},
     {"UnicodeEscapeReadsFourCharacters", R"({"a":"\u41"})", false, "{}"},
     {"UnknownEscapeKept", R"({"a":"\q"})", true, R"({"a": "\\q"})"},
     // Depth
+    {"NestingWithinLimit", nested_arrays(Object::kMaxDepth - 1), true,
+     "{\"a\": " + std::string(Object::kMaxDepth - 1, '[') + std::string(Object::kMaxDepth - 1, ']') + "}"},
     {"NestingBeyondLimitFails", nested_arrays(Object::kMaxDepth), false, "{}"},
     {"AbsurdNestingFails", "{\"a\":" + std::string(100000, '['), false, "{}"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Cases, ObjectParse, ::testing::ValuesIn(kParseCases),
                          [](const auto& info) { return std::string(info.param.name); });
-
-TEST(ObjectParse, AcceptsDeepNestingWithinLimit) {
-  Object object;
-  ASSERT_TRUE(object.parse(nested_arrays(Object::kMaxDepth - 1)));
-  const Array* level = &object.get<Array>("a");
-  int depth = 2;  // the object, then the outer array
-  while (!level->empty()) {
-    level = &level->get<Array>(0);
-    ++depth;
-  }
-  EXPECT_EQ(depth, Object::kMaxDepth);
-}
 
 // A stream goes on behind the closing brace; a failed parse frees what was there before.
 TEST(ObjectParse, StopsBehindTheClosingBraceAndFreesEarlierContent) {
@@ -120,16 +102,6 @@ TEST(ValueParse, TakesFirstKindThatFits) {
     EXPECT_EQ(value.type(), c.type) << c.input;
   }
 }
-
-TEST(ArrayParse, ReadsElementsInOrder) {
-  Array array;
-  ASSERT_TRUE(array.parse(R"([{"a":"x"}, "y", 3,])"));
-  ASSERT_EQ(array.size(), 3u);
-  EXPECT_EQ(array.get<Object>(0).get<std::string>("a"), "x");
-  EXPECT_EQ(array.get<std::string>(1), "y");
-  EXPECT_EQ(array.get<long double>(2), 3.0L);
-}
-
 
 // Texts whose trees take many times their size: each is read within its memory bound, or refused
 // whole, with the reason kept for the caller, and what was read of it freed.
@@ -180,10 +152,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(BoundCase{"RecordsOf2MB", kRecord, 2u << 20, true},
                       BoundCase{"ZerosOf400KB", "0", 400u << 10, true},
                       BoundCase{"ZerosOf2MB", "0", 2u << 20, false},
-                      BoundCase{"EmptyObjectsOf2MB", "{}", 2u << 20, false},
-                      BoundCase{"EmptyArraysOf2MB", "[]", 2u << 20, false},
-                      BoundCase{"EmptyStringsOf2MB", "\"\"", 2u << 20, false},
-                      BoundCase{"NestedEmptyObjectsOf2MB", "[{},{}]", 2u << 20, false}),
+                      BoundCase{"EmptyObjectsOf2MB", "{}", 2u << 20, false}),
     [](const ::testing::TestParamInfo<BoundCase>& info) { return std::string(info.param.name); });
 
 }  // namespace

@@ -70,9 +70,6 @@ std::vector<MissingValueRow> makeRows() {
                     sim.answerStyles().set("GET", "filesystem", bare);
                   },
                   listFileSystems, kDataArray, {"GET filesystem"}});
-  rows.push_back({"FileSystemsHoldingANumber",
-                  [](ArraySimulator& sim) { cannedAnswer(sim, "GET", "filesystem", "[7]"); },
-                  listFileSystems, "a value, expected an object", {"GET filesystem"}});
   rows.push_back({"InterfacesWithNdmpLackingAField",
                   [](ArraySimulator& sim) {
                     arraysim::LogicalInterface lif;
