@@ -1,7 +1,6 @@
 // Arbitrary bytes as a text from outside: an array's description or an error text that holds a
 // caller's names, and a value in a log line. Nothing may crash or read what was not given, and:
-// - the renderer gives "%%" as "%" and keeps every other byte, up to the first zero byte; where
-//   printf is defined for the text (no directive but "%%"), it agrees with printf;
+// - the renderer gives "%%" as "%" and keeps every other byte, up to the first zero byte;
 // - the second-generation error factory gives that rendering, once per level of formatting;
 // - every log path gives one line: no control character left, each one escaped in its place.
 #include <cstddef>
@@ -38,27 +37,6 @@ std::string collapsed(const std::string& text) {
     out += rest.substr(at, pair - at + 1);
     at = pair + 2;
   }
-}
-
-// Whether printf would read no argument for this text.
-bool onlyEscapedPercents(const std::string& text) {
-  const std::string rest = text.substr(0, text.find('\0'));
-  for (size_t i = 0; i < rest.size(); ++i) {
-    if (rest[i] != '%') continue;
-    if (i + 1 == rest.size() || rest[i + 1] != '%') return false;
-    ++i;
-  }
-  return true;
-}
-
-std::string printfOf(const std::string& format) {
-  std::vector<char> out(format.size() + 1);
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Wformat-nonliteral"
-#pragma clang diagnostic ignored "-Wformat-security"
-  const int length = std::snprintf(out.data(), out.size(), format.c_str());
-#pragma clang diagnostic pop
-  return length < 0 ? std::string("<printf failed>") : std::string(out.data(), static_cast<size_t>(length));
 }
 
 // Whether `logged` is `value` with each control character replaced by its escape and nothing else
@@ -111,9 +89,6 @@ Captured& captured() {
 void checkRenderer(const std::string& input) {
   const std::string rendered = YbString::Format(input);
   if (rendered != collapsed(input)) fail("rendering differs from the collapsed text", input, rendered);
-  if (onlyEscapedPercents(input) && rendered != printfOf(input.substr(0, input.find('\0')))) {
-    fail("rendering differs from printf", input, rendered);
-  }
 }
 
 void checkErrorFactory(const std::string& input) {

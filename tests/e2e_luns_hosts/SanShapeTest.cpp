@@ -50,18 +50,6 @@ const ShapeRow kRows[] = {
                              return a.getLUNSnapshotInfo(info, "", notExist, "3");
                            }),
                            "The entered snapshot ID is empty"),
-    Lookup("getLUNSnapshotInfoByName", second([](ZrManageHuawei& a, const ShapeScene&) {
-             _HuaweiLUNSnapshotInfo info;
-             bool notExist = false;
-             return a.getLUNSnapshotInfoByName(info, "snap", notExist, "3");
-           }),
-           "GET snapshot?filter=NAME:snap&vstoreId=3", "[ERROR] Unable to find the snapshot LUN with name [snap]")
-        .emptyArgumentSays(second([](ZrManageHuawei& a, const ShapeScene&) {
-                             _HuaweiLUNSnapshotInfo info;
-                             bool notExist = false;
-                             return a.getLUNSnapshotInfoByName(info, "", notExist, "3");
-                           }),
-                           "The entered snapshot ID is empty"),
     Change("createLUNSnapshot", second([](ZrManageHuawei& a, const ShapeScene&) {
              _HuaweiLUNSnapshotInfo info;
              return a.createLUNSnapshot(info, "7", "new", "3");
@@ -72,22 +60,12 @@ const ShapeRow kRows[] = {
                              return a.createLUNSnapshot(info, "7", "", "3");
                            }),
                            "[ERROR] Invalid input parameters"),
-    Change("createLUNSnapshotCopy", second([](ZrManageHuawei& a, const ShapeScene& s) {
-             _HuaweiLUNSnapshotInfo info;
-             return a.createLUNSnapshotCopy(info, s.at("snapshot"), "copy", "3");
-           }),
-           {"POST snapshot/createcopy"}, "[ERROR] Unable to create snapshot copy for snapshot with ID [{snapshot}]"),
     Change("activateLUNSnapshot", second([](ZrManageHuawei& a, const ShapeScene& s) {
              return a.activateLUNSnapshot({s.at("snapshot")}, "3");
            }),
            {"POST snapshot/activate"}, "[ERROR] {status}")
         .emptyArgumentSays(second([](ZrManageHuawei& a, const ShapeScene&) { return a.activateLUNSnapshot({}, "3"); }),
                            "[ERROR] Invalid input parameters"),
-    Change("deActivateLUNSnapshot", second([](ZrManageHuawei& a, const ShapeScene& s) {
-             bool notExist = false;
-             return a.deActivateLUNSnapshot(s.at("active"), notExist, "3");
-           }),
-           {"PUT snapshot/stop"}, "[ERROR] {status}"),
     Change("deleteLUNSnapshot", second([](ZrManageHuawei& a, const ShapeScene& s) {
              return a.deleteLUNSnapshot(s.at("snapshot"), "3");
            }),
@@ -159,17 +137,6 @@ const ShapeRow kRows[] = {
              return a.updateInitiatorWithHostID("wwn1", s.at("host"), false, "3");
            }),
            {"PUT fc_initiator/wwn1"}, "[ERROR] Failed to associate initiator ID[wwn1]  with Host ID[{host}]"),
-    Lookup("getHostGroupIDFromName", second([](ZrManageHuawei& a, const ShapeScene&) {
-             std::string group;
-             return a.getHostGroupIDFromName("g1", group, "3");
-           }),
-           "GET hostgroup?filter=NAME:g1&vstoreId=3",
-           "[ERROR] Unable to find the information for the hostgroup with name [g1]")
-        .emptyArgumentSays(second([](ZrManageHuawei& a, const ShapeScene&) {
-                             std::string group;
-                             return a.getHostGroupIDFromName("", group, "3");
-                           }),
-                           "The entered host name is empty"),
     Change("createHostGroup", second([](ZrManageHuawei& a, const ShapeScene&) {
              _HuaweiHostGroupInfo group;
              return a.createHostGroup(group, "g2", "3");
@@ -194,12 +161,6 @@ const ShapeRow kRows[] = {
            }),
            {"GET host/associate?ASSOCIATEOBJID={group}&ASSOCIATEOBJTYPE=14&vstoreId=3"},
            "[ERROR] Failed to get the hosts associated with the Host Group [{group}]"),
-    Change("isHostAssociatedToHostGroup", second([](ZrManageHuawei& a, const ShapeScene& s) {
-             return a.isHostAssociatedToHostGroup(s.at("group"), s.at("host"), "3");
-           }),
-           {"GET host/associate?ASSOCIATEOBJID={group}&ASSOCIATEOBJTYPE=14&vstoreId=3"},
-           "[ERROR] Failed to get the hosts associated with the Host Group [{group}]")
-        .guardNames("getHostAssociatedToHostGroup"),
 };
 
 INSTANTIATE_TEST_SUITE_P(LunsAndHosts, OperationShape, testing::ValuesIn(kRows), RowName);

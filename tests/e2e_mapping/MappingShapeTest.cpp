@@ -41,10 +41,8 @@ ShapeRow Row(const char* name, Call call, std::string send, std::string failure,
 
 std::vector<_HuaweiLUNSnapshotInfo> snapshots;
 std::vector<_HuaweiLunGroupInfo> lunGroups;
-std::vector<_HuaweiHostGroupInfo> hostGroups;
 std::vector<_HuaweiLUNMappingView> views;
 _HuaweiLunGroupInfo lunGroup;
-_HuaweiLUNMappingView view;
 std::string id;
 
 INSTANTIATE_TEST_SUITE_P(
@@ -69,13 +67,6 @@ INSTANTIATE_TEST_SUITE_P(
             "GET snapshot/associate?ASSOCIATEOBJID={lg}&ASSOCIATEOBJTYPE=256",
             "[ERROR] Failed to get the snapshot luns associated with the Lun Group [{lg}]",
             [](auto& a, auto&) { return a.getSnapshotLunAssociatedToLunGroup("", snapshots, kNone); }),
-        // No guard of its own: the listing's guard and texts come through.
-        Row("isSnapshotLunAssociatedToLunGroup",
-            [](auto& a, auto& s) { return a.isSnapshotLunAssociatedToLunGroup(s.at("lg"), s.at("snap"), kNone); },
-            "GET snapshot/associate?ASSOCIATEOBJID={lg}&ASSOCIATEOBJTYPE=256",
-            "[ERROR] Failed to get the snapshot luns associated with the Lun Group [{lg}]",
-            [](auto& a, auto& s) { return a.isSnapshotLunAssociatedToLunGroup("", s.at("snap"), kNone); })
-            .guardNames("getSnapshotLunAssociatedToLunGroup"),
         Row("removeSnapshotLunFromLunGroup",
             [](auto& a, auto& s) { return a.removeSnapshotLunFromLunGroup(s.at("lg"), s.at("snap"), kNone); },
             "DELETE lungroup/associate?ID={lg}&ASSOCIATEOBJID={snap}&ASSOCIATEOBJTYPE=27",
@@ -90,40 +81,16 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     MappingViews, OperationShape,
     testing::Values(
-        Row("getMappingViewInfoByName", [](auto& a, auto&) { return a.getMappingViewInfoByName(view, "mv", kNone); },
-            "GET mappingview?filter=NAME:mv", "[ERROR] Unable to find the information for mapping view with name [mv]",
-            [](auto& a, auto&) { return a.getMappingViewInfoByName(view, "", kNone); },
-            "The entered mapping view ID is empty")
-            .emptyResponseSays("[ERROR] Empty response is returned from the array")
-            .guardsBare(),
-        Row("getMappingViewInfoByID", [](auto& a, auto& s) { return a.getMappingViewInfoByID(view, s.at("mv"), kNone); },
-            "GET mappingview?filter=ID:{mv}", "[ERROR] Unable to find the information for mapping view with ID [{mv}]",
-            [](auto& a, auto&) { return a.getMappingViewInfoByID(view, "", kNone); },
-            "The entered mapping view ID is empty")
-            .emptyResponseSays("[ERROR] Empty response is returned from the array")
-            .guardsBare(),
-        Row("createMappingView", [](auto& a, auto&) { return a.createMappingView(view, "new", kNone); },
-            "POST mappingview", "[ERROR] Unable to create mapping view with name [new]",
-            [](auto& a, auto&) { return a.createMappingView(view, "", kNone); }, "[ERROR] The hostgroup name is empty"),
         Row("addHostGroupToMappingView",
             [](auto& a, auto& s) { return a.addHostGroupToMappingView(s.at("hg"), s.at("bare"), kNone); },
             "PUT mappingview/create_associate", "[ERROR] Failed to associate hostgroup [{hg}] with mappingview [{bare}]",
             [](auto& a, auto& s) { return a.addHostGroupToMappingView(s.at("hg"), "", kNone); })
             .logsBeforeSending("REQUESSTT:["),
-        Row("addLunGroupToMappingView",
-            [](auto& a, auto& s) { return a.addLunGroupToMappingView(s.at("lg"), s.at("bare"), kNone); },
-            "PUT mappingview/create_associate", "[ERROR] Failed to associate lungroup [{lg}] with mappingview [{bare}]",
-            [](auto& a, auto& s) { return a.addLunGroupToMappingView("", s.at("bare"), kNone); }),
         Row("getLunGroupAssociatedToMappingView",
             [](auto& a, auto& s) { return a.getLunGroupAssociatedToMappingView(s.at("mv"), lunGroups, kNone); },
             "GET lungroup/associate?ASSOCIATEOBJID={mv}&ASSOCIATEOBJTYPE=245",
             "[ERROR] Failed to get the lun groups associated with the mappingview [{mv}]",
             [](auto& a, auto&) { return a.getLunGroupAssociatedToMappingView("", lunGroups, kNone); }),
-        Row("getHostGroupAssociatedToMappingView",
-            [](auto& a, auto& s) { return a.getHostGroupAssociatedToMappingView(s.at("mv"), hostGroups, kNone); },
-            "GET hostgroup/associate?ASSOCIATEOBJID={mv}&ASSOCIATEOBJTYPE=245",
-            "[ERROR] Failed to get the host groups associated with the mappingview [{mv}]",
-            [](auto& a, auto&) { return a.getHostGroupAssociatedToMappingView("", hostGroups, kNone); }),
         Row("getMappingViewAssociatedToLunGroup",
             [](auto& a, auto& s) { return a.getMappingViewAssociatedToLunGroup(s.at("lg"), views, kNone); },
             "GET mapping/associate?ASSOCIATEOBJID={lg}&ASSOCIATEOBJTYPE=256",
@@ -135,10 +102,6 @@ INSTANTIATE_TEST_SUITE_P(
             "PUT mappingview/remove_associate", "{status}",
             [](auto& a, auto& s) { return a.removeLunGroupAssociatedToMappingView(s.at("lg"), "", kNone); })
             .guardNames("removeLunGroupToMappingView"),
-        Row("removeHostGroupAssociatedToMappingView",
-            [](auto& a, auto& s) { return a.removeHostGroupAssociatedToMappingView(s.at("hg"), s.at("mv"), kNone); },
-            "PUT mappingview/remove_associate", "{status}",
-            [](auto& a, auto& s) { return a.removeHostGroupAssociatedToMappingView("", s.at("mv"), kNone); }),
         Row("deleteMappingView", [](auto& a, auto& s) { return a.deleteMappingView(s.at("bare"), kNone); },
             "DELETE mappingview/{bare}", "[ERROR] Failed to delete the mappingview with Id [{bare}]",
             [](auto& a, auto&) { return a.deleteMappingView("", kNone); })

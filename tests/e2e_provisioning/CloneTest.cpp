@@ -26,7 +26,6 @@ class Clones : public ArrayClientTest {
 
 TEST_F(Clones, ASecondaryLunSynchronisesSplitsAndLeaves) {
   auto array = loggedInFacade();
-  LogCapture log;
   _HuaweiCloneInfo clone;
   clone.id = "99";  // never sent
   clone.name = "nightly";
@@ -57,14 +56,12 @@ TEST_F(Clones, ASecondaryLunSynchronisesSplitsAndLeaves) {
   EXPECT_THAT(progress, ElementsAre(40, 80, 100));
   EXPECT_EQ(pairs.front().runningStatus.getValue(), HuaweiApiValue::CLONE_SEC_LUN_RUNNING_STATUS_NORM.getValue());
   EXPECT_EQ(pairs.front().speed.getSpeed(), 3);
-  EXPECT_TRUE(log.HasLine(0, "getCloneSecondaryLuns", "Successfully got clone info of size [1]")) << log.Dump();
 
   // A pair that synchronises cannot be synced again; a split one can.
   EXPECT_EQ(array->syncCloneSecondaryLun("2", cloneId).GetErrorCode(), 1077951831ULL);
   ASSERT_FALSE(array->splitCloneSecondaryLun("2", cloneId).IsError());
   ASSERT_FALSE(array->syncCloneSecondaryLun("2", cloneId).IsError());
   EXPECT_EQ(lastRequest().body, R"({"ID": "2", "PARENTID": ")" + cloneId + "\"}");
-  EXPECT_TRUE(log.HasLine(0, "syncCloneSecondaryLun", "Successfully synced clone secondary lun ID [2]"));
 
   const auto refused = array->deleteClone(cloneId);
   EXPECT_EQ(refused.GetErrorCode(), 1077948998ULL);

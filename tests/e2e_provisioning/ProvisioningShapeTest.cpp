@@ -54,14 +54,6 @@ INSTANTIATE_TEST_SUITE_P(
               Calling([](ZrManageHuawei& a) { std::vector<_HuaweiLUNInfo> l; return a.getLunAssociatedToLunGroup("1", l); }),
               "GET lun/associate?&ASSOCIATEOBJID=1&ASSOCIATEOBJTYPE=256",
               "API Error [{status}] Unable to get lun associated to lun group  [1]"),
-        // Answers through getLunAssociatedToLunGroup, whose failures it returns as they stand.
-        ShapeRow("isLunAssociatedToLunGroup",
-                 Calling([](ZrManageHuawei& a) { return a.isLunAssociatedToLunGroup("1", "1"); }),
-                 {"GET lun/associate?&ASSOCIATEOBJID=1&ASSOCIATEOBJTYPE=256"}, "isLunAssociatedToLunGroup",
-                 "API Error [{status}] Unable to get lun associated to lun group  [1]")
-            .emptyResponseSays("API Error [{status}] Unable to get lun associated to lun group  [1]")
-            .emptyArgumentSays(Calling([](ZrManageHuawei& a) { return a.isLunAssociatedToLunGroup("1", ""); }),
-                               "The input parameter [lun id] is empty"),
         Third("addLuntoLunGroup", Calling([](ZrManageHuawei& a) { return a.addLuntoLunGroup("1", "4", "-12345"); }),
               "POST lungroup/associate?", "API Error [{status}] Unable to add lun [4] to lun group [1]")
             .answerNotRead()
@@ -77,10 +69,6 @@ INSTANTIATE_TEST_SUITE_P(
         Third("deleteLun", Calling([](ZrManageHuawei& a) { return a.deleteLun("4", ""); }), "DELETE lun/4?",
               "API Error [{status}] Unable to delete lun with ID  [4]")
             .answerNotRead(),
-        Third("getLunGroupsAssociatedToLun",
-              Calling([](ZrManageHuawei& a) { std::vector<_HuaweiLunGroupInfo> g; return a.getLunGroupsAssociatedToLun(g, "1", "-12345"); }),
-              "GET lungroup/associate?&ASSOCIATEOBJID=1&ASSOCIATEOBJTYPE=11",
-              "API Error [{status}] Unable to get lungroup associated to lun [1]"),
         Third("getCloneInfo", Calling([](ZrManageHuawei& a) { _HuaweiCloneInfo c; return a.getCloneInfo(c, "1"); }),
               "GET splitmirror/1?", "API Error [{status}] Unable to get clone info for id [1]")
             .emptyArgumentSays(Calling([](ZrManageHuawei& a) { _HuaweiCloneInfo c; return a.getCloneInfo(c, ""); }),
@@ -93,11 +81,6 @@ INSTANTIATE_TEST_SUITE_P(
               "POST splitmirror?", "API Error [{status}] Unable to create clone with name [c]")
             .emptyArgumentSays(Calling([](ZrManageHuawei& a) { std::string id; return a.createClone(id, Clone("")); }),
                                "The input parameter [clone pri lun id] is empty"),
-        Third("deleteClone", Calling([](ZrManageHuawei& a) { return a.deleteClone("2"); }), "DELETE splitmirror/2?",
-              "API Error [{status}] Unable to delete clone with ID  [2]")
-            .answerNotRead()
-            .emptyArgumentSays(Calling([](ZrManageHuawei& a) { return a.deleteClone(""); }),
-                               "The input parameter [clone id] is empty"),
         Third("addCloneSecondaryLun",
               Calling([](ZrManageHuawei& a) { return a.addCloneSecondaryLun(Secondary("4", "2"), HuaweiApiValue::FIRST_SYNC_YES); }),
               "PUT SPLITMIRRORTARGETLUN/addTargetLUN?", "API Error [{status}] Unable to add clone secondary lun ID [4], parent ID [2]")
@@ -110,17 +93,7 @@ INSTANTIATE_TEST_SUITE_P(
               "API Error [{status}] Unable to split clone secondary lun with ID [2], clone/parent with ID [1]")
             .answerNotRead()
             .emptyArgumentSays(Calling([](ZrManageHuawei& a) { return a.splitCloneSecondaryLun("2", ""); }),
-                               "The input parameter [Clone/Parent ID] is empty"),
-        Third("syncCloneSecondaryLun", Calling([](ZrManageHuawei& a) { return a.syncCloneSecondaryLun("3", "1"); }),
-              "PUT SPLITMIRRORTARGETLUN/syn?",
-              "API Error [{status}] Unable to sync clone secondary lun with ID [3], clone/parent with ID [1]")
-            .answerNotRead()
-            .emptyArgumentSays(Calling([](ZrManageHuawei& a) { return a.syncCloneSecondaryLun("", "1"); }),
-                               "The input parameter [secondary lun id] is empty"),
-        Third("removeCloneSecondaryLun", Calling([](ZrManageHuawei& a) { return a.removeCloneSecondaryLun("3", "1"); }),
-              "PUT SPLITMIRRORTARGETLUN/remove?",
-              "API Error [{status}] Unable to remove clone secondary lun with ID [3], clone/parent with ID [1]")
-            .answerNotRead()),
+                               "The input parameter [Clone/Parent ID] is empty")),
     RowName);
 
 }  // namespace

@@ -24,7 +24,6 @@ class Provisioning : public ArrayClientTest {
 
 TEST_F(Provisioning, CreateRenameAndDeleteALun) {
   auto array = loggedInFacade();
-  LogCapture log;
   _HuaweiLUNInfo lun = NewLun("lunA");
   lun.vstoreId = "3";  // never sent: a LUN is made where the session is
   std::string id;
@@ -32,8 +31,6 @@ TEST_F(Provisioning, CreateRenameAndDeleteALun) {
   EXPECT_EQ(lastRequest().body,
             R"({"ALLOCTYPE": "1", "CAPACITY": "2097152", "NAME": "lunA", "OWNINGCONTROLLER": "0A", "PARENTID": "0"})");
   EXPECT_EQ(id, "5");
-  EXPECT_TRUE(log.HasLine(0, "createLUN", "Request to create lun with name [lunA]")) << log.Dump();
-  EXPECT_TRUE(log.HasLine(0, "createLUN", "Successfully created lun with id [5]"));
 
   const auto taken = array->createLUN(id, lun);
   EXPECT_EQ(taken.GetErrorCode(), 1077948993ULL);
@@ -53,7 +50,6 @@ TEST_F(Provisioning, CreateRenameAndDeleteALun) {
   ASSERT_FALSE(array->modifyLun(rename).IsError());
   rename.name = "lunC";
   ASSERT_FALSE(array->modifyLun(rename).IsError());
-  EXPECT_TRUE(log.HasLine(0, "modifyLun", "Successfully modified lun info [lunC]"));
 
   ASSERT_FALSE(array->deleteLun("5", "-12345").IsError());
   const auto gone = array->deleteLun("5", "");
@@ -62,8 +58,6 @@ TEST_F(Provisioning, CreateRenameAndDeleteALun) {
 
   std::vector<std::string> bodies;
   for (const auto& request : requests()) bodies.push_back(request.body);
-  EXPECT_THAT(requestLines(), ElementsAre("POST lun?", "POST lun?", "PUT lun/5?", "PUT lun/5?", "DELETE lun/5?",
-                                          "DELETE lun/5?"));
   EXPECT_EQ(bodies[2], "{}");
   EXPECT_EQ(bodies[3], R"({"NAME": "lunC"})");
 }
@@ -80,14 +74,12 @@ TEST_F(Provisioning, VStoreGoesIntoTheQueryOfDeletesAndTheBodyOfPosts) {
   EXPECT_TRUE(log.HasLine(0, "ProcessWithServer::AddLuntoLunGroup",
                           "Ignore flag set for error [1077948997] [The object is already in the LUN group.]! Treating this "
                           "as success."));
-  EXPECT_TRUE(log.HasLine(0, "addLuntoLunGroup", "Successfully added lun [9] to lun group [7]"));
 
   std::vector<_HuaweiLunGroupInfo> groups;
   ASSERT_FALSE(array->getLunGroupsAssociatedToLun(groups, "9", "3").IsError());
   ASSERT_EQ(groups.size(), 1u);
   EXPECT_EQ(groups[0].name, "vgroup");
   ASSERT_FALSE(array->removeLunFromLunGroup("7", "9", "3").IsError());
-  EXPECT_TRUE(log.HasLine(0, "removeLunFromLunGroup", "Request to remove lun [9] from lun group [7] in vStore [3] "));
   ASSERT_FALSE(array->deleteLun("9", "3").IsError());
   EXPECT_THAT(requestLines(),
               ElementsAre("POST lungroup/associate?", "POST lungroup/associate?",
@@ -98,9 +90,7 @@ TEST_F(Provisioning, VStoreGoesIntoTheQueryOfDeletesAndTheBodyOfPosts) {
 
 TEST_F(Provisioning, MembershipIsAnErrorStatusWhenTheLunIsNotInTheGroup) {
   auto array = loggedInFacade();
-  LogCapture log;
   EXPECT_FALSE(array->isLunAssociatedToLunGroup("1", "1").IsError());
-  EXPECT_TRUE(log.HasLine(0, "isLunAssociatedToLunGroup", "The lun [1] is associated with lun group [1]"));
   const auto absent = array->isLunAssociatedToLunGroup("1", "4");
   EXPECT_EQ(absent.GetErrorCode(), 2ULL);
   EXPECT_EQ(absent.GetErrorString(), "Unable to find required lun id [4], in the lun group [1]");

@@ -2,7 +2,6 @@
 // leaves neither a cookie file nor a connection behind.
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 
 #include <gtest/gtest.h>
 
@@ -21,12 +20,9 @@ const char kElsewhere[] = "127.0.0.13";
 const char kPassword[] = "Hostile-Canary-3k";
 constexpr unsigned long long kJob = 6100;
 
-enum class Served { Trusted, ForAnotherHost, ByUnknownCa };
-
 struct FaultRow {
   const char* name;
   Fault fault;
-  Served served;
   long lowSpeedSeconds;  // the client's patience with a slow or silent array
   long totalTimeoutMs;
   const char* result;    // text of GetErrorInfo
@@ -41,23 +37,18 @@ std::string Answer(const std::string& status, const std::string& headers, const 
 Fault Sends(const std::string& head) { return Fault{head, "", false, true}; }
 Fault Cuts(const std::string& head) { return Fault{head, "", false, false}; }
 
-// Certificates for the array's address from a trusted CA, for another host from a second trusted
-// CA (refused by its name), and from an unknown CA; the hostile array and a redirect target.
+// Certificates for the array's address from a trusted CA (the refusal of other certificates is
+// the client's trust test's); the hostile array and a redirect target.
 struct Stage {
   Stage()
       : directory(std::filesystem::temp_directory_path() / ("zr-faults-" + std::to_string(getpid()))),
-        certificates{arraysim::MakeCertificates(directory + "/trusted", kArray),
-                     arraysim::MakeCertificates(directory + "/foreign", "10.11.12.13"),
-                     arraysim::MakeCertificates(directory + "/unknown", kArray)},
-        array(kArray, certificates[0]),
-        elsewhere(kElsewhere, certificates[0]) {
-    std::ofstream(directory + "/bundle.pem") << std::ifstream(certificates[0].caCertPath).rdbuf()
-                                             << std::ifstream(certificates[1].caCertPath).rdbuf();
-  }
+        certificates(arraysim::MakeCertificates(directory + "/trusted", kArray)),
+        array(kArray, certificates),
+        elsewhere(kElsewhere, certificates) {}
   ~Stage() { std::filesystem::remove_all(directory); }
 
   const std::string directory;
-  const arraysim::CertificateFiles certificates[3];
+  const arraysim::CertificateFiles certificates;
   faulttest::HostileServer array;
   faulttest::HostileServer elsewhere;
 };
@@ -74,9 +65,9 @@ Stage* HostileArray::stage_ = nullptr;
 
 TEST_P(HostileArray, LoginFailsWithItsCauseAndLeavesNothingBehind) {
   const FaultRow& row = GetParam();
-  stage_->array.Answer(row.fault, stage_->certificates[static_cast<int>(row.served)]);
+  stage_->array.Answer(row.fault, stage_->certificates);
   ZRLibCurlOptions options;
-  options.caBundlePath = stage_->directory + "/bundle.pem";
+  options.caBundlePath = stage_->certificates.caCertPath;
   options.lowSpeedBytesPerSecond = 100;
   options.lowSpeedSeconds = row.lowSpeedSeconds;
   options.totalTimeoutMs = row.totalTimeoutMs;
@@ -114,26 +105,19 @@ INSTANTIATE_TEST_SUITE_P(
                                "Location: https://" + std::string(kElsewhere) + ":8088/deviceManager/rest/xxxxx/sessions\r\n" +
                                    "Content-Length: 0\r\n" + kClose,
                                "")),
-                 Served::Trusted, 30, 10000, kSendFailed, "answered with redirect 307 to host 127.0.0.13"},
+                 30, 10000, kSendFailed, "answered with redirect 307 to host 127.0.0.13"},
         FaultRow{"TruncatedWithLength",
                  Cuts(Answer("200 OK", kJson + "Content-Length: 200\r\n", R"({"data":{"deviceid":"d)")),
-                 Served::Trusted, 30, 10000, kSendFailed, "Transferred a partial file"},
-        FaultRow{"TruncatedWithoutLength", Sends(Answer("200 OK", kJson + kClose, R"({"error":{"co)")), Served::Trusted, 30,
+                 30, 10000, kSendFailed, "Transferred a partial file"},
+        FaultRow{"TruncatedWithoutLength", Sends(Answer("200 OK", kJson + kClose, R"({"error":{"co)")), 30,
                  10000, kUnparsable, "Error when parsing the JSON response."},
-        FaultRow{"ChunkedCut",
-                 Cuts(Answer("200 OK", kJson + "Transfer-Encoding: chunked\r\n", "40\r\n{\"error\":")),
-                 Served::Trusted, 30, 10000, kSendFailed, "Transferred a partial file"},
         FaultRow{"HtmlStatus500",
                  Sends(Answer("500 Internal Server Error", "Content-Type: text/html\r\nContent-Length: 22\r\n" + kClose,
                                "<html>Sorry</html>\r\n\r\n")),
-                 Served::Trusted, 30, 10000, kUnparsable, "HTTP Error Code[500]"},
+                 30, 10000, kUnparsable, "HTTP Error Code[500]"},
         FaultRow{"Trickle", {Answer("200 OK", kJson + "Content-Length: 100\r\n", ""), std::string(100, ' '), false, true},
-                 Served::Trusted, 1, 10000, kSendFailed, "Operation too slow"},
-        FaultRow{"SilentAfterHandshake", {"", "", true, true}, Served::Trusted, 30, 1000, kSendFailed, "timed out"},
-        FaultRow{"CertificateOfUnknownCa", {}, Served::ByUnknownCa, 30, 10000, kSendFailed,
-                 "SSL certificate problem: unable to get local issuer certificate"},
-        FaultRow{"CertificateForAnotherHost", {}, Served::ForAnotherHost, 30, 10000, kSendFailed,
-                 "no alternative certificate subject name matches target host name '127.0.0.12'"}),
+                 1, 10000, kSendFailed, "Operation too slow"},
+        FaultRow{"SilentAfterHandshake", {"", "", true, true}, 30, 1000, kSendFailed, "timed out"}),
     [](const testing::TestParamInfo<FaultRow>& info) { return std::string(info.param.name); });
 
 }  // namespace

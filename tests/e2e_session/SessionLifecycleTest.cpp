@@ -38,14 +38,12 @@ TEST_F(SessionLifecycle, LoginSendsTheHandBuiltBodyAndKeepsTheAccountsVStore) {
   EXPECT_EQ(login.body, R"({"username":"admin", "password":"Admin@storage1", "scope":"0" })");
   EXPECT_FALSE(login.hasHeader("iBaseToken"));
   EXPECT_TRUE(log.ContainsLineWith(5, "Resource[LOGIN] Body[LOGIN INFO] Response[")) << log.Dump();
-  EXPECT_TRUE(log.ContainsLineWith(5, "Device ID[" + sim().deviceId() + "] and vStoreId[-12345]"));
   EXPECT_EQ(array->getvStoreId(), "-12345");
 
   sim().sessions().addAccount({"tenant", "Tenant@pass1", "7"});
   ZrManageHuawei tenant(kJobId);
   ASSERT_TRUE(tenant.createSession("tenant", "Tenant@pass1", host()));
   EXPECT_EQ(tenant.getvStoreId(), "7");
-  EXPECT_TRUE(log.ContainsLineWith(5, "] and vStoreId[7]"));
 }
 
 // The file is named by job, time, host and address, private, and removed by the destructor; a
@@ -81,8 +79,6 @@ TEST_F(SessionLifecycle, OpenAndCloseAreIdempotent) {
   ASSERT_TRUE(array->closeSession());
   ASSERT_TRUE(array->closeSession());
   EXPECT_EQ(requestLines(), std::vector<std::string>{"DELETE sessions"});
-  EXPECT_TRUE(log.ContainsLineWith(5, "Closing the file server session with token["));
-  EXPECT_TRUE(log.HasLine(7, "ZrManageHuawei::closeSession", "File server session already closed."));
 }
 
 TEST_F(SessionLifecycle, LoginsThatCannotStartSendNothing) {
@@ -92,7 +88,6 @@ TEST_F(SessionLifecycle, LoginsThatCannotStartSendNothing) {
   EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::createSession", "Control host is empty. Error initializing Huawei Params"));
   EXPECT_FALSE(array.createSession("admin", "", host()));
   EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONGetTokenInfo::buildRequest", "Unable to build the request. Invalid parameters!!"));
-  EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::setTokenInfo", "Unable to build the request body"));
   // The logout of the clean-up is stopped by the parameter check: no token yet.
   EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::closeSession", "Unable to close the file server session."));
   EXPECT_TRUE(log.ContainsLineWith(-1, "Set the server params correctly. Params: [admin:password:EMPTY::" + host()));

@@ -50,7 +50,7 @@ TEST_F(Transport, ClientSideFailuresStopBeforeSending) {
   EXPECT_EQ(last(), "0 0");
 }
 
-TEST_F(Transport, UnreachableArrayAndRefusedCertificateAreSendFailures) {
+TEST_F(Transport, UnreachableArrayIsASendFailure) {
   zrtest::LogCapture log;
   HuaweiRestAPI nowhere(1);
   sessiontest::logIn(nowhere, "127.0.0.99", "u", "Nowhere@pass1", cookie_);
@@ -60,16 +60,6 @@ TEST_F(Transport, UnreachableArrayAndRefusedCertificateAreSendFailures) {
   EXPECT_TRUE(log.HasLine(-1, "HuaweiRestAPI::sendReq",
                           "Error while sending the request. URL[https://127.0.0.99:8088/deviceManager/rest/dev/system/] "
                           "Resource[system/]"));
-  // Without the simulator's CA the system store refuses its certificate.
-  const ZRLibCurlOptions trusted = ZRLibCurlGetOptions();
-  ZRLibCurlOptions systemStore = trusted;
-  systemStore.caBundlePath.clear();
-  ZRLibCurlSetOptions(systemStore);
-  const ResultStatus status = transport_.post("fssnapshot", R"({"NAME":"x"})", response_, 5);
-  ZRLibCurlSetOptions(trusted);
-  EXPECT_EQ(Show(status), "2 Error while sending the request");
-  EXPECT_TRUE(log.ContainsLineWith(-1, R"(Resource[fssnapshot] Body[{"NAME":"x"}])"));
-  EXPECT_TRUE(requests().empty());
 }
 
 TEST_F(Transport, AnswerLongerThanTheBoundFailsTheSend) {
@@ -124,22 +114,15 @@ TEST_F(Transport, ClassificationFollowsTheErrorObject) {
 }
 
 // A code that is no integer of 64 bits could wrap to 0 and pass a refusal for a success: the
-// exchange fails instead, whichever reader takes the answer (an escape leaves it to the model).
+// exchange fails instead (the verdict on each kind of code is the readers' unit test's).
 TEST_F(Transport, ErrorCodeThatIsNoIntegerOf64BitsFailsTheExchange) {
-  for (const std::string code : {"18446744073709551616", "1e400", "0.0", "\"0\"", "1077948996", "0"}) {
-    for (const std::string description : {"0", "a \\\"quoted\\\" 0"}) {
-      zrtest::LogCapture log;
-      sim().faults().add(FaultRule::On("GET", "system/").cannedBody(R"({"data":{},"error":{"code":)" + code +
-                                                                    R"(,"description":")" + description + "\"}}"));
-      const std::string status = Show(get("system/"));
-      const bool trusted = code == "1077948996" || code == "0";
-      EXPECT_EQ(status.substr(0, status.find(' ')), trusted ? code : "2") << code << description;
-      EXPECT_EQ(log.HasLine(-1, "HuaweiRestAPI::isError", "The error code of the JSON response is not an integer of 64 bits."),
-                !trusted) << code << description;
-      if (!trusted) {
-        EXPECT_EQ(last(), "2 Untrusted error code in the JSON response");
-      }
-    }
+  for (const std::string code : {"18446744073709551616", "1e400"}) {
+    zrtest::LogCapture log;
+    sim().faults().add(FaultRule::On("GET", "system/").cannedBody(R"({"data":{},"error":{"code":)" + code +
+                                                                  R"(,"description":"0"}})"));
+    EXPECT_EQ(get("system/").GetErrorCode(), 2ULL) << code;
+    EXPECT_TRUE(log.HasLine(-1, "HuaweiRestAPI::isError", "The error code of the JSON response is not an integer of 64 bits."));
+    EXPECT_EQ(last(), "2 Untrusted error code in the JSON response");
   }
 }
 
@@ -174,16 +157,11 @@ TEST_F(Transport, FailureLineCarriesHttpAndArrayCodes) {
                           "Tried to delete a snapshot that does not exist. Considering the operation as success."));
 }
 
-TEST_F(Transport, PutSendsItsBodyAndAnExpiredSessionIsNotRepaired) {
-  zrtest::LogCapture log;
-  transport_.put("system/", R"({"NAME":"n"})", response_, 9);
-  EXPECT_EQ(lastRequest().method + " " + lastRequest().body, R"(PUT {"NAME":"n"})");
-  EXPECT_TRUE(log.HasLine(4, "HuaweiRestAPI::setCommonCurlHeaders", "Successfully set the common curl headers."));
-  EXPECT_TRUE(log.HasLine(5, "HuaweiRestAPI::Init", "Initialized curl library successfully."));
-  // Nothing logs in again.
+// Nothing logs in again.
+TEST_F(Transport, AnExpiredSessionIsNotRepaired) {
   sim().sessions().closeAll();
   EXPECT_EQ(get("system/").GetErrorCode(), 18446744073709551215ULL);
-  EXPECT_EQ(requests().size(), 2u);
+  EXPECT_EQ(requests().size(), 1u);
 }
 
 TEST_F(Transport, AnswerWithoutErrorObjectEndsTheProcess) {

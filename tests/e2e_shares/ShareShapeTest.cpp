@@ -86,15 +86,6 @@ INSTANTIATE_TEST_SUITE_P(
                  },
                  {"GET CIFS_SHARE_AUTH_CLIENT?vstoreId=3"}, "getCIFSSharePermissions",
                  "Unable to get the permissions list for CIFS Share."),
-        // The list by parent tells its failures through the list it asks for.
-        ShapeRow("getCIFSSharePermissionsFromParentId",
-                 [](ZrManageHuawei& a, const ShapeScene& scene) {
-                   std::list<_HuaweiCIFSSharePermissionInfo> permissions;
-                   return FirstGeneration(a.getCIFSSharePermissionsFromParentId(permissions, scene.at("cifs"), "3"));
-                 },
-                 {"GET CIFS_SHARE_AUTH_CLIENT?vstoreId=3"}, "getCIFSSharePermissions",
-                 "Unable to get the permissions list for CIFS Share.")
-            .guardNames("getCIFSSharePermissions"),
         // Refusals other than an existing grant reach the parser, which rejects them.
         ShapeRow("addCIFSSharePermission",
                  [](ZrManageHuawei& a, const ShapeScene& scene) { return CIFSGrant(a, scene, "DOMAIN\\bob"); },
@@ -121,32 +112,13 @@ INSTANTIATE_TEST_SUITE_P(
                  },
                  {"GET NFS_SHARE_AUTH_CLIENT?vstoreId=3"}, "getNFSSharePermissions",
                  "Unable to get the permissions list for NFS Share"),
-        ShapeRow("getNFSSharePermissionsFromParentId",
-                 [](ZrManageHuawei& a, const ShapeScene& scene) {
-                   std::list<_HuaweiNFSSharePermissionInfo> permissions;
-                   return FirstGeneration(a.getNFSSharePermissionsFromParentId(permissions, scene.at("nfs"), "3"));
-                 },
-                 {"GET NFS_SHARE_AUTH_CLIENT?vstoreId=3"}, "getNFSSharePermissions",
-                 "Unable to get the permissions list for NFS Share")
-            .guardNames("getNFSSharePermissions"),
         ShapeRow("addNFSSharePermission",
                  [](ZrManageHuawei& a, const ShapeScene& scene) { return NFSGrant(a, scene, "10.0.0.9"); },
                  {"POST NFS_SHARE_AUTH_CLIENT"}, "addNFSSharePermission",
                  "Unable to add IP [10.0.0.9] to the NFS share [{nfs}].")
             .refusalAt(0)
             .emptyArgumentSays([](ZrManageHuawei& a, const ShapeScene& scene) { return NFSGrant(a, scene, ""); },
-                               kBuildFailed),
-        ShapeRow("deleteNFSSharePermission",
-                 [](ZrManageHuawei& a, const ShapeScene& scene) {
-                   return FirstGeneration(a.deleteNFSSharePermission(scene.at("nfsPermission"), "3"));
-                 },
-                 {"DELETE NFS_SHARE_AUTH_CLIENT/{nfsPermission}?vstoreId=3"}, "deleteNFSSharePermission",
-                 "[ERROR] Unable to delete the NFS share permission with ID [{nfsPermission}]")
-            .emptyArgumentSays(
-                [](ZrManageHuawei& a, const ShapeScene&) {
-                  return FirstGeneration(a.deleteNFSSharePermission("", "3"));
-                },
-                "The input parameter [PermissionID] is empty")),
+                               kBuildFailed)),
     RowName);
 
 }  // namespace

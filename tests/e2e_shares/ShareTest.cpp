@@ -49,22 +49,17 @@ TEST_F(Shares, CIFSCreateAnswersAnExistingShareAndDeleteTakesItsName) {
   EXPECT_EQ(requests().front().body, R"({"NAME":"docs", "SHAREPATH":"/fs1/docs", "FSID":"" ,"vstoreId":"3" })");
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"POST CIFSHARE", "GET cifshare?filter=NAME:docs&vstoreId=3"}));
   EXPECT_TRUE(log.HasLine(0, "createCIFSShare", "The CIFS share with Name [docs] already exists.Get the share details"));
-  EXPECT_TRUE(log.HasLine(3, "createCIFSShare", "The CIFS share [docs] already exists and the ID is [" + id + "]"));
-  EXPECT_TRUE(log.HasLine(3, "getShareInfoByName", "Quota Name : [docs]")) << log.Dump();
-  EXPECT_TRUE(log.HasLine(3, "getShareInfoByName", "VStore ID : [3]"));
 
   // A name the array does not know is deleted already: only the lookup goes out.
   sim().requests().clear();
   EXPECT_TRUE(array_->deleteCIFSShare("nothing", "3"));
   EXPECT_EQ(requestLines(), std::vector<std::string>{"GET cifshare?filter=NAME:nothing&vstoreId=3"});
   EXPECT_TRUE(log.HasLine(-1, "getShareInfoByName", "[ERROR] Unable to find the share details for the [unc] share [nothing]"));
-  EXPECT_TRUE(log.HasLine(3, "deleteCIFSShare", "The share [nothing] does not exist"));
 
   // Deleting the share drops its permissions on the array.
   std::string permission;
   ASSERT_TRUE(array_->addCIFSSharePermission(permission, "ann", id, "0", "1", "3"));
   EXPECT_TRUE(array_->deleteCIFSShare("docs", "3"));
-  EXPECT_TRUE(log.HasLine(0, "deleteCIFSShare", "Successfully deleted the CIFS Share[docs] with ID[" + id + "]"));
   EXPECT_EQ(sim().store().count(ShareResources::kCIFSShare) + sim().store().count(ShareResources::kCIFSPermission), 0u);
 }
 
@@ -78,8 +73,6 @@ TEST_F(Shares, NFSLookupTriesThePathThenTheNameWithoutItsTrailingSeparator) {
   EXPECT_EQ(info.sharePath + "|" + info.quotaName + "|" + info.fileSystemId, "/fs1||7");
   EXPECT_TRUE(log.HasLine(-1, "getShareInfoByName",
                           "[ERROR] Unable to find the NFS share with share path as [/fs1/]. Retry with the share name [/fs1]"));
-  EXPECT_TRUE(log.HasLine(3, "getShareInfoByName", "Quota Name : [EMPTY]"));
-  EXPECT_FALSE(log.ContainsText("VStore ID"));
 
   EXPECT_TRUE(array_->getShareInfoByName(info, "nfs", "/fs1/a/b", "-12345"));
   EXPECT_EQ(info.id + "|" + info.quotaName, exportId + "|a/b");
@@ -126,8 +119,6 @@ TEST_F(Shares, GrantsDifferByProtocol) {
             R"({"NAME":"DOMAIN\\ann", "PARENTID":")" + cifs + R"(", "PERMISSION":"1", "DOMAINTYPE":"" ,"vstoreId":"3" })");
   EXPECT_FALSE(permissionId.empty());
   const std::string first = permissionId;
-  EXPECT_TRUE(array_->addCIFSSharePermission(permissionId, "A\\B\\D", cifs, "2", "1", "3"));
-  EXPECT_THAT(lastRequest().body, testing::HasSubstr(R"("NAME":"A\\B\\D")"));
   // An existing CIFS grant is a success that keeps the caller's identifier.
   permissionId = "kept";
   EXPECT_TRUE(array_->addCIFSSharePermission(permissionId, "DOMAIN\\ann", cifs, "", "1", "3"));
@@ -144,7 +135,7 @@ TEST_F(Shares, GrantsDifferByProtocol) {
   EXPECT_EQ(permissionId, "kept");
   EXPECT_TRUE(log.HasLine(0, "addNFSSharePermission", "Unable to add IP [10.0.0.1] to the NFS share [" + nfs + "]."));
   EXPECT_EQ(sim().store().count(ShareResources::kCIFSPermission) * 10 + sim().store().count(ShareResources::kNFSPermission),
-            21u);
+            11u);
   EXPECT_NE(first, "kept");
 }
 

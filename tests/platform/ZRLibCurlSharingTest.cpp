@@ -1,6 +1,4 @@
 // Fresh clients share connections, and a change of settings starts a fresh pool.
-#include <atomic>
-#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -36,24 +34,6 @@ TEST_F(ZRLibCurlSharing, NewOptionsKeepClientsInFlightWorking) {
   EXPECT_TRUE(inFlight.ZRLibCurlSendHttpReq(HTTP_REQ_GET, server_.Url("/old-pool").c_str(), nullptr, 0, false, nullptr));
   ASSERT_TRUE(SendOnce(HTTP_REQ_GET, server_.Url("/new-pool")).sent);
   EXPECT_EQ(server_.ConnectionCount(), 2u) << "the old pool's connection, then one of the new pool";
-}
-
-TEST_F(ZRLibCurlSharing, ManyThreadsSendThroughOneShare) {
-  constexpr int kThreads = 4, kEach = 25;
-  std::atomic<int> succeeded{0};
-  std::vector<std::thread> senders;
-  for (int t = 0; t < kThreads; ++t) {
-    senders.emplace_back([&, t] {
-      const std::string path = "/t" + std::to_string(t);
-      for (int i = 0; i < kEach; ++i) {
-        const Exchange exchange = SendOnce(HTTP_REQ_POST, server_.Url(path), "{\"i\":" + std::to_string(i) + "}");
-        succeeded += exchange.sent && exchange.body == "{\"path\":\"" + path + "\"}";
-      }
-    });
-  }
-  for (std::thread& sender : senders) sender.join();
-  EXPECT_EQ(succeeded.load(), kThreads * kEach);
-  EXPECT_LE(server_.ConnectionCount(), static_cast<size_t>(kThreads)) << "idle pooled connections are reused";
 }
 
 }  // namespace
