@@ -139,6 +139,9 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
       {"absent snapshot", command({"snapshot", "info", "--id", "9@9"}),
        "zrarray: snapshot info failed: Unable to get the snapshot information. \\(array code 1073754118: "
        "\"The snapshot does not exist.\"\\)"},
+      {"refused value", command({"lungroup", "delete", "--lun-group-id", "../lun/1"}),
+       "zrarray: lungroup delete failed: \\[ERROR\\] Unable to build the request body: The input parameter "
+       "\\[lunGroupId\\] cannot be placed in the request: it holds a path separator"},
       {"answer without data", command({"share", "nfs-permissions"}),
        "zrarray: share nfs-permissions failed: The array's answer lacks a required value: .*"},
   };
