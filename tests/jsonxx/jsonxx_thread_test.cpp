@@ -157,8 +157,8 @@ TEST(Threads, MemoryStaysBoundedWhenOneThreadParsesAndAnotherFrees) {
 
 // Trees that outlive their thread's lists: a thread-local tree built after
 // the thread's first block and destroyed after its lists were handed back,
-// a tree built on an ended thread and freed on the main thread, and a static
-// tree destroyed during exit().
+// and a static tree destroyed during exit(). (Trees built on an ended thread
+// and freed on another are the consumers' in TreesMoveBetweenThreads.)
 TEST(ProcessExitDeathTest, TreesFreedAfterTheirThreadsListsAreGone) {
   EXPECT_EXIT(
       {
@@ -166,16 +166,11 @@ TEST(ProcessExitDeathTest, TreesFreedAfterTheirThreadsListsAreGone) {
         kept_until_exit.parse(page(50, 7));
         thread_local Object per_main_thread;
         per_main_thread.parse(page(50, 8));
-        std::unique_ptr<Object> from_ended_thread;
-        std::thread([&] {
+        std::thread([] {
           thread_local Object per_thread;
           per_thread.parse(page(50, 9));
-          from_ended_thread = std::make_unique<Object>();
-          from_ended_thread->parse(page(50, 10));
         }).join();
-        const bool ok = from_ended_thread->get<Object>("data").get<Array>("changeList").size() == 50;
-        from_ended_thread.reset();
-        std::exit(ok ? 0 : 2);
+        std::exit(0);
       },
       ::testing::ExitedWithCode(0), "");
 }
