@@ -34,6 +34,16 @@ std::string page(const std::vector<std::string>& entries, const std::string& pos
          "\"error\":{\"code\":0,\"description\":\"0\"}}";
 }
 
+// The request fails the page and says why at level -1.
+void ExpectRequestRefusesPage(std::string text, const std::string& why) {
+  HuaweiJSONGetChangeListResult request(1);
+  zrtest::LogCapture log;
+  EXPECT_FALSE(request.readExactPage(text));
+  EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONGetChangeListResult::parseResponse",
+                          "Unable to read the change list with exact file names: " + why))
+      << log.Dump();
+}
+
 TEST(ExactChangeList, NamesComeOutAsTheArrayHoldsThem) {
   const std::pair<std::string, std::string> rows[] = {
       {"/tenantA/.\\\\./tenantB/payroll.xlsx", "/tenantA/.\\./tenantB/payroll.xlsx"},
@@ -86,14 +96,8 @@ TEST(ExactChangeList, UndecodableTextFailsThePage) {
     EXPECT_EQ(info.posObj + std::to_string(info.changes.size()), "before0");
   }
 
-  HuaweiJSONGetChangeListResult request(1);
-  zrtest::LogCapture log;
-  std::string text = page({entry("a\\ud83d")});
-  EXPECT_FALSE(request.readExactPage(text));
-  EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONGetChangeListResult::parseResponse",
-                          "Unable to read the change list with exact file names: the file name \"a\\ud83d\" cannot "
-                          "be decoded: a high surrogate without a low one behind it."))
-      << log.Dump();
+  ExpectRequestRefusesPage(page({entry("a\\ud83d")}),
+                           "the file name \"a\\ud83d\" cannot be decoded: a high surrogate without a low one behind it.");
 }
 
 // A page that is JSON but lacks a value goes to the document model's readers, which fail on it as
@@ -107,13 +111,7 @@ TEST(ExactChangeList, OtherShapesAreLeftToTheDocumentModel) {
   repeated.replace(repeated.find("\\\"links\\\""), 0, "\\\"links\\\":2,");
   std::string copy = repeated;
   EXPECT_EQ(HuaweiChangeListPage::readExact(copy, info).outcome, ExactReading::kOtherShape);
-  HuaweiJSONGetChangeListResult request(1);
-  zrtest::LogCapture log;
-  EXPECT_FALSE(request.readExactPage(repeated));
-  EXPECT_TRUE(log.HasLine(-1, "HuaweiJSONGetChangeListResult::parseResponse",
-                          "Unable to read the change list with exact file names: a value is repeated or not in the "
-                          "array's form."))
-      << log.Dump();
+  ExpectRequestRefusesPage(repeated, "a value is repeated or not in the array's form.");
 }
 
 // A list sent as a plain array rather than a string reads all the same. (Ordinary names read as
