@@ -2,19 +2,28 @@
 //
 //   huawei-array-sim --address 127.0.0.5 --account admin:secret --generate-files 1000000
 //
+//   huawei-array-sim --address 127.0.0.5 --replay inventory.jsonl --strict
+//
 // Prints "ready <address>:<port> ca=<path>" on standard output once it listens, and runs
-// until SIGINT or SIGTERM.
+// until SIGINT or SIGTERM. A replay then says on standard error what it served and what it
+// did not; under --strict its exit status is 3 when a request was unmatched (the first one ends
+// it) or a recorded exchange was never requested.
 #include <malloc.h>
 #include <signal.h>
+#include <unistd.h>
 
+#include <chrono>
+#include <functional>
 #include <iostream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
 #include "ArraySimulator.h"
 #include "Seed.h"
+#include "replay/ReplayServer.h"
 
 namespace {
 
@@ -29,14 +38,44 @@ arraysim::Account ParseAccount(const std::string& text) {
   return account;
 }
 
-int WaitForStopSignal() {
+// SIGUSR1 is the strict replay's own: an unmatched request ends it.
+constexpr int kUnmatchedSignal = SIGUSR1;
+constexpr int kReplayMismatch = 3;
+
+sigset_t StopSignals() {
   sigset_t stopSignals;
   sigemptyset(&stopSignals);
   sigaddset(&stopSignals, SIGINT);
   sigaddset(&stopSignals, SIGTERM);
+  sigaddset(&stopSignals, kUnmatchedSignal);
+  return stopSignals;
+}
+
+int WaitForStopSignal() {
+  const sigset_t stopSignals = StopSignals();
   int received = 0;
   sigwait(&stopSignals, &received);
   return received;
+}
+
+int Replay(const arraysim::SimulatorOptions& options, const std::string& file, bool strict) {
+  std::function<void()> onUnmatched;
+  if (strict) onUnmatched = [] { kill(getpid(), kUnmatchedSignal); };
+  arraysim::ReplayServer server(options, arraysim::LoadRecording(file), std::cerr, onUnmatched);
+  server.start();
+  std::cout << "ready " << server.address() << ":" << server.port() << " ca=" << server.caCertPath() << std::endl;
+  const int signal = WaitForStopSignal();
+  if (signal == kUnmatchedSignal) {
+    // The signal comes as the error answer is handed to the server: let it reach the client,
+    // which then fails with the answer's words, not with a broken connection.
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  } else {
+    std::cerr << "stopping on signal " << signal << std::endl;
+  }
+  server.stop();
+  const auto summary = server.summary();
+  std::cerr << arraysim::DescribeReplay(summary) << std::flush;
+  return strict && !summary.complete() ? kReplayMismatch : 0;
 }
 
 }  // namespace
@@ -71,18 +110,23 @@ int main(int argc, char** argv) {
       },
       "Entries of the generated difference: half modified, a quarter created, a quarter deleted (default: all files)");
   app.add_flag("!--no-record", options.recordRequests, "Do not keep the requests (long benchmarks)");
+  std::string replayFile;
+  bool strict = false;
+  auto* replay = app.add_option("--replay", replayFile, "Serve this recording instead of a simulated array")
+                     ->check(CLI::ExistingFile)
+                     ->excludes("--seed", "--generate-files", "--generate-changes", "--account", "--device-id",
+                                "--page-size");
+  app.add_flag("--strict", strict, "End the replay at the first request the recording does not hold")->needs(replay);
   CLI11_PARSE(app, argc, argv);
 
   // Block the stop signals before any thread starts, so that every thread inherits the mask
   // and sigwait() alone receives them.
-  sigset_t stopSignals;
-  sigemptyset(&stopSignals);
-  sigaddset(&stopSignals, SIGINT);
-  sigaddset(&stopSignals, SIGTERM);
+  const sigset_t stopSignals = StopSignals();
   pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
   signal(SIGPIPE, SIG_IGN);
 
   try {
+    if (!replayFile.empty()) return Replay(options, replayFile, strict);
     for (const auto& text : accounts) options.accounts.push_back(ParseAccount(text));
     if (!seedFile.empty()) options.seed = arraysim::LoadSeedFile(seedFile);
     arraysim::ArraySimulator simulator(options);
