@@ -29,6 +29,15 @@ struct ZrLibrarySettings {
   // with one). The library does not create the directory; a login that cannot write there fails
   // and says why. Give an absolute path: a relative one follows the working directory.
   std::string cookieDirectory;
+
+  // File into which every exchange of the process with an array is recorded, one JSON line each.
+  // Empty: nothing is recorded. It is created with mode 0600 at the first login and must not exist
+  // yet: a login fails, and says why, when the file cannot be made. The password, the tokens and
+  // the cookies never reach it.
+  std::string recordingFile;
+  // Also replace, consistently through the file, what identifies the array and its site: serial
+  // numbers, WWNs, IP addresses, IQNs, host and user names.
+  bool recordingAnonymised = false;
 };
 
 // Makes the choices of this process. The first call wins; a later one changes nothing and answers

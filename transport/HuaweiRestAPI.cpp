@@ -5,6 +5,7 @@
 #include "AnswerParsing.h"
 #include "ErrorCode.h"
 #include "ErrorObjectReader.h"
+#include "ExchangeRecorder.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiRequestTypes.h"
 #include "PasswordMask.h"
@@ -186,6 +187,13 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
   if (!toHttpMethod(type, method)) {
     debug.DebugLvl(kLog, -1, m_jobId, "Invalid request type.");
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Invalid request type.");
+  }
+
+  // A recording asked for and impossible ends the login: running unrecorded would go unnoticed.
+  std::string recordingFailure;
+  if (login && !HuaweiTransport::ExchangeRecorder::startFromSettings(recordingFailure)) {
+    debug.DebugLvl(kLog, -1, m_jobId, "%s", recordingFailure.c_str());
+    return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, recordingFailure);
   }
 
   ZRLibCurl* client = nullptr;

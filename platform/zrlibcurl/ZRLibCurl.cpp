@@ -2,6 +2,8 @@
 
 #include <curl/curl.h>
 
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -17,8 +19,11 @@
 #include "CurlLog.h"
 #include "RequestHeaders.h"
 #include "TransportSecurity.h"
+#include "ZRLibCurlRecorder.h"
 
 namespace {
+
+std::atomic<ZRLibCurlRecorder*> g_recorder{nullptr};
 
 const char* MethodName(_http_req_type_ method) {
   switch (method) {
@@ -68,6 +73,8 @@ struct ZRLibCurl::Impl {
   bool SetMethodAndBody(_http_req_type_ method, const void* data, unsigned long length);
   bool LoadCookieFiles(std::string& error);
   bool RefuseRedirect(_http_req_type_ method, const char* url);
+  void Record(_http_req_type_ method, const char* url, const void* data, unsigned long length,
+              std::chrono::steady_clock::time_point started) const;
   void ForgetResponse();
   bool Receive(const char* data, size_t size);
   static size_t OnBody(char* data, size_t size, size_t count, void* self);
@@ -82,6 +89,8 @@ struct ZRLibCurl::Impl {
   std::vector<std::string> cookieFiles;
   std::string cookieJar;
   ZRLibCurlWriteCallback writeCallback = nullptr;
+  // Taken at init, so that a client records all its exchanges or none.
+  ZRLibCurlRecorder* recorder = nullptr;
 
   bool hasResponse = false;
   bool bodyTooLarge = false;
@@ -102,6 +111,7 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
     return false;
   }
   writeCallback = callback;
+  recorder = g_recorder.load(std::memory_order_acquire);
   headers.SetInitialContentType(contentTypeHeader ? contentTypeHeader : "");
 
   bool ok = zrcurl::ApplyClientSettings(handle, *settings);
@@ -244,6 +254,8 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
     return false;
   }
 
+  std::chrono::steady_clock::time_point started;
+  if (recorder) started = std::chrono::steady_clock::now();
   const CURLcode result = curl_easy_perform(handle);
   if (bodyTooLarge) {
     zrcurl::Log(zrcurl::kErrorLevel, "%s %s: the answer is longer than the limit of %llu bytes; it was not read.",
@@ -275,7 +287,18 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
     }
   }
   hasResponse = true;
+  if (recorder) Record(method, url, data, length, started);
   return true;
+}
+
+void ZRLibCurl::Impl::Record(_http_req_type_ method, const char* url, const void* data, unsigned long length,
+                             std::chrono::steady_clock::time_point started) const {
+  const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - started;
+  const bool gathered = writeCallback == nullptr;
+  const ZRLibCurlExchange exchange{MethodName(method), url, static_cast<const char*>(data),
+                                   data ? static_cast<std::size_t>(length) : 0, httpStatus,
+                                   gathered ? body.data() : nullptr, gathered ? body.size() : 0, took.count()};
+  recorder->record(exchange);
 }
 
 // A redirect is a failed exchange: its body is not the answer that was asked for.
@@ -381,3 +404,5 @@ bool ZRLibCurl::ZRLibCurlTakeHttpResponse(std::string& body) {
 }
 
 long ZRLibCurl::GetHttpErrorCode() { return impl_->httpStatus; }
+
+void ZRLibCurlSetRecorder(ZRLibCurlRecorder* recorder) { g_recorder.store(recorder, std::memory_order_release); }

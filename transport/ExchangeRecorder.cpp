@@ -1,0 +1,185 @@
+#include "ExchangeRecorder.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <stdexcept>
+
+#include "JsonStrings.h"
+#include "PasswordMask.h"
+#include "RecordingAnonymiser.h"
+#include "TkDebug.h"
+#include "ZrLibrarySettings.h"
+#include "ZrManageHuaweiVersion.h"
+
+namespace HuaweiTransport {
+
+namespace {
+
+const char kLoginResourceEnd[] = "/sessions";
+const char kPasswordOpening[] = "password\":\"";
+const char kPasswordClosing[] = "\", \"scope\"";
+
+bool isWordByte(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; }
+
+// Every occurrence of `secret` that stands on its own (no letter or digit glued to either side)
+// becomes `placeholder`: a device identifier of digits must not eat into a longer number.
+void replaceWhole(std::string& text, const std::string& secret, const char* placeholder) {
+  if (secret.empty()) return;
+  const std::size_t length = std::strlen(placeholder);
+  for (std::size_t at = text.find(secret); at != std::string::npos; at = text.find(secret, at)) {
+    const std::size_t end = at + secret.size();
+    if ((at > 0 && isWordByte(text[at - 1])) || (end < text.size() && isWordByte(text[end]))) {
+      ++at;
+      continue;
+    }
+    text.replace(at, secret.size(), placeholder);
+    at += length;
+  }
+}
+
+// The path and query of a URL: what follows "scheme://authority".
+std::string resourceOf(const char* url) {
+  const char* rest = std::strstr(url, "://");
+  rest = rest ? rest + 3 : url;
+  const char* path = std::strpbrk(rest, "/?");
+  return path ? std::string(path) : std::string("/");
+}
+
+bool endsWith(const std::string& text, const char* end) {
+  const std::size_t length = std::strlen(end);
+  return text.size() >= length && text.compare(text.size() - length, length, end) == 0;
+}
+
+void remember(std::vector<std::string>& secrets, std::string value) {
+  if (value.empty()) return;
+  for (const std::string& known : secrets) {
+    if (known == value) return;
+  }
+  secrets.push_back(std::move(value));
+}
+
+}  // namespace
+
+ExchangeRecorder::ExchangeRecorder(const std::string& path, bool anonymised)
+    : path_(path), anonymiser_(anonymised ? std::make_unique<RecordingAnonymiser>() : nullptr) {
+  fd_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  if (fd_ < 0) {
+    throw std::runtime_error("Unable to create the recording file [" + path + "]: " + std::strerror(errno));
+  }
+  writeLine(std::string("{\"recording\":1,\"library\":\"") + ZRMANAGEHUAWEI_VERSION + "\",\"anonymised\":" +
+            (anonymised ? "true" : "false") + "}\n");
+}
+
+ExchangeRecorder::~ExchangeRecorder() {
+  if (fd_ >= 0) ::close(fd_);
+}
+
+void ExchangeRecorder::writeLine(const std::string& text) {
+  std::size_t written = 0;
+  while (written < text.size()) {
+    const ssize_t n = ::write(fd_, text.data() + written, text.size() - written);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) {
+      TkDebug(nullptr).DebugLvl("ExchangeRecorder::writeLine", -1, 0,
+                                "Unable to write to the recording file [%s]: %s", path_.c_str(),
+                                n < 0 ? std::strerror(errno) : "nothing written");
+      return;
+    }
+    written += static_cast<std::size_t>(n);
+  }
+}
+
+// The login tells the secrets of its session: the password in its body, the device identifier
+// and the token in its answer.
+void ExchangeRecorder::learnSecrets(const std::string& request, const std::string& answer) {
+  const std::size_t opening = request.find(kPasswordOpening);
+  if (opening != std::string::npos) {
+    const std::size_t start = opening + sizeof kPasswordOpening - 1;
+    const std::size_t closing = request.find(kPasswordClosing, start);
+    if (closing != std::string::npos) remember(passwords_, request.substr(start, closing - start));
+  }
+  std::string copy = answer;
+  rewriteJsonStrings(copy, [this](std::string_view key, std::string_view value, std::string&) {
+    if (key == "deviceid") remember(deviceIds_, std::string(value));
+    if (key == "iBaseToken") remember(tokens_, std::string(value));
+    return false;
+  });
+}
+
+void ExchangeRecorder::hideSecrets(std::string& text) const {
+  for (const std::string& password : passwords_) hidePassword(text, password);
+  rewriteJsonStrings(text, [](std::string_view key, std::string_view, std::string& replacement) {
+    if (key != "iBaseToken") return false;
+    replacement = "{iBaseToken}";
+    return true;
+  });
+  for (const std::string& token : tokens_) replaceWhole(text, token, "{iBaseToken}");
+  for (const std::string& deviceId : deviceIds_) replaceWhole(text, deviceId, "{deviceid}");
+}
+
+std::string ExchangeRecorder::line(const ZRLibCurlExchange& exchange) {
+  std::string resource = resourceOf(exchange.url);
+  std::string request(exchange.request ? exchange.request : "", exchange.request ? exchange.requestLength : 0);
+  std::string answer(exchange.answer ? exchange.answer : "", exchange.answer ? exchange.answerLength : 0);
+
+  const bool login = std::strcmp(exchange.method, "POST") == 0 && endsWith(resource, kLoginResourceEnd);
+  if (login) {
+    learnSecrets(request, answer);
+    maskPassword(request);
+  }
+  hideSecrets(resource);
+  hideSecrets(request);
+  hideSecrets(answer);
+  if (anonymiser_) anonymiser_->anonymise(resource, request, answer);
+
+  std::string text;
+  text.reserve(resource.size() + request.size() + answer.size() + 96);
+  text += "{\"method\":";
+  appendJsonString(text, exchange.method);
+  text += ",\"resource\":";
+  appendJsonString(text, resource);
+  text += ",\"request\":";
+  appendJsonString(text, request);
+  char number[48];
+  std::snprintf(number, sizeof number, ",\"status\":%ld,\"answer\":", exchange.status);
+  text += number;
+  appendJsonString(text, answer);
+  std::snprintf(number, sizeof number, ",\"ms\":%.3f}\n", exchange.milliseconds);
+  text += number;
+  return text;
+}
+
+void ExchangeRecorder::record(const ZRLibCurlExchange& exchange) noexcept {
+  try {
+    std::lock_guard<std::mutex> lock(mutex_);
+    writeLine(line(exchange));
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "ExchangeRecorder: an exchange was not recorded: %s\n", error.what());
+  } catch (...) {
+    std::fprintf(stderr, "ExchangeRecorder: an exchange was not recorded\n");
+  }
+}
+
+bool ExchangeRecorder::startFromSettings(std::string& reason) {
+  const ZrLibrarySettings& settings = ZrLibraryGetSettings();
+  if (settings.recordingFile.empty()) return true;
+  static std::once_flag started;
+  static std::string failure;
+  std::call_once(started, [&settings] {
+    try {
+      // Never freed: clients may record up to the last static destructor.
+      ZRLibCurlSetRecorder(new ExchangeRecorder(settings.recordingFile, settings.recordingAnonymised));
+    } catch (const std::exception& error) {
+      failure = error.what();
+    }
+  });
+  reason = failure;
+  return failure.empty();
+}
+
+}  // namespace HuaweiTransport
