@@ -1,9 +1,8 @@
 #include "replay/Recording.h"
 
 #include <fstream>
-#include <stdexcept>
-
 #include <nlohmann/json.hpp>
+#include <stdexcept>
 
 namespace arraysim {
 namespace {

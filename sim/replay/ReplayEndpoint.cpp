@@ -83,8 +83,8 @@ HttpAnswer ReplayEndpoint::handle(const IncomingRequest& request) {
   std::string token = request.header("iBaseToken");
   if (ExchangeMatcher::IsLogin(request.method, resource)) {
     token = randomText(32, kHex);
-    answer.headers.emplace_back("Set-Cookie", std::string(SessionRegistry::kCookieName) + "=" +
-                                                  randomText(32, kHex) + "; Path=/; Secure; HttpOnly");
+    answer.headers.emplace_back("Set-Cookie", std::string(SessionRegistry::kCookieName) + "=" + randomText(32, kHex) +
+                                                  "; Path=/; Secure; HttpOnly");
   }
   ReplaceAll(answer.body, kDeviceIdPlaceholder, deviceId_);
   ReplaceAll(answer.body, kTokenPlaceholder, token);
@@ -99,10 +99,10 @@ HttpAnswer ReplayEndpoint::unmatched(const IncomingRequest& request, const std::
   diagnostics_ << "replay: unmatched request " << Quoted(named) << (showBody ? " body " + Quoted(body) : "")
                << std::endl;
   HttpAnswer answer;
-  answer.body = RenderEnvelope(
-      Reply::Error(codes::kResourceNotServed, "The recording holds no exchange for " + named + ".",
-                   "Record the operation against the array, or run the operations that were recorded."),
-      AnswerStyle{});
+  answer.body =
+      RenderEnvelope(Reply::Error(codes::kResourceNotServed, "The recording holds no exchange for " + named + ".",
+                                  "Record the operation against the array, or run the operations that were recorded."),
+                     AnswerStyle{});
   return answer;
 }
 
@@ -118,8 +118,8 @@ std::string DescribeReplay(const ReplaySummary& summary) {
                      (summary.inOrder ? "" : ", served out of recorded order") + "\n";
   for (const auto& request : summary.unmatched) text += "  unmatched: " + Quoted(request) + "\n";
   for (const auto& exchange : summary.neverRequested) {
-    text += "  never requested (line " + std::to_string(exchange.line) + "): " +
-            Quoted(exchange.method + " " + exchange.resource) + "\n";
+    text += "  never requested (line " + std::to_string(exchange.line) +
+            "): " + Quoted(exchange.method + " " + exchange.resource) + "\n";
   }
   return text;
 }

@@ -34,8 +34,9 @@ void ReplayServer::start() {
     files = MakeCertificates(directory, options_.address);
   }
   caCertPath_ = files.caCertPath;
-  auto server = std::make_unique<HttpsServer>(files.serverCertPath, files.serverKeyPath, options_.threads,
-                                              [this](const IncomingRequest& request) { return endpoint_.handle(request); });
+  auto server =
+      std::make_unique<HttpsServer>(files.serverCertPath, files.serverKeyPath, options_.threads,
+                                    [this](const IncomingRequest& request) { return endpoint_.handle(request); });
   port_ = server->start(options_.address, options_.port);
   server_ = std::move(server);
 }

@@ -32,6 +32,7 @@ class ReplayServer {
   const std::string& address() const { return options_.address; }
   int port() const { return port_; }
   const std::string& caCertPath() const { return caCertPath_; }
+  const std::string& deviceId() const { return endpoint_.deviceId(); }
   ReplaySummary summary() const { return endpoint_.summary(); }
 
  private:
