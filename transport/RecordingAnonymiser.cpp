@@ -77,7 +77,8 @@ std::string RecordingAnonymiser::makeStandIn(Kind kind, std::string_view value) 
   char text[64];
   switch (kind) {
     case kIpv4:
-      std::snprintf(text, sizeof text, "10.%u.%u.%u", (n / 65025) % 256, (n / 255) % 255, n % 255 + 1);
+      std::snprintf(text, sizeof text, "10.%u.%u.%u", ((n - 1) / 65025) % 256, ((n - 1) / 255) % 255,
+                    (n - 1) % 255 + 1);
       return text;
     case kIpv6:
       std::snprintf(text, sizeof text, "fd00::%x", n);
