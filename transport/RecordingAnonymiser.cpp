@@ -62,8 +62,11 @@ std::string_view collectionOf(std::string_view resource) {
 std::size_t ipv4Length(const std::string& text, std::size_t at) {
   if (at > 0 && (std::isdigit(static_cast<unsigned char>(text[at - 1])) || text[at - 1] == '.')) return 0;
   std::size_t end = at;
-  while (end < text.size() && (std::isdigit(static_cast<unsigned char>(text[end])) || text[end] == '.')) ++end;
-  return isAddress(AF_INET, std::string_view(text).substr(at, end - at)) ? end - at : 0;
+  int dots = 0;
+  for (; end < text.size() && (std::isdigit(static_cast<unsigned char>(text[end])) || text[end] == '.'); ++end) {
+    dots += text[end] == '.';
+  }
+  return dots == 3 && isAddress(AF_INET, std::string_view(text).substr(at, end - at)) ? end - at : 0;
 }
 
 }  // namespace
