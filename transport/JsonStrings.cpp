@@ -1,6 +1,7 @@
 #include "JsonStrings.h"
 
-#include <cstdio>
+#include <array>
+#include <cstring>
 #include <vector>
 
 namespace HuaweiTransport {
@@ -50,11 +51,14 @@ std::size_t utf8Length(std::string_view text, std::size_t at) {
   return length;
 }
 
-void appendEscapedByte(std::string& out, unsigned char byte) {
-  char escaped[8];
-  std::snprintf(escaped, sizeof escaped, "\\u%04x", byte);
-  out += escaped;
+// Length of each ASCII character in a JSON string literal.
+constexpr std::array<unsigned char, 128> escapedLengths() {
+  std::array<unsigned char, 128> lengths{};
+  for (unsigned c = 0; c < 128; ++c) lengths[c] = c < 0x20 ? 6 : 1;
+  lengths['"'] = lengths['\\'] = lengths['\n'] = lengths['\r'] = lengths['\t'] = 2;
+  return lengths;
 }
+constexpr std::array<unsigned char, 128> kEscapedLength = escapedLengths();
 
 }  // namespace
 
@@ -95,38 +99,57 @@ bool rewriteJsonStrings(std::string& text, const JsonStringVisitor& visit) {
   return changed;
 }
 
+// Two passes: the length first, then the bytes written in place, so that a long answer costs one
+// allocation and no append per byte.
 void appendJsonString(std::string& out, std::string_view text) {
-  out.reserve(out.size() + text.size() + 2);
-  out += '"';
+  std::size_t length = 2;
   for (std::size_t at = 0; at < text.size();) {
     const unsigned char c = static_cast<unsigned char>(text[at]);
-    if (c >= 0x80) {
-      const std::size_t length = utf8Length(text, at);
-      if (length == 0) {
-        appendEscapedByte(out, c);
-        ++at;
-      } else {
-        out.append(text.data() + at, length);
-        at += length;
-      }
+    if (c < 0x80) {
+      length += kEscapedLength[c];
+      ++at;
+    } else {
+      const std::size_t sequence = utf8Length(text, at);
+      length += sequence ? sequence : 6;
+      at += sequence ? sequence : 1;
+    }
+  }
+  const std::size_t start = out.size();
+  out.resize(start + length);
+  char* to = &out[start];
+  *to++ = '"';
+  for (std::size_t at = 0; at < text.size();) {
+    const unsigned char c = static_cast<unsigned char>(text[at]);
+    if (c < 0x80 && kEscapedLength[c] == 1) {
+      *to++ = static_cast<char>(c);
+      ++at;
       continue;
     }
+    const std::size_t sequence = c < 0x80 ? 1 : utf8Length(text, at);
+    if (c >= 0x80 && sequence) {
+      std::memcpy(to, text.data() + at, sequence);
+      to += sequence;
+      at += sequence;
+      continue;
+    }
+    *to++ = '\\';
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"': *to++ = '"'; break;
+      case '\\': *to++ = '\\'; break;
+      case '\n': *to++ = 'n'; break;
+      case '\r': *to++ = 'r'; break;
+      case '\t': *to++ = 't'; break;
       default:
-        if (c < 0x20) {
-          appendEscapedByte(out, c);
-        } else {
-          out += static_cast<char>(c);
-        }
+        // A control character, or a byte that is no UTF-8: the character of its number.
+        *to++ = 'u';
+        *to++ = '0';
+        *to++ = '0';
+        *to++ = "0123456789abcdef"[c >> 4];
+        *to++ = "0123456789abcdef"[c & 15];
     }
     ++at;
   }
-  out += '"';
+  *to = '"';
 }
 
 }  // namespace HuaweiTransport
