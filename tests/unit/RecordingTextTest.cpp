@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "JsonStrings.h"
 #include "RecordingAnonymiser.h"
@@ -32,6 +33,27 @@ TEST(RecordingText, StringLiteralsAreValidJsonAndUtf8) {
     std::string out = "x";
     appendJsonString(out, row.first);
     EXPECT_EQ(out, "x" + row.second) << row.second;
+  }
+}
+
+// Long texts go sixteen bytes at a time and in slices: every special byte at every place of a block,
+// escaped quotes across block edges, a character across the edge of a slice. Parsed back, each is
+// the text it was.
+TEST(RecordingText, LongStringLiteralsParseBackToTheirText) {
+  std::vector<std::string> texts;
+  for (const std::string special : {"\"", "\\", "\\\"", "\n", "\x01", "\xc3\xa9", "\xe6\x97\xa5", "\xf0\x9f\x98\x80"}) {
+    for (std::size_t at = 0; at < 40; ++at) texts.push_back(std::string(at, 'a') + special + std::string(40 - at, 'b'));
+  }
+  std::string changeList;
+  while (changeList.size() < 200000) changeList += R"([{\"inode\":65,\"filePath\":\"/d\xc3\xa9j\xc3\xa0/x\\y.txt\"},)";
+  texts.push_back(changeList);
+  for (std::size_t shift = 0; shift < 4; ++shift) {
+    texts.push_back(std::string(65535 - shift, 'x') + "\xe6\x97\xa5\xf0\x9f\x98\x80" + std::string(100, 'y'));
+  }
+  for (const std::string& text : texts) {
+    std::string literal;
+    appendJsonString(literal, text);
+    ASSERT_EQ(nlohmann::json::parse(literal).get<std::string>(), text) << literal.substr(0, 200);
   }
 }
 
