@@ -111,6 +111,20 @@ void ExchangeRecorder::learnSecrets(const std::string& request, const std::strin
   });
 }
 
+bool ExchangeRecorder::mayHoldSecrets(std::string_view text) const {
+  const auto holds = [text](const std::string& secret) {
+    return !secret.empty() && memmem(text.data(), text.size(), secret.data(), secret.size()) != nullptr;
+  };
+  static const std::string kTokenKey = "\"iBaseToken\"";
+  if (holds(kTokenKey)) return true;
+  for (const auto* secrets : {&passwords_, &tokens_, &deviceIds_}) {
+    for (const std::string& secret : *secrets) {
+      if (holds(secret)) return true;
+    }
+  }
+  return false;
+}
+
 void ExchangeRecorder::hideSecrets(std::string& text) const {
   for (const std::string& password : passwords_) hidePassword(text, password);
   rewriteJsonStrings(text, [](std::string_view key, std::string_view, std::string& replacement) {
@@ -122,42 +136,63 @@ void ExchangeRecorder::hideSecrets(std::string& text) const {
   for (const std::string& deviceId : deviceIds_) replaceWhole(text, deviceId, "{deviceid}");
 }
 
-std::string ExchangeRecorder::line(const ZRLibCurlExchange& exchange) {
-  std::string resource = resourceOf(exchange.url);
-  std::string request(exchange.request ? exchange.request : "", exchange.request ? exchange.requestLength : 0);
-  std::string answer(exchange.answer ? exchange.answer : "", exchange.answer ? exchange.answerLength : 0);
+// A body as it goes into the line: the client's own bytes when nothing in it must change (as for
+// nearly every page of a change list), else a copy in `changed` with the secrets replaced.
+std::string_view ExchangeRecorder::recordable(const char* data, std::size_t length, std::string& changed) const {
+  const std::string_view body(data ? data : "", data ? length : 0);
+  if (!anonymiser_ && !mayHoldSecrets(body)) return body;
+  changed.assign(body);
+  hideSecrets(changed);
+  return changed;
+}
 
-  const bool login = std::strcmp(exchange.method, "POST") == 0 && endsWith(resource, kLoginResourceEnd);
-  if (login) {
+void ExchangeRecorder::appendLine(const ZRLibCurlExchange& exchange) {
+  std::string resource = resourceOf(exchange.url);
+  std::string request, answer;
+  std::string_view requestText, answerText;
+  if (std::strcmp(exchange.method, "POST") == 0 && endsWith(resource, kLoginResourceEnd)) {
+    request.assign(exchange.request ? exchange.request : "", exchange.request ? exchange.requestLength : 0);
+    answer.assign(exchange.answer ? exchange.answer : "", exchange.answer ? exchange.answerLength : 0);
     learnSecrets(request, answer);
     maskPassword(request);
+    hideSecrets(request);
+    hideSecrets(answer);
+    requestText = request;
+    answerText = answer;
+  } else {
+    requestText = recordable(exchange.request, exchange.requestLength, request);
+    answerText = recordable(exchange.answer, exchange.answerLength, answer);
   }
   hideSecrets(resource);
-  hideSecrets(request);
-  hideSecrets(answer);
-  if (anonymiser_) anonymiser_->anonymise(resource, request, answer);
+  if (anonymiser_) {
+    request.assign(requestText);
+    answer.assign(answerText);
+    anonymiser_->anonymise(resource, request, answer);
+    requestText = request;
+    answerText = answer;
+  }
 
-  std::string text;
-  text.reserve(resource.size() + request.size() + answer.size() + 96);
-  text += "{\"method\":";
-  appendJsonString(text, exchange.method);
-  text += ",\"resource\":";
-  appendJsonString(text, resource);
-  text += ",\"request\":";
-  appendJsonString(text, request);
+  line_ += "{\"method\":";
+  appendJsonString(line_, exchange.method);
+  line_ += ",\"resource\":";
+  appendJsonString(line_, resource);
+  line_ += ",\"request\":";
+  appendJsonString(line_, requestText);
   char number[48];
   std::snprintf(number, sizeof number, ",\"status\":%ld,\"answer\":", exchange.status);
-  text += number;
-  appendJsonString(text, answer);
+  line_ += number;
+  appendJsonString(line_, answerText);
   std::snprintf(number, sizeof number, ",\"ms\":%.3f}\n", exchange.milliseconds);
-  text += number;
-  return text;
+  line_ += number;
 }
 
 void ExchangeRecorder::record(const ZRLibCurlExchange& exchange) noexcept {
   try {
     std::lock_guard<std::mutex> lock(mutex_);
-    writeLine(line(exchange));
+    // The buffer keeps its size from line to line: a long answer does not cost fresh pages each time.
+    line_.clear();
+    appendLine(exchange);
+    writeLine(line_);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "ExchangeRecorder: an exchange was not recorded: %s\n", error.what());
   } catch (...) {

@@ -11,6 +11,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ZRLibCurlRecorder.h"
@@ -35,9 +36,11 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   static bool startFromSettings(std::string& reason);
 
  private:
-  std::string line(const ZRLibCurlExchange& exchange);
+  void appendLine(const ZRLibCurlExchange& exchange);
   void learnSecrets(const std::string& request, const std::string& answer);
+  bool mayHoldSecrets(std::string_view text) const;
   void hideSecrets(std::string& text) const;
+  std::string_view recordable(const char* data, std::size_t length, std::string& changed) const;
   void writeLine(const std::string& text);
 
   std::mutex mutex_;  // one line at a time, and the secrets and stand-ins they share
@@ -47,6 +50,7 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   std::vector<std::string> deviceIds_;
   std::vector<std::string> tokens_;
   std::vector<std::string> passwords_;
+  std::string line_;
 };
 
 }  // namespace HuaweiTransport

@@ -1,7 +1,13 @@
 #include "JsonStrings.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <array>
+#include <cstring>
 #include <vector>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace HuaweiTransport {
 
@@ -50,11 +56,14 @@ std::size_t utf8Length(std::string_view text, std::size_t at) {
   return length;
 }
 
-void appendEscapedByte(std::string& out, unsigned char byte) {
-  char escaped[8];
-  std::snprintf(escaped, sizeof escaped, "\\u%04x", byte);
-  out += escaped;
+// Length of each ASCII character in a JSON string literal.
+constexpr std::array<unsigned char, 128> escapedLengths() {
+  std::array<unsigned char, 128> lengths{};
+  for (unsigned c = 0; c < 128; ++c) lengths[c] = c < 0x20 ? 6 : 1;
+  lengths['"'] = lengths['\\'] = lengths['\n'] = lengths['\r'] = lengths['\t'] = 2;
+  return lengths;
 }
+constexpr std::array<unsigned char, 128> kEscapedLength = escapedLengths();
 
 }  // namespace
 
@@ -95,36 +104,92 @@ bool rewriteJsonStrings(std::string& text, const JsonStringVisitor& visit) {
   return changed;
 }
 
-void appendJsonString(std::string& out, std::string_view text) {
-  out.reserve(out.size() + text.size() + 2);
-  out += '"';
-  for (std::size_t at = 0; at < text.size();) {
-    const unsigned char c = static_cast<unsigned char>(text[at]);
-    if (c >= 0x80) {
-      const std::size_t length = utf8Length(text, at);
-      if (length == 0) {
-        appendEscapedByte(out, c);
-        ++at;
-      } else {
-        out.append(text.data() + at, length);
-        at += length;
+namespace {
+
+// Escapes from `from` until at least `stop` (a UTF-8 sequence or a block of plain bytes may run a
+// little past it, never past `end`) into `to`, which has room for six bytes per byte and sixteen
+// more. Answers where it stopped.
+const char* escapeRun(const char* from, const char* stop, const char* end, char*& to) {
+#ifdef __SSE2__
+  const __m128i quote = _mm_set1_epi8('"');
+  const __m128i backslash = _mm_set1_epi8('\\');
+  const __m128i blank = _mm_set1_epi8(' ');
+#endif
+  while (from < stop) {
+#ifdef __SSE2__
+    // Sixteen bytes at a time, up to the first that needs a look: a quote, a backslash, a control
+    // character, or a byte outside ASCII (negative as a signed byte, so below the blank as well).
+    if (end - from >= 16) {
+      const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
+      const __m128i special = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(block, quote), _mm_cmpeq_epi8(block, backslash)),
+                                           _mm_cmplt_epi8(block, blank));
+      const int mask = _mm_movemask_epi8(special);
+      if (mask == 0) {
+        from += 16;
+        to += 16;
+        continue;
       }
+      const int plain = __builtin_ctz(static_cast<unsigned>(mask));
+      from += plain;
+      to += plain;
+    }
+#endif
+    const unsigned char c = static_cast<unsigned char>(*from);
+    if (c >= 0x80) {
+      const std::size_t sequence = utf8Length(std::string_view(from, static_cast<std::size_t>(end - from)), 0);
+      if (sequence) {
+        std::memcpy(to, from, sequence);
+        to += sequence;
+        from += sequence;
+        continue;
+      }
+    } else if (kEscapedLength[c] == 1) {
+      *to++ = static_cast<char>(c);
+      ++from;
+      continue;
+    } else if (c == '\\' && end - from >= 2 && from[1] == '"') {
+      // An escaped quote, as change lists hold thousands of: both in one step.
+      std::memcpy(to, "\\\\\\\"", 4);
+      to += 4;
+      from += 2;
       continue;
     }
+    *to++ = '\\';
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"': *to++ = '"'; break;
+      case '\\': *to++ = '\\'; break;
+      case '\n': *to++ = 'n'; break;
+      case '\r': *to++ = 'r'; break;
+      case '\t': *to++ = 't'; break;
       default:
-        if (c < 0x20) {
-          appendEscapedByte(out, c);
-        } else {
-          out += static_cast<char>(c);
-        }
+        // A control character, or a byte that is no UTF-8: the character of its number.
+        std::memcpy(to, "u00", 3);
+        to[3] = "0123456789abcdef"[c >> 4];
+        to[4] = "0123456789abcdef"[c & 15];
+        to += 5;
     }
-    ++at;
+    ++from;
+  }
+  return from;
+}
+
+}  // namespace
+
+// Written in place, a slice at a time, into room for the longest each slice can grow to: no
+// append per byte, and a long answer never needs six times its size at once.
+void appendJsonString(std::string& out, std::string_view text) {
+  const std::size_t kSlice = 1 << 16;
+  out += '"';
+  const char* from = text.data();
+  const char* const end = from + text.size();
+  while (from < end) {
+    const std::size_t take = std::min(kSlice, static_cast<std::size_t>(end - from));
+    const std::size_t start = out.size();
+    out.resize(start + 6 * take + 16);
+    char* to = &out[start];
+    from = escapeRun(from, from + take, end, to);
+    out.resize(static_cast<std::size_t>(to - out.data()));
   }
   out += '"';
 }

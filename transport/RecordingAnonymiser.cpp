@@ -13,7 +13,29 @@ namespace {
 
 const char kDevicePrefix[] = "/deviceManager/rest/";
 
-bool isSeparator(char c) { return c == '/' || c == '?' || c == '&' || c == '=' || c == ':' || c == ','; }
+bool isSeparator(char c) { return c == '/' || c == '?' || c == '&' || c == '='; }
+
+int hexValue(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  return -1;
+}
+
+// A piece of a URL as the value it carries: names with blanks or other bytes arrive encoded.
+std::string percentDecoded(std::string_view piece) {
+  std::string value;
+  value.reserve(piece.size());
+  for (std::size_t at = 0; at < piece.size(); ++at) {
+    if (piece[at] == '%' && at + 2 < piece.size() && hexValue(piece[at + 1]) >= 0 && hexValue(piece[at + 2]) >= 0) {
+      value += static_cast<char>(hexValue(piece[at + 1]) * 16 + hexValue(piece[at + 2]));
+      at += 2;
+    } else {
+      value += piece[at];
+    }
+  }
+  return value;
+}
 
 bool contains(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 
@@ -40,8 +62,11 @@ std::string_view collectionOf(std::string_view resource) {
 std::size_t ipv4Length(const std::string& text, std::size_t at) {
   if (at > 0 && (std::isdigit(static_cast<unsigned char>(text[at - 1])) || text[at - 1] == '.')) return 0;
   std::size_t end = at;
-  while (end < text.size() && (std::isdigit(static_cast<unsigned char>(text[end])) || text[end] == '.')) ++end;
-  return isAddress(AF_INET, std::string_view(text).substr(at, end - at)) ? end - at : 0;
+  int dots = 0;
+  for (; end < text.size() && (std::isdigit(static_cast<unsigned char>(text[end])) || text[end] == '.'); ++end) {
+    dots += text[end] == '.';
+  }
+  return dots == 3 && isAddress(AF_INET, std::string_view(text).substr(at, end - at)) ? end - at : 0;
 }
 
 }  // namespace
@@ -77,7 +102,8 @@ std::string RecordingAnonymiser::makeStandIn(Kind kind, std::string_view value) 
   char text[64];
   switch (kind) {
     case kIpv4:
-      std::snprintf(text, sizeof text, "10.%u.%u.%u", (n / 65025) % 256, (n / 255) % 255, n % 255 + 1);
+      std::snprintf(text, sizeof text, "10.%u.%u.%u", ((n - 1) / 65025) % 256, ((n - 1) / 255) % 255,
+                    (n - 1) % 255 + 1);
       return text;
     case kIpv6:
       std::snprintf(text, sizeof text, "fd00::%x", n);
@@ -126,7 +152,7 @@ void RecordingAnonymiser::learnFromResource(std::string_view collection, const s
   const std::size_t named = path.find(std::string(collection) + "/");
   if (!collection.empty() && named != std::string_view::npos) {
     const std::string_view object = path.substr(named + collection.size() + 1);
-    learn(collection, "ID", object.substr(0, object.find('/')));
+    learn(collection, "ID", percentDecoded(object.substr(0, object.find('/'))));
   }
   if (query == std::string::npos) return;
   std::string_view rest = std::string_view(resource).substr(query + 1);
@@ -137,13 +163,13 @@ void RecordingAnonymiser::learnFromResource(std::string_view collection, const s
     std::string_view value = equals == std::string_view::npos ? pair : pair.substr(equals + 1);
     const std::size_t colon = value.find(':');
     if (colon == std::string_view::npos) {
-      learn(collection, std::string_view(), value);
+      learn(collection, std::string_view(), percentDecoded(value));
       continue;
     }
     const std::string_view key = value.substr(0, colon);
     value.remove_prefix(colon + 1);
     if (!value.empty() && value.front() == ':') value.remove_prefix(1);
-    learn(collection, key, value);
+    learn(collection, key, percentDecoded(value));
   }
 }
 
@@ -175,14 +201,25 @@ void RecordingAnonymiser::rewriteBody(std::string& body) {
   });
 }
 
-// Each piece of the resource between separators that is a value met before gets its stand-in.
+// Each piece of the resource between separators that is a value met before gets its stand-in; in a
+// filter ("NAME:h1", "NAME::h1") its value part.
 void RecordingAnonymiser::rewriteResource(std::string& resource) const {
   std::string rewritten;
   std::size_t start = 0;
   for (std::size_t at = 0; at <= resource.size(); ++at) {
     if (at < resource.size() && !isSeparator(resource[at])) continue;
-    const std::string_view piece = std::string_view(resource).substr(start, at - start);
-    const auto known = standIns_.find(piece);
+    std::string_view piece = std::string_view(resource).substr(start, at - start);
+    auto known = standIns_.find(percentDecoded(piece));
+    if (known == standIns_.end() && piece.find(':') != std::string_view::npos) {
+      const std::size_t value = piece.find_first_not_of(':', piece.find(':'));
+      if (value != std::string_view::npos) {
+        known = standIns_.find(percentDecoded(piece.substr(value)));
+        if (known != standIns_.end()) {
+          rewritten += piece.substr(0, value);
+          piece = piece.substr(value);
+        }
+      }
+    }
     rewritten += known != standIns_.end() ? std::string_view(known->second) : piece;
     if (at < resource.size()) rewritten += resource[at];
     start = at + 1;

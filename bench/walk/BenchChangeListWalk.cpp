@@ -4,8 +4,9 @@
 //
 //   bench_changelist_walk                       runs itself twice, for 100,000 and 1,000,000
 //                                               entries, and compares peak memory
-//   bench_changelist_walk --entries N [--rounds R] [--page-size P]
-//                                               one simulator, R walks of about N entries
+//   bench_changelist_walk --entries N [--rounds R] [--page-size P] [--record FILE [--anonymise]]
+//                                               one simulator, R walks of about N entries,
+//                                               recorded to FILE when given
 //
 // Bytes received are what the simulator wrote to its sockets during the walk (wchar of
 // /proc/<pid>/io; OpenSSL writes TLS records with write()): page bodies with their HTTP headers
@@ -33,6 +34,7 @@
 #include "ChildProcess.h"
 #include "TkLogSink.h"
 #include "ZRLibCurlOptions.h"
+#include "ZrLibrarySettings.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -228,6 +230,7 @@ int Drive(int rounds) {
 int main(int argc, char** argv) {
   unsigned long long entries = 0;
   int rounds = 3, pageSize = 0;
+  ZrLibrarySettings settings;
   for (int i = 1; i < argc; ++i) {
     const bool hasValue = i + 1 < argc;
     if (hasValue && !std::strcmp(argv[i], "--entries")) {
@@ -236,12 +239,18 @@ int main(int argc, char** argv) {
       rounds = std::atoi(argv[++i]);
     } else if (hasValue && !std::strcmp(argv[i], "--page-size")) {
       pageSize = std::atoi(argv[++i]);
+    } else if (hasValue && !std::strcmp(argv[i], "--record")) {
+      settings.recordingFile = argv[++i];  // the cost of recording the walks
+    } else if (!std::strcmp(argv[i], "--anonymise")) {
+      settings.recordingAnonymised = true;
     } else {
-      std::fprintf(stderr, "usage: %s [--entries N [--page-size P]] [--rounds R]\n", argv[0]);
+      std::fprintf(stderr, "usage: %s [--entries N [--page-size P]] [--rounds R] [--record FILE [--anonymise]]\n",
+                   argv[0]);
       return 2;
     }
   }
   if (rounds <= 0) return 2;
+  ZrLibrarySetSettings(settings);
   signal(SIGPIPE, SIG_IGN);
   try {
     return entries ? RunWalks(ZR_ARRAY_SIMULATOR, entries, rounds, pageSize) : Drive(rounds);

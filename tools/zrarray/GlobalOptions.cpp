@@ -77,6 +77,16 @@ void GlobalOptions::addTo(CLI::App& app) {
          "json (for programs, default) or table (for people)")
       ->check(CLI::IsMember({"json", "table"}))
       ->group(kOutput);
+  app.add_option("--record", recordFile,
+                 "Record every exchange with the array to this new file, one JSON line each (mode 0600; "
+                 "never the password, tokens or cookies)")
+      ->check(CLI::NonexistentPath)
+      ->group(kOutput);
+  app.add_flag("--anonymise", anonymise,
+               "With --record: serial numbers, WWNs, IP addresses, IQNs, host and user names replaced by "
+               "stand-ins, the same value by the same stand-in")
+      ->needs("--record")
+      ->group(kOutput);
 
   const char* const kTrying = "Trying the tool";
   app.add_flag("--simulator", simulator,

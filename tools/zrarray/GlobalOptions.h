@@ -30,6 +30,8 @@ struct GlobalOptions {
   static constexpr int kNoLibraryLines = -2;
   int logLevel = kNoLibraryLines;
   Format format = Format::Json;
+  std::string recordFile;  // empty: no recording
+  bool anonymise = false;
 
   bool simulator = false;
   std::string simulatorAddress = "127.0.0.1";

@@ -212,6 +212,8 @@ int Execute(const Command& command, const Arguments& arguments, const GlobalOpti
   // One odd answer or file name ends the command with a reason, never the process or a file's name.
   settings.missingRequiredValue = ZrLibrarySettings::MissingValue::FailOperation;
   settings.changeListNames = ZrLibrarySettings::ChangeListNames::Exact;
+  settings.recordingFile = options.recordFile;
+  settings.recordingAnonymised = options.anonymise;
   ZrLibrarySetSettings(settings);
   // From here a stop signal lets the command end by itself: the session and the run's directory
   // go the ordinary way.
