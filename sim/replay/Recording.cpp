@@ -52,8 +52,10 @@ Recording ParseRecording(std::istream& lines) {
       if (format == object.end() || !format->is_number_integer() || format->get<long long>() != kFormat) {
         Refuse(line, "not a recording header of format 1");
       }
-      recording.library = object.value("library", "");
-      recording.anonymised = object.value("anonymised", false);
+      const auto library = object.find("library");
+      const auto anonymised = object.find("anonymised");
+      if (library != object.end() && library->is_string()) recording.library = library->get<std::string>();
+      recording.anonymised = anonymised != object.end() && anonymised->is_boolean() && anonymised->get<bool>();
       headerRead = true;
       continue;
     }

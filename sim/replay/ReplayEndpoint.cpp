@@ -80,14 +80,15 @@ HttpAnswer ReplayEndpoint::handle(const IncomingRequest& request) {
   HttpAnswer answer;
   answer.status = exchange->status;
   answer.body = exchange->answer;
-  std::string token = request.header("iBaseToken");
-  if (ExchangeMatcher::IsLogin(request.method, resource)) {
-    token = randomText(32, kHex);
+  // The token is the session's, never the client's header: that is no value to put into an answer.
+  const bool login = ExchangeMatcher::IsLogin(request.method, resource);
+  if (login || token_.empty()) token_ = randomText(32, kHex);
+  if (login) {
     answer.headers.emplace_back("Set-Cookie", std::string(SessionRegistry::kCookieName) + "=" + randomText(32, kHex) +
                                                   "; Path=/; Secure; HttpOnly");
   }
   ReplaceAll(answer.body, kDeviceIdPlaceholder, deviceId_);
-  ReplaceAll(answer.body, kTokenPlaceholder, token);
+  ReplaceAll(answer.body, kTokenPlaceholder, token_);
   return answer;
 }
 

@@ -43,6 +43,7 @@ class ReplayEndpoint {
   std::function<void()> onUnmatched_;
   std::mt19937_64 random_;
   std::string deviceId_;
+  std::string token_;  // of the last login
 };
 
 // What a replay did, for its end: served and recorded counts, then each unmatched request and

@@ -115,25 +115,6 @@ TEST(Replay, LoginAnswersWithAFreshTokenAndDevice) {
   EXPECT_EQ(replay.summary().unmatched.size(), 1u);
 }
 
-TEST(Replay, RefusesWhatIsNoRecording) {
-  const std::vector<std::pair<std::string, std::string>> rows = {
-      {"", "recording is empty"},
-      {"{\"recording\":2}\n", "line 1: not a recording header of format 1"},
-      {"{\"recording\":1}\n{\"method\":\"GET\",\"resource\":\"/\",\"request\":\"\",\"answer\":\"\"}\n",
-       "line 2: \"status\" is no HTTP status"},
-      {"{\"recording\":1}\n\n[1]\n", "line 3: not a JSON object"},
-  };
-  for (const auto& [text, why] : rows) {
-    std::istringstream lines(text);
-    try {
-      arraysim::ParseRecording(lines);
-      ADD_FAILURE() << "accepted: " << text;
-    } catch (const std::runtime_error& error) {
-      EXPECT_NE(std::string(error.what()).find(why), std::string::npos) << error.what();
-    }
-  }
-}
-
 bool Listening(const char* address, int port) {
   sockaddr_in where{};
   where.sin_family = AF_INET;
