@@ -176,22 +176,31 @@ const char* escapeRun(const char* from, const char* stop, const char* end, char*
 
 }  // namespace
 
+void TextBuffer::append(std::string_view text) {
+  char* to = room(text.size());
+  std::memcpy(to, text.data(), text.size());
+  commit(to + text.size());
+}
+
+char* TextBuffer::room(std::size_t bytes) {
+  if (storage_.size() - used_ < bytes) storage_.resize(std::max(2 * storage_.size(), used_ + bytes));
+  return &storage_[used_];
+}
+
 // Written in place, a slice at a time, into room for the longest each slice can grow to: no
 // append per byte, and a long answer never needs six times its size at once.
-void appendJsonString(std::string& out, std::string_view text) {
+void appendJsonString(TextBuffer& out, std::string_view text) {
   const std::size_t kSlice = 1 << 16;
-  out += '"';
+  out.append("\"");
   const char* from = text.data();
   const char* const end = from + text.size();
   while (from < end) {
     const std::size_t take = std::min(kSlice, static_cast<std::size_t>(end - from));
-    const std::size_t start = out.size();
-    out.resize(start + 6 * take + 16);
-    char* to = &out[start];
+    char* to = out.room(6 * take + 16);
     from = escapeRun(from, from + take, end, to);
-    out.resize(static_cast<std::size_t>(to - out.data()));
+    out.commit(to);
   }
-  out += '"';
+  out.append("\"");
 }
 
 }  // namespace HuaweiTransport

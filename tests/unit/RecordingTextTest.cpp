@@ -30,9 +30,10 @@ TEST(RecordingText, StringLiteralsAreValidJsonAndUtf8) {
       {std::string("nul\0byte", 8), R"("nul\u0000byte")"},
   };
   for (const auto& row : rows) {
-    std::string out = "x";
+    HuaweiTransport::TextBuffer out;
+    out.append("x");
     appendJsonString(out, row.first);
-    EXPECT_EQ(out, "x" + row.second) << row.second;
+    EXPECT_EQ(out.view(), "x" + row.second) << row.second;
   }
 }
 
@@ -51,9 +52,9 @@ TEST(RecordingText, LongStringLiteralsParseBackToTheirText) {
     texts.push_back(std::string(65535 - shift, 'x') + "\xe6\x97\xa5\xf0\x9f\x98\x80" + std::string(100, 'y'));
   }
   for (const std::string& text : texts) {
-    std::string literal;
+    HuaweiTransport::TextBuffer literal;
     appendJsonString(literal, text);
-    ASSERT_EQ(nlohmann::json::parse(literal).get<std::string>(), text) << literal.substr(0, 200);
+    ASSERT_EQ(nlohmann::json::parse(literal.view()).get<std::string>(), text) << literal.view().substr(0, 200);
   }
 }
 
