@@ -79,7 +79,7 @@ ExchangeRecorder::~ExchangeRecorder() {
   if (fd_ >= 0) ::close(fd_);
 }
 
-void ExchangeRecorder::writeLine(const std::string& text) {
+void ExchangeRecorder::writeLine(std::string_view text) {
   std::size_t written = 0;
   while (written < text.size()) {
     const ssize_t n = ::write(fd_, text.data() + written, text.size() - written);
@@ -172,18 +172,18 @@ void ExchangeRecorder::appendLine(const ZRLibCurlExchange& exchange) {
     answerText = answer;
   }
 
-  line_ += "{\"method\":";
+  line_.append("{\"method\":");
   appendJsonString(line_, exchange.method);
-  line_ += ",\"resource\":";
+  line_.append(",\"resource\":");
   appendJsonString(line_, resource);
-  line_ += ",\"request\":";
+  line_.append(",\"request\":");
   appendJsonString(line_, requestText);
   char number[48];
   std::snprintf(number, sizeof number, ",\"status\":%ld,\"answer\":", exchange.status);
-  line_ += number;
+  line_.append(number);
   appendJsonString(line_, answerText);
   std::snprintf(number, sizeof number, ",\"ms\":%.3f}\n", exchange.milliseconds);
-  line_ += number;
+  line_.append(number);
 }
 
 void ExchangeRecorder::record(const ZRLibCurlExchange& exchange) noexcept {
@@ -192,7 +192,7 @@ void ExchangeRecorder::record(const ZRLibCurlExchange& exchange) noexcept {
     // The buffer keeps its size from line to line: a long answer does not cost fresh pages each time.
     line_.clear();
     appendLine(exchange);
-    writeLine(line_);
+    writeLine(line_.view());
   } catch (const std::exception& error) {
     std::fprintf(stderr, "ExchangeRecorder: an exchange was not recorded: %s\n", error.what());
   } catch (...) {

@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "JsonStrings.h"
 #include "ZRLibCurlRecorder.h"
 
 namespace HuaweiTransport {
@@ -41,7 +42,7 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   bool mayHoldSecrets(std::string_view text) const;
   void hideSecrets(std::string& text) const;
   std::string_view recordable(const char* data, std::size_t length, std::string& changed) const;
-  void writeLine(const std::string& text);
+  void writeLine(std::string_view text);
 
   std::mutex mutex_;  // one line at a time, and the secrets and stand-ins they share
   int fd_ = -1;
@@ -50,7 +51,7 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   std::vector<std::string> deviceIds_;
   std::vector<std::string> tokens_;
   std::vector<std::string> passwords_;
-  std::string line_;
+  TextBuffer line_;
 };
 
 }  // namespace HuaweiTransport

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <vector>
 
-#ifdef __SSE2__
-#include <emmintrin.h>
+#if defined(__x86_64__)
+#include <immintrin.h>
 #endif
 
 namespace HuaweiTransport {
@@ -106,6 +106,80 @@ bool rewriteJsonStrings(std::string& text, const JsonStringVisitor& visit) {
 
 namespace {
 
+#if defined(__x86_64__)
+// Text whose only bytes to escape are quotes and backslashes (a change list's page, thick with
+// escaped quotes) goes sixteen bytes a step: each half of a block is spread by one shuffle into its
+// bytes with a backslash laid before each quote and backslash.
+struct Spread {
+  unsigned char shuffle[16];      // source byte of each output byte; 0x80 where a backslash goes
+  unsigned char backslashes[16];  // the backslashes laid over those places
+  unsigned char length;           // eight and one more per quote or backslash
+};
+
+const Spread* spreads() {
+  static const std::array<Spread, 256> table = [] {
+    std::array<Spread, 256> all{};
+    for (unsigned marks = 0; marks < 256; ++marks) {
+      Spread& spread = all[marks];
+      unsigned out = 0;
+      for (unsigned i = 0; i < 8; ++i) {
+        if (marks & (1u << i)) {
+          spread.shuffle[out] = 0x80;
+          spread.backslashes[out++] = '\\';
+        }
+        spread.shuffle[out++] = static_cast<unsigned char>(i);
+      }
+      spread.length = static_cast<unsigned char>(out);
+      while (out < 16) spread.shuffle[out++] = 0x80;
+    }
+    return all;
+  }();
+  return table.data();
+}
+
+bool canSpread() {
+  static const bool supported = [] {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("ssse3") != 0;
+  }();
+  return supported;
+}
+
+__attribute__((target("ssse3"))) __m128i spreadHalf(__m128i half, const Spread& spread) {
+  return _mm_or_si128(_mm_shuffle_epi8(half, _mm_loadu_si128(reinterpret_cast<const __m128i*>(spread.shuffle))),
+                      _mm_loadu_si128(reinterpret_cast<const __m128i*>(spread.backslashes)));
+}
+
+// Goes on while whole blocks lie before `end` and hold no control character and no byte outside
+// ASCII; answers where it stopped.
+__attribute__((target("ssse3"))) const char* spreadRun(const char* from, const char* stop, const char* end,
+                                                        char*& to) {
+  const Spread* const table = spreads();
+  const __m128i quote = _mm_set1_epi8('"');
+  const __m128i backslash = _mm_set1_epi8('\\');
+  const __m128i blank = _mm_set1_epi8(' ');
+  while (from < stop && end - from >= 16) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+    if (_mm_movemask_epi8(_mm_cmplt_epi8(block, blank)) != 0) break;
+    const unsigned marks = static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(block, quote), _mm_cmpeq_epi8(block, backslash))));
+    if (marks == 0) {
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
+      to += 16;
+    } else {
+      const Spread& low = table[marks & 0xFF];
+      const Spread& high = table[marks >> 8];
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), spreadHalf(block, low));
+      to += low.length;
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), spreadHalf(_mm_srli_si128(block, 8), high));
+      to += high.length;
+    }
+    from += 16;
+  }
+  return from;
+}
+#endif
+
 // Escapes from `from` until at least `stop` (a UTF-8 sequence or a block of plain bytes may run a
 // little past it, never past `end`) into `to`, which has room for six bytes per byte and sixteen
 // more. Answers where it stopped.
@@ -116,6 +190,12 @@ const char* escapeRun(const char* from, const char* stop, const char* end, char*
   const __m128i blank = _mm_set1_epi8(' ');
 #endif
   while (from < stop) {
+#if defined(__x86_64__)
+    if (canSpread()) {
+      from = spreadRun(from, stop, end, to);
+      if (from >= stop) break;
+    }
+#endif
 #ifdef __SSE2__
     // Sixteen bytes at a time, up to the first that needs a look: a quote, a backslash, a control
     // character, or a byte outside ASCII (negative as a signed byte, so below the blank as well).
@@ -176,22 +256,31 @@ const char* escapeRun(const char* from, const char* stop, const char* end, char*
 
 }  // namespace
 
+void TextBuffer::append(std::string_view text) {
+  char* to = room(text.size());
+  std::memcpy(to, text.data(), text.size());
+  commit(to + text.size());
+}
+
+char* TextBuffer::room(std::size_t bytes) {
+  if (storage_.size() - used_ < bytes) storage_.resize(std::max(2 * storage_.size(), used_ + bytes));
+  return &storage_[used_];
+}
+
 // Written in place, a slice at a time, into room for the longest each slice can grow to: no
 // append per byte, and a long answer never needs six times its size at once.
-void appendJsonString(std::string& out, std::string_view text) {
+void appendJsonString(TextBuffer& out, std::string_view text) {
   const std::size_t kSlice = 1 << 16;
-  out += '"';
+  out.append("\"");
   const char* from = text.data();
   const char* const end = from + text.size();
   while (from < end) {
     const std::size_t take = std::min(kSlice, static_cast<std::size_t>(end - from));
-    const std::size_t start = out.size();
-    out.resize(start + 6 * take + 16);
-    char* to = &out[start];
+    char* to = out.room(6 * take + 16);
     from = escapeRun(from, from + take, end, to);
-    out.resize(static_cast<std::size_t>(to - out.data()));
+    out.commit(to);
   }
-  out += '"';
+  out.append("\"");
 }
 
 }  // namespace HuaweiTransport

@@ -20,9 +20,25 @@ using JsonStringVisitor =
 // True when something was replaced.
 bool rewriteJsonStrings(std::string& text, const JsonStringVisitor& visit);
 
+// Text built at the end of a buffer that keeps its room from one use to the next, so that writing
+// a long line again costs neither fresh pages nor zeroed bytes.
+class TextBuffer {
+ public:
+  void clear() { used_ = 0; }
+  void append(std::string_view text);
+  // At least `bytes` writable bytes after the text; `commit` says where the writing ended.
+  char* room(std::size_t bytes);
+  void commit(const char* end) { used_ = static_cast<std::size_t>(end - storage_.data()); }
+  std::string_view view() const { return std::string_view(storage_.data(), used_); }
+
+ private:
+  std::string storage_;
+  std::size_t used_ = 0;
+};
+
 // Appends `text` as a JSON string literal, quotes included. Valid UTF-8 keeps its bytes; a byte
 // that is not valid UTF-8 is written as the character of the same number (\u00XX), so the line
 // stays valid UTF-8.
-void appendJsonString(std::string& out, std::string_view text);
+void appendJsonString(TextBuffer& out, std::string_view text);
 
 }  // namespace HuaweiTransport
