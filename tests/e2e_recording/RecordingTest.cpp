@@ -48,13 +48,6 @@ std::vector<std::string> lines(const std::string& text) {
   return out;
 }
 
-std::string replaced(std::string text, const std::string& from, const std::string& to) {
-  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
-    text.replace(at, from.size(), to);
-  }
-  return text;
-}
-
 class Recording : public ArrayClientTest {
  protected:
   void SetUp() override {
@@ -71,6 +64,8 @@ class Recording : public ArrayClientTest {
   void arrange() {
     SimulatorEnvironment::Current().reset();
     sim().system().setSystemField("ID", kSerial);
+    // The device identifier where a later answer shows it again.
+    sim().system().setSystemField("DESCRIPTION", "array " + sim().deviceId() + " in rack 4");
     arraysim::LogicalInterface lif;
     lif.name = "lif-site";
     lif.ipv4Address = kSiteIpv4;
@@ -151,8 +146,10 @@ TEST_F(Recording, EveryExchangeInOrderWithPlaceholdersAndNoSecret) {
       EXPECT_EQ(line.at("method"), sent.method);
       EXPECT_EQ(line.at("status"), 200);
       EXPECT_GE(line.at("ms").get<double>(), 0.0);
+      std::string target = sent.target;
+      if (i > 1) target.replace(target.find(device), device.size(), "{deviceid}");
       if (!anonymised) {
-        EXPECT_EQ(line.at("resource"), replaced(sent.target, device, "{deviceid}"));
+        EXPECT_EQ(line.at("resource"), target);
         if (i > 1) {
           EXPECT_EQ(line.at("request"), sent.body);
         }
