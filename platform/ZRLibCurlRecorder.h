@@ -1,6 +1,6 @@
 // A seam for recording: every exchange that brings an answer back is handed to the recorder set
 // here, by every client of the process. Nothing is recorded while none is set, and the clients then
-// pay one test of a pointer per request.
+// pay two tests of a pointer per request.
 #pragma once
 
 #include <cstddef>

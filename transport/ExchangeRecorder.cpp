@@ -3,7 +3,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -182,7 +184,9 @@ void ExchangeRecorder::appendLine(const ZRLibCurlExchange& exchange) {
   std::snprintf(number, sizeof number, ",\"status\":%ld,\"answer\":", exchange.status);
   line_.append(number);
   appendJsonString(line_, answerText);
-  std::snprintf(number, sizeof number, ",\"ms\":%.3f}\n", exchange.milliseconds);
+  // In whole microseconds, so that no locale puts a comma in place of the point.
+  const long long micro = std::llround(std::max(0.0, exchange.milliseconds) * 1000.0);
+  std::snprintf(number, sizeof number, ",\"ms\":%lld.%03lld}\n", micro / 1000, micro % 1000);
   line_.append(number);
 }
 

@@ -150,7 +150,9 @@ TEST_F(Recording, EveryExchangeInOrderWithPlaceholdersAndNoSecret) {
       if (i > 1) target.replace(target.find(device), device.size(), "{deviceid}");
       if (!anonymised) {
         EXPECT_EQ(line.at("resource"), target);
-        EXPECT_EQ(line.at("request"), i > 1 ? sent.body : line.at("request"));
+        if (i > 1) {
+          EXPECT_EQ(line.at("request"), sent.body);
+        }
       }
     }
     const nlohmann::json login = nlohmann::json::parse(all[1]);
