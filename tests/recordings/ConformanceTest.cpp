@@ -14,7 +14,7 @@
 
 namespace {
 
-const char kAddress[] = "127.0.0.61";
+const char kAddress[] = "127.0.0.63";
 
 std::string ReadFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);

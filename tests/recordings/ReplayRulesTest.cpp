@@ -132,7 +132,7 @@ TEST(Replay, StrictProcessEndsAtTheFirstUnmatchedRequest) {
   const auto directory = std::filesystem::temp_directory_path() / ("replay-" + std::to_string(getpid()));
   std::filesystem::create_directories(directory);
   std::ofstream((directory / "fixture.jsonl").string()) << kRecording;
-  const char* address = "127.0.0.61";
+  const char* address = "127.0.0.63";
   zrtest::ToolProcess replay({"--replay", (directory / "fixture.jsonl").string(), "--strict", "--address", address,
                               "--cert-dir", directory.string(), "--threads", "2"});
   // Certificates first: on a loaded machine under a sanitizer that takes seconds.
