@@ -4,8 +4,11 @@
 //
 //   bench_changelist_walk                       runs itself twice, for 100,000 and 1,000,000
 //                                               entries, and compares peak memory
-//   bench_changelist_walk --entries N [--rounds R] [--page-size P]
-//                                               one simulator, R walks of about N entries
+//   bench_changelist_walk --entries N [--rounds R] [--page-size P] [--names repaired|exact]
+//                                               one simulator, R walks of about N entries, with
+//                                               the names repaired (the default) or exact
+//
+// Under callgrind with --collect-atstart=no only the walks are counted (bench/instr-count).
 //
 // Bytes received are what the simulator wrote to its sockets during the walk (wchar of
 // /proc/<pid>/io; OpenSSL writes TLS records with write()): page bodies with their HTTP headers
@@ -31,8 +34,10 @@
 
 #include "BenchClock.h"
 #include "ChildProcess.h"
+#include "MeasuredPart.h"
 #include "TkLogSink.h"
 #include "ZRLibCurlOptions.h"
+#include "ZrLibrarySettings.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -98,12 +103,15 @@ Walk WalkOnce(ZrManageHuawei& array, const std::string& fileSystem, const std::s
   const double clientCpuBefore = OwnCpuSeconds(), simulatorCpuBefore = CpuSeconds(simulator);
   const long faultsBefore = OwnPageFaults();
   const auto start = std::chrono::steady_clock::now();
-  for (;;) {
-    if (!array.getSnapshotChangeList(fileSystem, base, incremental, page)) return walk;
-    if (page.changes.empty() && page.progress == "100") break;
-    ++walk.pages;
-    walk.entries += page.changes.size();
-    for (const auto& change : page.changes) ++byType[change.changeType];
+  {
+    zrbench::MeasuredPart measured;
+    for (;;) {
+      if (!array.getSnapshotChangeList(fileSystem, base, incremental, page)) return walk;
+      if (page.changes.empty() && page.progress == "100") break;
+      ++walk.pages;
+      walk.entries += page.changes.size();
+      for (const auto& change : page.changes) ++byType[change.changeType];
+    }
   }
   walk.seconds = Seconds(start);
   walk.clientCpu = OwnCpuSeconds() - clientCpuBefore;
@@ -228,6 +236,7 @@ int Drive(int rounds) {
 int main(int argc, char** argv) {
   unsigned long long entries = 0;
   int rounds = 3, pageSize = 0;
+  ZrLibrarySettings settings;
   for (int i = 1; i < argc; ++i) {
     const bool hasValue = i + 1 < argc;
     if (hasValue && !std::strcmp(argv[i], "--entries")) {
@@ -236,12 +245,17 @@ int main(int argc, char** argv) {
       rounds = std::atoi(argv[++i]);
     } else if (hasValue && !std::strcmp(argv[i], "--page-size")) {
       pageSize = std::atoi(argv[++i]);
+    } else if (hasValue && !std::strcmp(argv[i], "--names") &&
+               (!std::strcmp(argv[i + 1], "exact") || !std::strcmp(argv[i + 1], "repaired"))) {
+      if (!std::strcmp(argv[++i], "exact")) settings.changeListNames = ZrLibrarySettings::ChangeListNames::Exact;
     } else {
-      std::fprintf(stderr, "usage: %s [--entries N [--page-size P]] [--rounds R]\n", argv[0]);
+      std::fprintf(stderr, "usage: %s [--entries N [--page-size P] [--names repaired|exact]] [--rounds R]\n",
+                   argv[0]);
       return 2;
     }
   }
   if (rounds <= 0) return 2;
+  ZrLibrarySetSettings(settings);
   signal(SIGPIPE, SIG_IGN);
   try {
     return entries ? RunWalks(ZR_ARRAY_SIMULATOR, entries, rounds, pageSize) : Drive(rounds);
