@@ -33,6 +33,7 @@ void AppendControl(std::string& out, unsigned char c) {
 bool IsOneLine(const std::string& text) {
   for (size_t i = 0; i < text.size(); ++i) {
     const auto c = static_cast<unsigned char>(text[i]);
+    if (c - 0x20u < 0x5fu) continue;  // printable ASCII, nearly every byte: one test
     if (IsControl(c) || (c >= 0xc2 && BreakerLength(text, i) != 0)) return false;
   }
   return true;

@@ -304,8 +304,7 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
     zrcurl::Log(zrcurl::kErrorLevel, "%s %s not sent: %s", MethodName(method), url, cookieError.c_str());
     return false;
   }
-  sentHeaders = headers.Build();
-  bool ok = sentHeaders != nullptr && SetMethodAndBody(method, data, length);
+  bool ok = headers.Build(data != nullptr && length > 0, sentHeaders) && SetMethodAndBody(method, data, length);
   ok &= curl_easy_setopt(handle, CURLOPT_URL, url) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_HTTPHEADER, sentHeaders.get()) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_VERBOSE, verbose ? 1L : 0L) == CURLE_OK;
