@@ -5,14 +5,19 @@
 #include <string>
 #include <vector>
 
+#include "TkLogSink.h"
+
 namespace {
 
+// Most lines fit the buffer on the stack and are formatted once.
 std::string formatArguments(const char* format, va_list arguments) {
+  char small[256];
   va_list copy;
   va_copy(copy, arguments);
-  const int length = std::vsnprintf(nullptr, 0, format, copy);
+  const int length = std::vsnprintf(small, sizeof small, format, copy);
   va_end(copy);
   if (length <= 0) return std::string();
+  if (static_cast<size_t>(length) < sizeof small) return std::string(small, static_cast<size_t>(length));
   std::vector<char> text(static_cast<size_t>(length) + 1);
   std::vsnprintf(text.data(), text.size(), format, arguments);
   return std::string(text.data(), static_cast<size_t>(length));
@@ -33,6 +38,7 @@ void OperationLog::failure(const char* format, ...) {
 }
 
 void OperationLog::line(int level, const char* format, ...) {
+  if (!tklog::Enabled(level)) return;  // a line nobody records is not formatted
   va_list arguments;
   va_start(arguments, format);
   const std::string text = formatArguments(format, arguments);
@@ -41,6 +47,7 @@ void OperationLog::line(int level, const char* format, ...) {
 }
 
 void OperationLog::lineWithoutJob(int level, const char* format, ...) {
+  if (!tklog::Enabled(level)) return;
   va_list arguments;
   va_start(arguments, format);
   const std::string text = formatArguments(format, arguments);

@@ -1,15 +1,21 @@
 #include "RequestUrl.h"
 
-#include "ConvertToString.h"
 #include "HuaweiOpTypes.h"
 
 namespace HuaweiTransport {
 
 std::string formRequestUrl(const std::string& controlHost, const std::string& deviceId, const std::string& resource,
                            int opType) {
-  const std::string origin = "https://" + controlHost + ":" + ConvertToString::to_string<int>(kManagementPort);
-  if (opType == HuaweiOpType::SET_TOKEN_INFO) return origin + "/deviceManager/rest/xxxxx/sessions";
-  return origin + "/deviceManager/rest/" + deviceId + "/" + resource;
+  // Appended in place: one allocation per URL, on the path of every request.
+  static const std::string port = std::to_string(kManagementPort);
+  static const char kSessions[] = "/deviceManager/rest/xxxxx/sessions";
+  static const char kRest[] = "/deviceManager/rest/";
+  const bool login = opType == HuaweiOpType::SET_TOKEN_INFO;
+  std::string url;
+  url.reserve(controlHost.size() + deviceId.size() + resource.size() + sizeof kSessions + 16);
+  url.append("https://").append(controlHost).append(":").append(port);
+  if (login) return url.append(kSessions);
+  return url.append(kRest).append(deviceId).append("/").append(resource);
 }
 
 }  // namespace HuaweiTransport

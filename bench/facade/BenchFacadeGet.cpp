@@ -8,7 +8,8 @@
 //
 //   bench_facade_get [--requests N] [--rounds R] [--only facade|raw] [--stderr-log]
 //
-// --only times one side alone, for a profiler (perf record, strace -c) to look at.
+// --only times one side alone, for a profiler (perf record, strace -c) to look at; under callgrind
+// with --collect-atstart=no only its timed requests are counted (bench/instr-count).
 //
 // Each step is timed in rounds interleaved with the other steps; the table gives the median and
 // the spread (fastest and slowest round) per step, and per GET this thread's CPU time and the
@@ -38,6 +39,7 @@
 #include "ArraySimulator.h"
 #include "BenchClock.h"
 #include "ChildProcess.h"
+#include "MeasuredPart.h"
 #include "TkLogSink.h"
 #include "ZRLibCurl.h"
 #include "ZRLibCurlOptions.h"
@@ -285,8 +287,12 @@ int main(int argc, char** argv) {
 
     if (!only.empty()) {
       const std::function<void()>& side = only == "raw" ? steps.front().body : steps.back().body;
-      std::printf("%s alone: %.1f us per GET\n", only.c_str(),
-                  zrbench::medianSecondsPerIteration(side, requests, rounds) * 1e6);
+      double seconds = 0;
+      {
+        zrbench::MeasuredPart measured;
+        seconds = zrbench::medianSecondsPerIteration(side, requests, rounds);
+      }
+      std::printf("%s alone: %.1f us per GET\n", only.c_str(), seconds * 1e6);
     } else {
       // Each step's body counts this thread's voluntary switches and CPU time beside its time.
       std::vector<ThreadUsage> usage(steps.size());

@@ -1,6 +1,8 @@
 #include "LogLineText.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 namespace tklog {
 namespace {
@@ -31,7 +33,16 @@ void AppendControl(std::string& out, unsigned char c) {
 }  // namespace
 
 bool IsOneLine(const std::string& text) {
-  for (size_t i = 0; i < text.size(); ++i) {
+  constexpr uint64_t kOnes = 0x0101010101010101ULL, kHighBits = 0x8080808080808080ULL;
+  size_t i = 0;
+  // Eight bytes at a time while all are printable ASCII, as nearly all are: a byte below 0x20
+  // borrows into its high bit, 0x7f carries into it, and any higher byte has it already. A word
+  // with such a byte is looked at byte by byte.
+  for (uint64_t word; i + sizeof word <= text.size(); i += sizeof word) {
+    std::memcpy(&word, text.data() + i, sizeof word);
+    if (((word - kOnes * 0x20) | (word + kOnes) | word) & kHighBits) break;
+  }
+  for (; i < text.size(); ++i) {
     const auto c = static_cast<unsigned char>(text[i]);
     if (IsControl(c) || (c >= 0xc2 && BreakerLength(text, i) != 0)) return false;
   }

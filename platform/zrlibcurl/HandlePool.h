@@ -5,17 +5,33 @@
 // client must start from nothing (its own connection, TLS session and DNS answers), and a kept
 // handle would carry them to the next client.
 //
-// A handle comes back reset to libcurl's defaults with its cookie engine dropped, so nothing of
-// one client (options, callbacks, headers, cookies received or loaded, pending cookie files)
-// reaches the next. Every client applies its settings afresh.
+// A kept handle keeps the generation's settings, which every client applies alike, so they are
+// applied once, when the handle is made. What a client sets for itself (method, body, URL,
+// headers, callbacks, verbosity, failure mode) it sets on every request; what points into the
+// client is cleared when the handle comes back. The cookie engine goes with the handle only when
+// it holds exactly the cookies of one cookie file as read (KeptCookies); the next client uses it
+// only when it names that same file, unchanged, and drops it otherwise. Anything else in the
+// engine (cookies received, a jar, several files) is dropped when the handle comes back.
 #pragma once
 
 #include <curl/curl.h>
 
+#include <memory>
 #include <mutex>
 #include <vector>
 
+#include "CookieFileCache.h"
+
 namespace zrcurl {
+
+// A handle as the pool hands it out.
+struct PooledHandle {
+  CURL* handle = nullptr;
+  // Made for this client: the generation's settings are still to be applied.
+  bool fresh = false;
+  // The cookie lines the handle's cookie engine holds, and nothing else; null: no engine.
+  std::shared_ptr<const CookieLines> keptCookies;
+};
 
 class HandlePool {
  public:
@@ -28,12 +44,13 @@ class HandlePool {
   HandlePool(const HandlePool&) = delete;
   HandlePool& operator=(const HandlePool&) = delete;
 
-  // An idle handle, or a new one; null when libcurl cannot make one. The caller owns it alone
-  // until it gives it back.
-  CURL* Take();
-  // Takes a handle back, or frees it when it cannot be kept. Either way a cookie jar set on it is
-  // written, as freeing the handle would.
-  void Give(CURL* handle);
+  // An idle handle, or a new one (handle null when libcurl cannot make one). The caller owns it
+  // alone until it gives it back.
+  PooledHandle Take();
+  // Takes a handle back, or frees it when it cannot be kept. keptCookies: the lines its cookie
+  // engine holds and nothing else; null when the engine is off (cookieEngineOn false) or holds
+  // anything else.
+  void Give(CURL* handle, bool cookieEngineOn, std::shared_ptr<const CookieLines> keptCookies);
   // Frees the idle handles and every handle given back from now on: the settings they were made
   // for are no longer current.
   void Retire();
@@ -42,7 +59,10 @@ class HandlePool {
   const bool recycle_;
   std::mutex mutex_;
   bool retired_ = false;
-  std::vector<CURL*> idle_;
+  std::vector<PooledHandle> idle_;
 };
+
+// Turns the handle's cookie engine off and forgets its cookies and cookie files.
+void DropCookieEngine(CURL* handle);
 
 }  // namespace zrcurl

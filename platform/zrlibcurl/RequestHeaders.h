@@ -27,8 +27,9 @@ class RequestHeaders {
   // Forgets everything appended; the initial content type stays.
   void Clear();
 
-  // The list for libcurl, valid until this object changes; null when libcurl runs out of memory.
-  HeaderList Build() const;
+  // The list for libcurl, valid until this object changes (null when there is no line); false
+  // when libcurl runs out of memory. withBody: the request sends a body.
+  bool Build(bool withBody, HeaderList& list) const;
 
  private:
   std::string initialContentType_;

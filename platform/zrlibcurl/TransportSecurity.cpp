@@ -38,7 +38,6 @@ bool ApplyTrust(CURL* handle, ClientSettings& settings) {
     ok &= curl_easy_setopt(handle, CURLOPT_SSL_CTX_FUNCTION, &UseSharedTrustStore) == CURLE_OK;
     ok &= curl_easy_setopt(handle, CURLOPT_SSL_CTX_DATA, &settings.trust) == CURLE_OK;
   } else {
-    Log(kWarningLevel, "TLS certificate verification is switched off: the server's identity is not checked.");
     ok &= curl_easy_setopt(handle, CURLOPT_SSL_VERIFYPEER, 0L) == CURLE_OK;
     ok &= curl_easy_setopt(handle, CURLOPT_SSL_VERIFYHOST, 0L) == CURLE_OK;
   }
@@ -49,6 +48,12 @@ bool ApplyTrust(CURL* handle, ClientSettings& settings) {
 }
 
 }  // namespace
+
+void WarnOfSettings(const ClientSettings& settings) {
+  if (!settings.options.verifyPeer) {
+    Log(kWarningLevel, "TLS certificate verification is switched off: the server's identity is not checked.");
+  }
+}
 
 bool ApplyClientSettings(CURL* handle, ClientSettings& settings) {
   const ZRLibCurlOptions& options = settings.options;

@@ -8,7 +8,10 @@ namespace zrcurl {
 
 struct ClientSettings;
 
-// The settings must outlive the handle. False when libcurl refuses a setting.
+// The settings must outlive the handle. False when libcurl refuses a setting. A recycled handle
+// keeps them: they are applied once, to a new handle.
 bool ApplyClientSettings(CURL* handle, ClientSettings& settings);
+// The warnings the settings call for, once per client made.
+void WarnOfSettings(const ClientSettings& settings);
 
 }  // namespace zrcurl

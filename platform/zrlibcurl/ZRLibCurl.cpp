@@ -72,6 +72,9 @@ struct ZRLibCurl::Impl {
   bool Send(_http_req_type_ method, const char* url, const void* data, unsigned long length, bool verbose);
   bool SetMethodAndBody(_http_req_type_ method, const void* data, unsigned long length);
   bool LoadCookieFiles(std::string& error);
+  bool UseInheritedCookies(const std::vector<std::shared_ptr<const zrcurl::CookieLines>>& cached);
+  void TurnCookieEngineOn();
+  void NoteCookiesReceived();
   bool RefuseRedirect(_http_req_type_ method, const char* url);
   void Record(_http_req_type_ method, const char* url, const void* data, unsigned long length,
               std::chrono::steady_clock::time_point started) const;
@@ -88,6 +91,13 @@ struct ZRLibCurl::Impl {
   // Cookie files named since the last request; like libcurl, the next request loads them once.
   std::vector<std::string> cookieFiles;
   std::string cookieJar;
+  // The cookie engine of the handle: whether it is on, and the cookie lines it holds when it holds
+  // exactly those of one file as read. A recycled handle may come with the engine of the client
+  // before, holding `inheritedCookies`: used when this client names that same file, unchanged,
+  // before its first request, and dropped otherwise.
+  bool cookieEngineOn = false;
+  std::shared_ptr<const zrcurl::CookieLines> engineCookies;
+  std::shared_ptr<const zrcurl::CookieLines> inheritedCookies;
   ZRLibCurlWriteCallback writeCallback = nullptr;
   // Taken at init, so that a client records all its exchanges or none.
   ZRLibCurlRecorder* recorder = nullptr;
@@ -104,17 +114,28 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
   DeInit();
   zrcurl::EnsureCurlGlobalInit();
   settings = zrcurl::CurrentClientSettings();
-  handle = settings->handles.Take();
+  zrcurl::PooledHandle pooled = settings->handles.Take();
+  handle = pooled.handle;
   if (!handle) {
     zrcurl::Log(zrcurl::kFailureLevel, "libcurl gave no handle.");
     settings.reset();
     return false;
   }
+  inheritedCookies = std::move(pooled.keptCookies);
+  cookieEngineOn = inheritedCookies != nullptr;
   writeCallback = callback;
   recorder = g_recorder.load(std::memory_order_acquire);
   headers.SetInitialContentType(contentTypeHeader ? contentTypeHeader : "");
 
-  bool ok = zrcurl::ApplyClientSettings(handle, *settings);
+  zrcurl::WarnOfSettings(*settings);
+  if (pooled.fresh && !zrcurl::ApplyClientSettings(handle, *settings)) {
+    curl_easy_cleanup(handle);  // never recycled with settings half applied
+    handle = nullptr;
+    zrcurl::Log(zrcurl::kFailureLevel, "libcurl refused a setting of the client.");
+    DeInit();
+    return false;
+  }
+  bool ok = true;
   ok &= curl_easy_setopt(handle, CURLOPT_FAILONERROR, failOnTransportErrorOnly ? 0L : 1L) == CURLE_OK;
   // Redirects are never followed, whatever the caller asks: the login body carries the password
   // and every later request the token, and neither may reach a host the caller did not name.
@@ -132,9 +153,13 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
 
 void ZRLibCurl::Impl::DeInit() {
   if (handle) {
-    settings->handles.Give(handle);  // recycled or freed
+    // Recycled or freed; the engine goes along when it holds one file's cookies as read.
+    settings->handles.Give(handle, cookieEngineOn, engineCookies ? engineCookies : inheritedCookies);
     handle = nullptr;
   }
+  cookieEngineOn = false;
+  engineCookies.reset();
+  inheritedCookies.reset();
   sentHeaders.reset();
   headers = zrcurl::RequestHeaders();
   cookieFiles.clear();
@@ -162,6 +187,7 @@ bool ZRLibCurl::Impl::AppendHeader(_http_hdr_type_ kind, const char* value) {
         return false;
       }
       // The cookie engine collects what the answer sets; the jar is written by SaveCookieJar.
+      TurnCookieEngineOn();
       if (curl_easy_setopt(handle, CURLOPT_COOKIEFILE, "") != CURLE_OK) return false;
       cookieJar = value;
       return true;
@@ -187,11 +213,37 @@ bool ZRLibCurl::Impl::SetMethodAndBody(_http_req_type_ method, const void* data,
   return ok;
 }
 
+// The engine is about to hold more than the cookies it was handed with the handle, or other
+// ones: from now on it holds whatever this client puts in. An inherited engine is dropped first,
+// so that the client starts from no cookies, as on a handle of its own.
+void ZRLibCurl::Impl::TurnCookieEngineOn() {
+  if (inheritedCookies) {
+    zrcurl::DropCookieEngine(handle);
+    inheritedCookies.reset();
+  }
+  engineCookies.reset();
+  cookieEngineOn = true;
+}
+
+// Keeps the inherited engine when this first request names exactly the one file whose lines it
+// holds, unchanged; otherwise it goes. True when it was kept.
+bool ZRLibCurl::Impl::UseInheritedCookies(const std::vector<std::shared_ptr<const zrcurl::CookieLines>>& cached) {
+  if (!inheritedCookies) return false;
+  if (cached.size() == 1 && cached.front() == inheritedCookies) {
+    engineCookies = std::move(inheritedCookies);
+    inheritedCookies.reset();
+    return true;
+  }
+  zrcurl::DropCookieEngine(handle);
+  inheritedCookies.reset();
+  cookieEngineOn = false;
+  return false;
+}
+
 // The cookies of the files named since the last request go into the handle's cookie engine, from
 // the lines cached for each file; when a file is unusual, libcurl reads them all itself, as it
 // does for a file given with CURLOPT_COOKIEFILE.
 bool ZRLibCurl::Impl::LoadCookieFiles(std::string& error) {
-  if (cookieFiles.empty()) return true;
   std::vector<std::shared_ptr<const zrcurl::CookieLines>> cached;
   for (const std::string& path : cookieFiles) {
     cached.push_back(zrcurl::CookieFileLines(path));
@@ -201,8 +253,17 @@ bool ZRLibCurl::Impl::LoadCookieFiles(std::string& error) {
   for (const std::string& path : cookieFiles) {
     if (!cached.back() && !zrcurl::CookieFileReadable(path, error)) return false;
   }
+  const bool complete = !cached.empty() && cached.back();
+  if (UseInheritedCookies(complete ? cached : decltype(cached)())) {
+    cookieFiles.clear();
+    return true;
+  }
+  if (cookieFiles.empty()) return true;
+  // An engine that was off and takes one file's lines holds exactly those.
+  const bool exactlyOneFile = !cookieEngineOn && complete && cached.size() == 1;
+  TurnCookieEngineOn();
   bool ok = true;
-  if (cached.back()) {
+  if (complete) {
     // The cookie engine is on with a cookie file, even an empty one; "" reads no file.
     ok &= curl_easy_setopt(handle, CURLOPT_COOKIEFILE, "") == CURLE_OK;
     for (const auto& lines : cached) {
@@ -215,8 +276,18 @@ bool ZRLibCurl::Impl::LoadCookieFiles(std::string& error) {
       ok &= curl_easy_setopt(handle, CURLOPT_COOKIEFILE, path.c_str()) == CURLE_OK;
     }
   }
+  if (ok && exactlyOneFile) engineCookies = cached.front();
   cookieFiles.clear();
   return ok;
+}
+
+// Cookies set by an answer change what the engine holds: it is no longer one file's as read.
+void ZRLibCurl::Impl::NoteCookiesReceived() {
+  if (!engineCookies) return;
+  curl_header* header = nullptr;
+  const unsigned int anyOrigin = CURLH_HEADER | CURLH_TRAILER | CURLH_CONNECT | CURLH_1XX | CURLH_PSEUDO;
+  const CURLHcode found = curl_easy_header(handle, "Set-Cookie", 0, anyOrigin, -1, &header);
+  if (found != CURLHE_MISSING && found != CURLHE_NOHEADERS) engineCookies.reset();
 }
 
 void ZRLibCurl::Impl::ForgetResponse() {
@@ -243,8 +314,7 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
     zrcurl::Log(zrcurl::kErrorLevel, "%s %s not sent: %s", MethodName(method), url, cookieError.c_str());
     return false;
   }
-  sentHeaders = headers.Build();
-  bool ok = sentHeaders != nullptr && SetMethodAndBody(method, data, length);
+  bool ok = headers.Build(data != nullptr && length > 0, sentHeaders) && SetMethodAndBody(method, data, length);
   ok &= curl_easy_setopt(handle, CURLOPT_URL, url) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_HTTPHEADER, sentHeaders.get()) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_VERBOSE, verbose ? 1L : 0L) == CURLE_OK;
@@ -257,6 +327,7 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
   std::chrono::steady_clock::time_point started;
   if (recorder) started = std::chrono::steady_clock::now();
   const CURLcode result = curl_easy_perform(handle);
+  NoteCookiesReceived();
   if (bodyTooLarge) {
     zrcurl::Log(zrcurl::kErrorLevel, "%s %s: the answer is longer than the limit of %llu bytes; it was not read.",
                 MethodName(method), url, settings->options.maxResponseBytes);

@@ -85,6 +85,10 @@ TEST(LogLineText, ControlCharactersAreEscapedAndOtherBytesKept) {
       {"nel\xc2\x85 ls\xe2\x80\xa8 ps\xe2\x80\xa9 c1\xc2\x9f", "nel\\u0085 ls\\u2028 ps\\u2029 c1\\u009f"},
       {"cut \xc2", "cut \xc2"},
       {"cut \xe2\x80", "cut \xe2\x80"},
+      // Past the first eight bytes, at the end of a word, in the tail.
+      {"01234567\x1f" "89abcdef ~~~~~~~\x7f ok", "01234567\\x1f89abcdef ~~~~~~~\\x7f ok"},
+      {"0123456789abcdef012\n", "0123456789abcdef012\\n"},
+      {"0123456789abcdef01234567\xe2\x80\xa8", "0123456789abcdef01234567\\u2028"},
   };
   for (const auto& [text, expected] : cases) {
     EXPECT_EQ(tklog::OneLine(text), expected) << text;

@@ -1,6 +1,7 @@
 // Clients made one after another, or on several threads at once, run on recycled libcurl handles:
 // nothing one client set, sent or received may show in the next one.
 #include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <string>
 #include <thread>
@@ -12,6 +13,7 @@
 #include "HttpsTestServer.h"
 #include "LogCapture.h"
 #include "SilentListener.h"
+#include "zrlibcurl/CookieFileCache.h"
 
 namespace platformtest {
 namespace {
@@ -75,6 +77,41 @@ TEST_F(ZRLibCurlRecycling, NothingOfOneClientReachesTheNext) {
   const std::string saved = Contents(jar);
   EXPECT_NE(saved.find("received"), std::string::npos) << saved;
   EXPECT_EQ(saved.find("third"), std::string::npos) << "only the client that named the jar writes it";
+}
+
+// A handle goes to the next client with its cookie engine only while the engine holds what one
+// cookie file says; each row is one client after the one above, on the same recycled handle.
+TEST_F(ZRLibCurlRecycling, AKeptCookieEngineHoldsWhatTheFileSays) {
+  struct TrustedAtOnce {  // lines read at once are kept, as lines of a file written long ago
+    TrustedAtOnce() { zrcurl::SetCookieFileSettleTime(std::chrono::nanoseconds(0)); }
+    ~TrustedAtOnce() { zrcurl::SetCookieFileSettleTime(std::chrono::seconds(1)); }
+  } trustedAtOnce;
+  const std::string alpha = WriteFile(ScratchDirectory() + "/kept-alpha", CookieLine("session", "alpha"));
+  const std::string beta = WriteFile(ScratchDirectory() + "/kept-beta", CookieLine("b", "beta"));
+  const struct {
+    const char* path;
+    std::string cookieFile;  // empty: none named
+    const char* rewriteAlphaFirst;
+    const char* cookie;  // the Cookie header sent; "-" for none
+  } clients[] = {
+      {"/login/received", alpha, nullptr, "session=alpha"},  // the answer sets session=received
+      {"/a", alpha, nullptr, "session=alpha"},
+      {"/b", alpha, nullptr, "session=alpha"},
+      {"/c", "", nullptr, "-"},
+      {"/d", alpha, nullptr, "session=alpha"},
+      {"/e", beta, nullptr, "b=beta"},
+      {"/f", alpha, nullptr, "session=alpha"},
+      {"/g", alpha, "delta", "session=delta"},
+  };
+  for (const auto& client : clients) {
+    if (client.rewriteAlphaFirst) WriteFile(alpha, CookieLine("session", client.rewriteAlphaFirst));
+    HeaderSettings headers;
+    if (!client.cookieFile.empty()) headers.emplace_back(HTTP_HDR_COOKIE_FILE, client.cookieFile);
+    EXPECT_TRUE(SendOnce(HTTP_REQ_GET, server_.Url(client.path), "", headers).sent) << client.path;
+    const RecordedRequest sent = server_.Requests().back();
+    EXPECT_EQ(sent.path + " " + (sent.HasHeader("Cookie") ? sent.Header("Cookie") : "-"),
+              std::string(client.path) + " " + client.cookie);
+  }
 }
 
 // More threads than handles are kept idle, every other request without token and cookie file, so
