@@ -126,7 +126,8 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
   const std::string ca = sim().caCertPath(), pin = "sha256//AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA=";
   arraysim::AnswerStyle withoutData;  // the library's failure ends the operation, never the process
   withoutData.omitData = true;
-  sim().answerStyles().set("GET", "NFS_SHARE_AUTH_CLIENT", withoutData);
+  sim().answerStyles().set("GET", "system/", withoutData);
+  const std::string fileSystem = sim().fileSystems().create("projects");
   const std::vector<Row> rows = {
       {"closed port", at("127.0.0.99", passwordFile_, {"--ca-bundle", ca}),
        "zrarray: login to 127.0.0.99 as admin failed: Error while sending the request: Couldn't connect to server "
@@ -142,8 +143,17 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
       {"refused value", command({"lungroup", "delete", "--lun-group-id", "../lun/1"}),
        "zrarray: lungroup delete failed: \\[ERROR\\] Unable to build the request body: The input parameter "
        "\\[lunGroupId\\] cannot be placed in the request: it holds a path separator"},
-      {"answer without data", command({"share", "nfs-permissions"}),
-       "zrarray: share nfs-permissions failed: The array's answer lacks a required value: .*"},
+      {"answer without data", command({"system", "info"}),
+       "zrarray: system info failed: The array's answer lacks a required value: .*"},
+      // An array that finds nothing answers without data, or the library says nothing at all.
+      {"absent host", command({"host", "id", "--host-name", "nosuch"}),
+       "zrarray: host id failed: not found: host 'nosuch'"},
+      {"absent file system name", command({"fs", "id", "--name", "nosuch"}),
+       "zrarray: fs id failed: not found: file system 'nosuch'"},
+      {"absent file system", command({"fs", "info", "--id", "77"}),
+       "zrarray: fs info failed: not found: file system '77'"},
+      {"absent NFS share", command({"share", "nfs-of-fs", "--file-system-id", fileSystem}),
+       "zrarray: share nfs-of-fs failed: not found: NFS share of file system '" + fileSystem + "'"},
   };
   for (const Row& row : rows) {
     const ToolRun run = RunZrarray(row.arguments);
@@ -156,6 +166,11 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
 TEST_F(Zrarray, SuccessesAreQuietAtTheDefaultLevel) {
   for (int twice = 0; twice < 2; ++twice) answer({"host", "create", "--host-name", "web1"});
   answer({"share", "find", "--protocol", "cifs", "--name", "nosuch"});  // the library's lines need --log-level
+  // Empty lists, which the array answers without data and the library reports as a parse failure.
+  sim().store().insert("lun", {{"ID", "5"}, {"NAME", "db"}, {"PARENTID", "0"}, {"RUNNINGSTATUS", "27"}});
+  EXPECT_EQ(answer({"lun", "groups", "--lun-id", "5"}), json::array());
+  const json group = answer({"lungroup", "create", "--lun-group-name", "empty"});
+  EXPECT_EQ(answer({"lungroup", "luns", "--lun-group-id", group["id"].get<std::string>()}), json::array());
 }
 
 // A subcommand of each kind of group makes an object; the array's store holds it as told. Hosts

@@ -74,4 +74,16 @@ Outcome Outcome::failure(std::string reason) {
   return outcome;
 }
 
+void ReadAbsence(Result& result) {
+  const Outcome& outcome = result.outcome;
+  // A refusal of the array or a broken exchange is a failure, whatever the row.
+  if (outcome.ok || outcome.arrayCode != 0 || !outcome.cause.empty()) return;
+  if (result.list && outcome.answeredNothing) {
+    result.outcome = Outcome{};
+    result.value = Json::array();
+  } else if (!result.lookedFor.empty() && (outcome.answeredNothing || outcome.reason.empty())) {
+    result.outcome = Outcome::failure("not found: " + result.lookedFor);
+  }
+}
+
 }  // namespace zrarray

@@ -109,6 +109,8 @@ struct Outcome {
   std::string cause;         // what the HTTPS client said of a failed exchange
   unsigned long long arrayCode = 0;
   std::string arrayDescription;  // the array's own words for its code
+  // The array's answer had no "data": how it says that it found nothing.
+  bool answeredNothing = false;
 
   static Outcome of(bool ok);
   static Outcome of(const CXoError& error);
@@ -122,7 +124,15 @@ struct Result {
   std::optional<Json> value;
   // The value is printed after a failure too: it holds a flag that may tell why.
   bool shownOnFailure = false;
+  // A list: an array that found nothing makes it empty, not a failure.
+  bool list = false;
+  // A lookup: what it looked for, as "host 'web1'"; an array that found nothing makes it "not found".
+  std::string lookedFor = {};
 };
+
+// A list found empty, or a lookup that found nothing, as the operator reads it: the library
+// reports both as failures, with its parse error or with no reason at all.
+void ReadAbsence(Result& result);
 
 using Runner = std::function<Result(Call&)>;
 
@@ -152,7 +162,9 @@ Runner listOf(Fn fn) {
   return [fn](Call& call) {
     Sequence<Record> filled;
     const Outcome outcome = Outcome::of(fn(call, filled));
-    return Result{outcome, Json(filled)};
+    Result result{outcome, Json(filled)};
+    result.list = true;
+    return result;
   };
 }
 
@@ -187,6 +199,16 @@ Runner value(const char* key, Fn fn) {
     std::string written;
     const Outcome outcome = Outcome::of(fn(call, written));
     return Result{outcome, Json{{key, written}}};
+  };
+}
+
+// A lookup of `what`, named by the argument `by`: when the array finds nothing, the failure says
+// "not found: <what> '<value>'".
+inline Runner lookup(std::string what, std::string by, Runner run) {
+  return [what, by, run](Call& call) {
+    Result result = run(call);
+    result.lookedFor = what + " '" + call[by] + "'";
+    return result;
   };
 }
 

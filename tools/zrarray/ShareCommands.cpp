@@ -14,9 +14,9 @@ std::vector<Command> ShareCommands() {
          return c.array.getShareInfoByName(out, c["protocol"], c["name"], c.vstore);
        })},
       {"share", "nfs-of-fs", "The NFS share of a file system", {fileSystemId},
-       record<_HuaweiShareInfo>([](Call& c, auto& out) {
-         return c.array.getShareInfoByFSID(out, "nfs", c["file-system-id"], c.vstore);
-       })},
+       lookup("NFS share of file system", "file-system-id", record<_HuaweiShareInfo>([](Call& c, auto& out) {
+                return c.array.getShareInfoByFSID(out, "nfs", c["file-system-id"], c.vstore);
+              }))},
 
       {"share", "cifs-create", "Create a CIFS share (an existing one answers with its identifier)",
        {text("name", "Share name"), path, fileSystemId},

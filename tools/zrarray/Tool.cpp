@@ -179,6 +179,7 @@ int Perform(const Command& command, const Arguments& arguments, const GlobalOpti
   relay.startOperation();
   Result result = command.run(call);
   relay.explain(result.outcome);
+  ReadAbsence(result);
   const std::string what = command.group + " " + command.name;
   if (!result.outcome.ok) {
     Report(what, result.outcome);
