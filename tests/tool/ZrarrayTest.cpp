@@ -179,6 +179,7 @@ TEST_F(Zrarray, EachGroupReachesTheArray) {
   const std::string fileSystem = sim().fileSystems().create("projects");
   sim().store().insert("storagepool", {{"ID", "0"}, {"NAME", "pool1"}, {"PARENTID", "0"}});
   sim().store().insert("lun", {{"ID", "5"}, {"NAME", "db"}, {"PARENTID", "0"}, {"RUNNINGSTATUS", "27"}});
+  sim().store().insert("cifshare", {{"ID", "9"}, {"NAME", "home"}, {"SHAREPATH", "/projects/"}});
   struct Row {
     std::vector<std::string> arguments;
     std::string type, field, value;
@@ -188,6 +189,9 @@ TEST_F(Zrarray, EachGroupReachesTheArray) {
        "cifshare", "NAME", "docs"},
       {{"lun", "create", "--name", "vol", "--pool-id", "0", "--capacity", "1024", "--controller", "0A"},
        "lun", "ALLOCTYPE", "1"},
+      // A word given for a grant reaches the array as its number.
+      {{"share", "cifs-grant", "--share-id", "9", "--name", "ann", "--domain-type", "0", "--permission", "read-write"},
+       "CIFS_SHARE_AUTH_CLIENT", "PERMISSION", "5"},
       {{"clone", "create", "--name", "db-clone", "--primary-lun-id", "5"}, "splitmirror", "PRILUNID", "5"},
   };
   for (const Row& row : rows) {
@@ -302,6 +306,9 @@ TEST_F(Zrarray, CommandLineMistakesSayWhatIsWrong) {
        2, "zrarray: --alloc-type: 'medium' is not one of thick\\|thin .*"},
       {{"lun", "create", "--name", "a", "--pool-id", "0", "--capacity", "lots", "--controller", "0A"}, 2,
        "zrarray: --capacity: 'lots' is not a number .*"},
+      {{"share", "cifs-grant", "--share-id", "1", "--name", "a", "--domain-type", "0", "--permission", "all"}, 2,
+       "zrarray: --permission: 'all' is not one of forbidden\\|full-control\\|read-only\\|read-write nor the "
+       "array's number .*"},
       {{"--simulator", "--simulator-address", sim().address(), "fs", "list"}, 1,
        "zrarray: starting the simulator on " + sim().address() + " failed: port 8088 of " + sim().address() +
            ": Address already in use \\(another --simulator run\\? .*\\)"},

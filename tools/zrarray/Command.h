@@ -28,6 +28,8 @@ struct Argument {
   bool required = true;
   // Words the operator may type, each with the array's value that the library is given for it.
   std::map<std::string, std::string> words;
+  // The array's own value, as digits, is taken as well: it may know values the words do not name.
+  bool codesToo = false;
   // The word taken when the argument is not given; empty for none.
   std::string fallback;
 };
@@ -61,6 +63,12 @@ inline Argument oneOf(std::string name, std::string help, std::map<std::string, 
   argument.words = std::move(words);
   return argument;
 }
+// One of `words`, or the array's value itself.
+inline Argument wordOrCode(std::string name, std::string help, std::map<std::string, std::string> words) {
+  Argument argument = oneOf(std::move(name), std::move(help), std::move(words));
+  argument.codesToo = true;
+  return argument;
+}
 // The argument made optional, taking `fallback` when it is not given.
 inline Argument orElse(Argument argument, std::string fallback) {
   argument.required = false;
@@ -70,6 +78,11 @@ inline Argument orElse(Argument argument, std::string fallback) {
 
 // The array's four speeds of copying and rolling back, as words.
 std::map<std::string, std::string> SpeedWords();
+// The array's values of a CIFS grant's permission and of an NFS client grant's settings, as words.
+std::map<std::string, std::string> CifsPermissionWords();
+std::map<std::string, std::string> NfsAccessWords();
+std::map<std::string, std::string> NfsSyncWords();
+std::map<std::string, std::string> SquashWords(const std::string& squash);
 
 // The values given on the command line, by argument name. CLI11 writes into the slots.
 class Arguments {

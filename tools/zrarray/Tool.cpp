@@ -33,31 +33,44 @@ struct Chosen {
   const Arguments* arguments = nullptr;
 };
 
+bool IsDigits(const std::string& text) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
+}
+
 // An identifier the library takes as a 64-bit unsigned integer.
 CLI::Validator Digits() {
   return CLI::Validator(
       [](std::string& text) {
         static const std::string kLargest = "18446744073709551615";
-        const bool digits =
-            !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
+        const bool digits = IsDigits(text);
         const bool fits = text.size() < kLargest.size() || (text.size() == kLargest.size() && text <= kLargest);
         return digits && fits ? std::string() : "'" + text + "' is not a number";
       },
       "NUMBER");
 }
 
-// One of the words, replaced by the array's value for it.
-CLI::Validator Words(const std::map<std::string, std::string>& words) {
+// One of the words, replaced by the array's value for it; with `codesToo` the array's value as well.
+CLI::Validator Words(const std::map<std::string, std::string>& words, bool codesToo) {
   std::string listed;
   for (const auto& entry : words) listed += (listed.empty() ? "" : "|") + entry.first;
   return CLI::Validator(
-      [words, listed](std::string& text) {
+      [words, listed, codesToo](std::string& text) {
         const auto found = words.find(text);
-        if (found == words.end()) return "'" + text + "' is not one of " + listed;
-        text = found->second;
-        return std::string();
+        if (found != words.end()) {
+          text = found->second;
+          return std::string();
+        }
+        if (codesToo && IsDigits(text)) return std::string();
+        return "'" + text + "' is not one of " + listed + (codesToo ? " nor the array's number" : "");
       },
-      listed);
+      codesToo ? listed + "|NUMBER" : listed);
+}
+
+// The help of an argument whose words stand for the array's numbers: which number each one is.
+std::string HelpWithCodes(const Argument& argument) {
+  std::string help = argument.help + " (";
+  for (const auto& [word, code] : argument.words) help += word + " = " + code + ", ";
+  return help + "or the array's number)";
 }
 
 void AddArgument(CLI::App& command, const Argument& argument, Arguments& values) {
@@ -66,12 +79,13 @@ void AddArgument(CLI::App& command, const Argument& argument, Arguments& values)
     command.add_flag(option, values.flagSlot(argument.name), argument.help);
     return;
   }
+  const std::string help = argument.codesToo ? HelpWithCodes(argument) : argument.help;
   CLI::Option* added = argument.kind == Argument::Kind::List
-                           ? command.add_option(option, values.listSlot(argument.name), argument.help)->delimiter(',')
-                           : command.add_option(option, values.textSlot(argument.name), argument.help);
+                           ? command.add_option(option, values.listSlot(argument.name), help)->delimiter(',')
+                           : command.add_option(option, values.textSlot(argument.name), help);
   if (argument.required) added->required();
   if (argument.kind == Argument::Kind::Number) added->check(Digits());
-  if (!argument.words.empty()) added->transform(Words(argument.words));
+  if (!argument.words.empty()) added->transform(Words(argument.words, argument.codesToo));
   if (!argument.fallback.empty()) added->run_callback_for_default()->default_val(argument.fallback);
 }
 
