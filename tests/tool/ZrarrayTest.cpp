@@ -7,6 +7,7 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -258,11 +259,12 @@ TEST_F(Zrarray, PasswordOnlyFromPrivateFileStandardInputOrANamedVariable) {
   EXPECT_THAT(verbose.err + verbose.out, Not(HasSubstr(password)));
 }
 
-// Every group and every subcommand answers --help.
-TEST_F(Zrarray, HelpOnEveryLevel) {
+// Every group and every subcommand answers --help, and the bash completion names each.
+TEST_F(Zrarray, HelpAndCompletionOnEveryLevel) {
   const auto subcommands = [](const std::string& help) {
     std::vector<std::string> names;
-    const std::string section = help.substr(help.find("Subcommands:"));
+    const size_t listed = help.find("Subcommands:");
+    const std::string section = listed == std::string::npos ? "" : help.substr(listed);
     const std::regex line(R"(\n  (\S+))");
     for (std::sregex_iterator it(section.begin(), section.end(), line), end; it != end; ++it) {
       names.push_back((*it)[1]);
@@ -276,13 +278,19 @@ TEST_F(Zrarray, HelpOnEveryLevel) {
   const std::vector<std::string> groups = subcommands(top.out);
   EXPECT_THAT(groups, testing::IsSupersetOf({"system", "fs", "snapshot", "changelist", "share", "lun", "host",
                                              "hostgroup", "lungroup", "mappingview", "clone"}));
+  const ToolRun completion = RunZrarray({"completion", "bash"});
+  ASSERT_EQ(completion.status, 0) << completion.err;
+  const std::string script = writeFile("zrarray.bash", completion.out, 0600);
+  EXPECT_EQ(std::system(("bash -n " + script).c_str()), 0) << completion.out;
   for (const std::string& group : groups) {
     const ToolRun groupHelp = RunZrarray({group, "--help"});
     ASSERT_EQ(groupHelp.status, 0) << group;
+    EXPECT_THAT(completion.out, HasSubstr("\"" + group + "\") echo")) << group;
     for (const std::string& command : subcommands(groupHelp.out)) {
       const ToolRun help = RunZrarray({group, command, "--help"});
       EXPECT_EQ(help.status, 0) << group << " " << command;
       EXPECT_THAT(help.out, HasSubstr("--help")) << group << " " << command;
+      EXPECT_THAT(completion.out, HasSubstr("\"" + group + " " + command + "\") echo")) << group << " " << command;
     }
   }
 }

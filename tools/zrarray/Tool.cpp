@@ -13,6 +13,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Command.h"
+#include "Completion.h"
 #include "DemoArray.h"
 #include "GlobalOptions.h"
 #include "LogRelay.h"
@@ -154,7 +155,7 @@ void Report(const std::string& what, const Outcome& outcome) {
 // "<group>: a subcommand is needed"; empty for any other mistake, which CLI11 words well enough.
 std::string GroupWithoutSubcommand(const CLI::App& app) {
   for (const CLI::App* group : app.get_subcommands()) {
-    if (!group->get_subcommands().empty()) continue;
+    if (!group->get_subcommands().empty() || group->get_require_subcommand_min() == 0) continue;
     // A word the group did not know may have fallen through to the top.
     std::vector<std::string> words = group->remaining();
     for (const std::string& word : app.remaining()) words.push_back(word);
@@ -164,6 +165,19 @@ std::string GroupWithoutSubcommand(const CLI::App& app) {
     return group->get_name() + ": no subcommand '" + words.front() + "'";
   }
   return "";
+}
+
+// The words of the options that take words, for the completion script.
+OptionWords WordsOf(const std::vector<Command>& commands) {
+  OptionWords words = {{"--format", {"json", "table"}}, {"completion", {"bash"}}};
+  for (const Command& command : commands) {
+    for (const Argument& argument : command.arguments) {
+      if (argument.words.empty()) continue;
+      std::vector<std::string>& listed = words[command.group + " " + command.name + " --" + argument.name];
+      for (const auto& entry : argument.words) listed.push_back(entry.first);
+    }
+  }
+  return words;
 }
 
 struct Login {
@@ -275,6 +289,12 @@ int RunTool(int argc, char** argv) {
   std::deque<Arguments> values;
   Chosen chosen;
   AddCommands(app, commands, values, chosen);
+  std::string shell;
+  CLI::App* completion = app.add_subcommand(
+      "completion", "Print a completion script for the shell (the packages install the one for bash)");
+  completion->add_option("shell", shell, "bash")->required()->check(
+      CLI::Validator([](const std::string& given) { return given == "bash" ? "" : "'" + given + "' is not bash"; },
+                     "bash"));
   app.require_subcommand(1);
   app.set_version_flag("--version", "zrarray " ZRMANAGEHUAWEI_VERSION);
   app.failure_message([](const CLI::App*, const CLI::Error& error) {
@@ -296,6 +316,10 @@ int RunTool(int argc, char** argv) {
     std::fprintf(stderr, "zrarray: %s; `zrarray %s --help` lists them\n", group.c_str(),
                  group.substr(0, group.find(':')).c_str());
     return kUsage;
+  }
+  if (completion->parsed()) {
+    std::fputs(BashCompletion(app, WordsOf(commands)).c_str(), stdout);
+    return kSuccess;
   }
   options.readEnvironment();
   int status = kUsage;
