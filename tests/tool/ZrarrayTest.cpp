@@ -11,6 +11,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <regex>
 #include <sstream>
 #include <thread>
@@ -282,6 +283,18 @@ TEST_F(Zrarray, HelpAndCompletionOnEveryLevel) {
   ASSERT_EQ(completion.status, 0) << completion.err;
   const std::string script = writeFile("zrarray.bash", completion.out, 0600);
   EXPECT_EQ(std::system(("bash -n " + script).c_str()), 0) << completion.out;
+  // What bash offers for the words typed so far, the last one being completed.
+  const auto offered = [this, &script](const std::string& typed) {
+    const std::string driver = writeFile("drive.bash", "source " + script + "\nCOMP_WORDS=(" + typed +
+                                                           ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_zrarray\n"
+                                                           "echo \"${COMPREPLY[*]}\"\n", 0600);
+    std::unique_ptr<FILE, int (*)(FILE*)> shell(popen(("bash " + driver).c_str(), "r"), &pclose);
+    std::array<char, 4096> line{};
+    return shell && fgets(line.data(), line.size(), shell.get()) ? std::string(line.data()) : std::string();
+  };
+  EXPECT_EQ(offered("zrarray -a 192.0.2.1 --format table sh"), "share\n");  // option values are no group
+  EXPECT_EQ(offered("zrarray share cifs-grant --share-id 4 --permission read-"), "read-only read-write\n");
+  EXPECT_EQ(offered("zrarray --format ''"), "json table\n");
   for (const std::string& group : groups) {
     const ToolRun groupHelp = RunZrarray({group, "--help"});
     ASSERT_EQ(groupHelp.status, 0) << group;
