@@ -121,6 +121,14 @@ ToolRun ToolProcess::finish() {
   return run;
 }
 
+bool PseudoTerminalOpens() {
+  int terminal = -1, child = -1;
+  if (openpty(&terminal, &child, nullptr, nullptr, nullptr) != 0) return false;
+  close(terminal);
+  close(child);
+  return true;
+}
+
 ToolRun RunZrarray(const std::vector<std::string>& arguments, const ToolInput& input) {
   return ToolProcess(arguments, input).finish();
 }

@@ -43,6 +43,9 @@ class ToolProcess {
   int in_ = -1, out_ = -1, err_ = -1;
 };
 
+// Whether a pseudo-terminal can be opened here (containers may have none).
+bool PseudoTerminalOpens();
+
 ToolRun RunZrarray(const std::vector<std::string>& arguments, const ToolInput& input = {});
 
 }  // namespace zrtest

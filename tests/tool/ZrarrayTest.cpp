@@ -7,9 +7,11 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <regex>
 #include <sstream>
 #include <thread>
@@ -126,7 +128,8 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
   const std::string ca = sim().caCertPath(), pin = "sha256//AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA=";
   arraysim::AnswerStyle withoutData;  // the library's failure ends the operation, never the process
   withoutData.omitData = true;
-  sim().answerStyles().set("GET", "NFS_SHARE_AUTH_CLIENT", withoutData);
+  sim().answerStyles().set("GET", "system/", withoutData);
+  const std::string fileSystem = sim().fileSystems().create("projects");
   const std::vector<Row> rows = {
       {"closed port", at("127.0.0.99", passwordFile_, {"--ca-bundle", ca}),
        "zrarray: login to 127.0.0.99 as admin failed: Error while sending the request: Couldn't connect to server "
@@ -142,8 +145,17 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
       {"refused value", command({"lungroup", "delete", "--lun-group-id", "../lun/1"}),
        "zrarray: lungroup delete failed: \\[ERROR\\] Unable to build the request body: The input parameter "
        "\\[lunGroupId\\] cannot be placed in the request: it holds a path separator"},
-      {"answer without data", command({"share", "nfs-permissions"}),
-       "zrarray: share nfs-permissions failed: The array's answer lacks a required value: .*"},
+      {"answer without data", command({"system", "info"}),
+       "zrarray: system info failed: The array's answer lacks a required value: .*"},
+      // An array that finds nothing answers without data, or the library says nothing at all.
+      {"absent host", command({"host", "id", "--host-name", "nosuch"}),
+       "zrarray: host id failed: not found: host 'nosuch'"},
+      {"absent file system name", command({"fs", "id", "--name", "nosuch"}),
+       "zrarray: fs id failed: not found: file system 'nosuch'"},
+      {"absent file system", command({"fs", "info", "--id", "77"}),
+       "zrarray: fs info failed: not found: file system '77'"},
+      {"absent NFS share", command({"share", "nfs-of-fs", "--file-system-id", fileSystem}),
+       "zrarray: share nfs-of-fs failed: not found: NFS share of file system '" + fileSystem + "'"},
   };
   for (const Row& row : rows) {
     const ToolRun run = RunZrarray(row.arguments);
@@ -156,6 +168,11 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
 TEST_F(Zrarray, SuccessesAreQuietAtTheDefaultLevel) {
   for (int twice = 0; twice < 2; ++twice) answer({"host", "create", "--host-name", "web1"});
   answer({"share", "find", "--protocol", "cifs", "--name", "nosuch"});  // the library's lines need --log-level
+  // Empty lists, which the array answers without data and the library reports as a parse failure.
+  sim().store().insert("lun", {{"ID", "5"}, {"NAME", "db"}, {"PARENTID", "0"}, {"RUNNINGSTATUS", "27"}});
+  EXPECT_EQ(answer({"lun", "groups", "--lun-id", "5"}), json::array());
+  const json group = answer({"lungroup", "create", "--lun-group-name", "empty"});
+  EXPECT_EQ(answer({"lungroup", "luns", "--lun-group-id", group["id"].get<std::string>()}), json::array());
 }
 
 // A subcommand of each kind of group makes an object; the array's store holds it as told. Hosts
@@ -164,6 +181,7 @@ TEST_F(Zrarray, EachGroupReachesTheArray) {
   const std::string fileSystem = sim().fileSystems().create("projects");
   sim().store().insert("storagepool", {{"ID", "0"}, {"NAME", "pool1"}, {"PARENTID", "0"}});
   sim().store().insert("lun", {{"ID", "5"}, {"NAME", "db"}, {"PARENTID", "0"}, {"RUNNINGSTATUS", "27"}});
+  sim().store().insert("cifshare", {{"ID", "9"}, {"NAME", "home"}, {"SHAREPATH", "/projects/"}});
   struct Row {
     std::vector<std::string> arguments;
     std::string type, field, value;
@@ -173,6 +191,9 @@ TEST_F(Zrarray, EachGroupReachesTheArray) {
        "cifshare", "NAME", "docs"},
       {{"lun", "create", "--name", "vol", "--pool-id", "0", "--capacity", "1024", "--controller", "0A"},
        "lun", "ALLOCTYPE", "1"},
+      // A word given for a grant reaches the array as its number.
+      {{"share", "cifs-grant", "--share-id", "9", "--name", "ann", "--domain-type", "0", "--permission", "read-write"},
+       "CIFS_SHARE_AUTH_CLIENT", "PERMISSION", "5"},
       {{"clone", "create", "--name", "db-clone", "--primary-lun-id", "5"}, "splitmirror", "PRILUNID", "5"},
   };
   for (const Row& row : rows) {
@@ -239,11 +260,12 @@ TEST_F(Zrarray, PasswordOnlyFromPrivateFileStandardInputOrANamedVariable) {
   EXPECT_THAT(verbose.err + verbose.out, Not(HasSubstr(password)));
 }
 
-// Every group and every subcommand answers --help.
-TEST_F(Zrarray, HelpOnEveryLevel) {
+// Every group and every subcommand answers --help, and the bash completion names each.
+TEST_F(Zrarray, HelpAndCompletionOnEveryLevel) {
   const auto subcommands = [](const std::string& help) {
     std::vector<std::string> names;
-    const std::string section = help.substr(help.find("Subcommands:"));
+    const size_t listed = help.find("Subcommands:");
+    const std::string section = listed == std::string::npos ? "" : help.substr(listed);
     const std::regex line(R"(\n  (\S+))");
     for (std::sregex_iterator it(section.begin(), section.end(), line), end; it != end; ++it) {
       names.push_back((*it)[1]);
@@ -257,13 +279,31 @@ TEST_F(Zrarray, HelpOnEveryLevel) {
   const std::vector<std::string> groups = subcommands(top.out);
   EXPECT_THAT(groups, testing::IsSupersetOf({"system", "fs", "snapshot", "changelist", "share", "lun", "host",
                                              "hostgroup", "lungroup", "mappingview", "clone"}));
+  const ToolRun completion = RunZrarray({"completion", "bash"});
+  ASSERT_EQ(completion.status, 0) << completion.err;
+  const std::string script = writeFile("zrarray.bash", completion.out, 0600);
+  EXPECT_EQ(std::system(("bash -n " + script).c_str()), 0) << completion.out;
+  // What bash offers for the words typed so far, the last one being completed.
+  const auto offered = [this, &script](const std::string& typed) {
+    const std::string driver = writeFile("drive.bash", "source " + script + "\nCOMP_WORDS=(" + typed +
+                                                           ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_zrarray\n"
+                                                           "echo \"${COMPREPLY[*]}\"\n", 0600);
+    std::unique_ptr<FILE, int (*)(FILE*)> shell(popen(("bash " + driver).c_str(), "r"), &pclose);
+    std::array<char, 4096> line{};
+    return shell && fgets(line.data(), line.size(), shell.get()) ? std::string(line.data()) : std::string();
+  };
+  EXPECT_EQ(offered("zrarray -a 192.0.2.1 --format table sh"), "share\n");  // option values are no group
+  EXPECT_EQ(offered("zrarray share cifs-grant --share-id 4 --permission read-"), "read-only read-write\n");
+  EXPECT_EQ(offered("zrarray --format ''"), "json table\n");
   for (const std::string& group : groups) {
     const ToolRun groupHelp = RunZrarray({group, "--help"});
     ASSERT_EQ(groupHelp.status, 0) << group;
+    EXPECT_THAT(completion.out, HasSubstr("\"" + group + "\") echo")) << group;
     for (const std::string& command : subcommands(groupHelp.out)) {
       const ToolRun help = RunZrarray({group, command, "--help"});
       EXPECT_EQ(help.status, 0) << group << " " << command;
       EXPECT_THAT(help.out, HasSubstr("--help")) << group << " " << command;
+      EXPECT_THAT(completion.out, HasSubstr("\"" + group + " " + command + "\") echo")) << group << " " << command;
     }
   }
 }
@@ -287,6 +327,9 @@ TEST_F(Zrarray, CommandLineMistakesSayWhatIsWrong) {
        2, "zrarray: --alloc-type: 'medium' is not one of thick\\|thin .*"},
       {{"lun", "create", "--name", "a", "--pool-id", "0", "--capacity", "lots", "--controller", "0A"}, 2,
        "zrarray: --capacity: 'lots' is not a number .*"},
+      {{"share", "cifs-grant", "--share-id", "1", "--name", "a", "--domain-type", "0", "--permission", "all"}, 2,
+       "zrarray: --permission: 'all' is not one of forbidden\\|full-control\\|read-only\\|read-write nor the "
+       "array's number .*"},
       {{"--simulator", "--simulator-address", sim().address(), "fs", "list"}, 1,
        "zrarray: starting the simulator on " + sim().address() + " failed: port 8088 of " + sim().address() +
            ": Address already in use \\(another --simulator run\\? .*\\)"},
@@ -343,13 +386,15 @@ TEST_F(ZrarrayWalk, StreamsTheArraysDifferenceAsJsonLines) {
   const std::string output = directory_ + "/walk.jsonl";
   std::vector<std::string> toFile = walk();
   toFile.insert(toFile.end(), {"--output", output});
-  const ToolRun filed = zrarray(toFile, {"", {}, true, {}});
+  const bool terminal = PseudoTerminalOpens();
+  const ToolRun filed = zrarray(toFile, {"", {}, terminal, {}});
   ASSERT_EQ(filed.status, 0) << filed.err;
   std::stringstream written;
   written << std::ifstream(output).rdbuf();
   EXPECT_EQ(written.str(), run.out);
   const json summary = {{"entries", truth.size()}, {"pages", (truth.size() + 2) / 3}, {"output", output}};
   EXPECT_EQ(json::parse(filed.out), summary);
+  if (!terminal) GTEST_SKIP() << "no pseudo-terminal can be opened here: the progress line goes unchecked";
   EXPECT_THAT(filed.err, testing::ContainsRegex("[0-9]+ pages, " + std::to_string(truth.size()) +
                                                 " entries, array [0-9]+%, [0-9]+ entries/s"));
 }
@@ -403,6 +448,7 @@ TEST_F(Zrarray, StopSignalsEndTheCommandTidily) {
 // the library's cookie-directory setting, which goes with the run.
 TEST_F(Zrarray, RunsAsAnOrdinaryUser) {
   if (geteuid() != 0) GTEST_SKIP() << "becoming another user needs root";
+  if (access("/usr/bin/setpriv", X_OK) != 0) GTEST_SKIP() << "setpriv (util-linux) is not installed";
   ToolInput asNobody;
   asNobody.runThrough = {"/usr/bin/setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups", "--"};
   if (RunZrarray({"--help"}, asNobody).status != 0) GTEST_SKIP() << "the build tree is out of nobody's reach";

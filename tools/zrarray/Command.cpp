@@ -16,6 +16,18 @@ std::map<std::string, std::string> SpeedWords() {
           {"highest", HuaweiApiValue::COPY_SPEED_HIGHEST.getValue()}};
 }
 
+std::map<std::string, std::string> CifsPermissionWords() {
+  return {{"read-only", "0"}, {"full-control", "1"}, {"forbidden", "2"}, {"read-write", "5"}};
+}
+
+std::map<std::string, std::string> NfsAccessWords() { return {{"read-only", "0"}, {"read-write", "1"}}; }
+
+std::map<std::string, std::string> NfsSyncWords() { return {{"sync", "0"}, {"async", "1"}}; }
+
+std::map<std::string, std::string> SquashWords(const std::string& squash) {
+  return {{squash, "0"}, {"no-" + squash, "1"}};
+}
+
 const std::string& Arguments::operator[](const std::string& name) const {
   const auto found = texts_.find(name);
   if (found == texts_.end()) throw std::logic_error("zrarray: no argument --" + name);
@@ -72,6 +84,18 @@ Outcome Outcome::failure(std::string reason) {
   outcome.ok = false;
   outcome.reason = std::move(reason);
   return outcome;
+}
+
+void ReadAbsence(Result& result) {
+  const Outcome& outcome = result.outcome;
+  // A refusal of the array or a broken exchange is a failure, whatever the row.
+  if (outcome.ok || outcome.arrayCode != 0 || !outcome.cause.empty()) return;
+  if (result.list && outcome.answeredNothing) {
+    result.outcome = Outcome{};
+    result.value = Json::array();
+  } else if (!result.lookedFor.empty() && (outcome.answeredNothing || outcome.reason.empty())) {
+    result.outcome = Outcome::failure("not found: " + result.lookedFor);
+  }
 }
 
 }  // namespace zrarray

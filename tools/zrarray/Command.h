@@ -28,6 +28,8 @@ struct Argument {
   bool required = true;
   // Words the operator may type, each with the array's value that the library is given for it.
   std::map<std::string, std::string> words;
+  // The array's own value, as digits, is taken as well: it may know values the words do not name.
+  bool codesToo = false;
   // The word taken when the argument is not given; empty for none.
   std::string fallback;
 };
@@ -61,6 +63,12 @@ inline Argument oneOf(std::string name, std::string help, std::map<std::string, 
   argument.words = std::move(words);
   return argument;
 }
+// One of `words`, or the array's value itself.
+inline Argument wordOrCode(std::string name, std::string help, std::map<std::string, std::string> words) {
+  Argument argument = oneOf(std::move(name), std::move(help), std::move(words));
+  argument.codesToo = true;
+  return argument;
+}
 // The argument made optional, taking `fallback` when it is not given.
 inline Argument orElse(Argument argument, std::string fallback) {
   argument.required = false;
@@ -70,6 +78,11 @@ inline Argument orElse(Argument argument, std::string fallback) {
 
 // The array's four speeds of copying and rolling back, as words.
 std::map<std::string, std::string> SpeedWords();
+// The array's values of a CIFS grant's permission and of an NFS client grant's settings, as words.
+std::map<std::string, std::string> CifsPermissionWords();
+std::map<std::string, std::string> NfsAccessWords();
+std::map<std::string, std::string> NfsSyncWords();
+std::map<std::string, std::string> SquashWords(const std::string& squash);
 
 // The values given on the command line, by argument name. CLI11 writes into the slots.
 class Arguments {
@@ -109,6 +122,8 @@ struct Outcome {
   std::string cause;         // what the HTTPS client said of a failed exchange
   unsigned long long arrayCode = 0;
   std::string arrayDescription;  // the array's own words for its code
+  // The array's answer had no "data": how it says that it found nothing.
+  bool answeredNothing = false;
 
   static Outcome of(bool ok);
   static Outcome of(const CXoError& error);
@@ -122,7 +137,15 @@ struct Result {
   std::optional<Json> value;
   // The value is printed after a failure too: it holds a flag that may tell why.
   bool shownOnFailure = false;
+  // A list: an array that found nothing makes it empty, not a failure.
+  bool list = false;
+  // A lookup: what it looked for, as "host 'web1'"; an array that found nothing makes it "not found".
+  std::string lookedFor = {};
 };
+
+// A list found empty, or a lookup that found nothing, as the operator reads it: the library
+// reports both as failures, with its parse error or with no reason at all.
+void ReadAbsence(Result& result);
 
 using Runner = std::function<Result(Call&)>;
 
@@ -152,7 +175,9 @@ Runner listOf(Fn fn) {
   return [fn](Call& call) {
     Sequence<Record> filled;
     const Outcome outcome = Outcome::of(fn(call, filled));
-    return Result{outcome, Json(filled)};
+    Result result{outcome, Json(filled)};
+    result.list = true;
+    return result;
   };
 }
 
@@ -187,6 +212,16 @@ Runner value(const char* key, Fn fn) {
     std::string written;
     const Outcome outcome = Outcome::of(fn(call, written));
     return Result{outcome, Json{{key, written}}};
+  };
+}
+
+// A lookup of `what`, named by the argument `by`: when the array finds nothing, the failure says
+// "not found: <what> '<value>'".
+inline Runner lookup(std::string what, std::string by, Runner run) {
+  return [what, by, run](Call& call) {
+    Result result = run(call);
+    result.lookedFor = what + " '" + call[by] + "'";
+    return result;
   };
 }
 

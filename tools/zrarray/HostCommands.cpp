@@ -25,8 +25,9 @@ std::vector<Command> HostCommands() {
          return c.array.getHostIDFromInitiatorID(c["initiator-id"], IsIscsi(c), out, c.vstore);
        })},
       {"host", "id", "Identifier of a host", {text("host-name", "Host name")},
-       value("hostId",
-             [](Call& c, auto& out) { return c.array.getHostIDFromHostName(c["host-name"], out, c.vstore); })},
+       lookup("host", "host-name", value("hostId", [](Call& c, auto& out) {
+                return c.array.getHostIDFromHostName(c["host-name"], out, c.vstore);
+              }))},
       {"host", "create", "Create a host (one of that name already there is taken as created)",
        {text("host-name", "Host name"), flag("os-code-7", "Operating-system code 7 instead of 0")},
        record<_HuaweiLUNHostInfo>([](Call& c, auto& out) {
@@ -45,9 +46,9 @@ std::vector<Command> HostCommands() {
        })},
 
       {"hostgroup", "id", "Identifier of a host group", {text("host-group-name", "Host group name")},
-       value("hostGroupId", [](Call& c, auto& out) {
-         return c.array.getHostGroupIDFromName(c["host-group-name"], out, c.vstore);
-       })},
+       lookup("host group", "host-group-name", value("hostGroupId", [](Call& c, auto& out) {
+                return c.array.getHostGroupIDFromName(c["host-group-name"], out, c.vstore);
+              }))},
       {"hostgroup", "create", "Create a host group (one of that name already there is taken as created)",
        {text("host-group-name", "Host group name")},
        record<_HuaweiHostGroupInfo>(

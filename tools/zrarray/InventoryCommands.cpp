@@ -23,10 +23,12 @@ std::vector<Command> InventoryCommands() {
       {"fs", "interfaces", "Logical interfaces; the one serving NDMP is marked", {},
        listOf<_HuaweiArrayInterfaces>([](Call& c, auto& out) { return c.array.getArrayInterfaces(out); })},
       {"fs", "id", "Identifier of a file system", {text("name", "File system name")},
-       value("id", [](Call& c, auto& out) { return c.array.getFileSystemId(c["name"], out); })},
+       lookup("file system", "name",
+              value("id", [](Call& c, auto& out) { return c.array.getFileSystemId(c["name"], out); }))},
       {"fs", "info", "One file system", {text("id", "File system identifier")},
-       record<_HuaweiFileSystemsInfo>(
-           [](Call& c, auto& out) { return c.array.getFileSystemInfoById(c["id"], out, c.vstore); })},
+       lookup("file system", "id", record<_HuaweiFileSystemsInfo>([](Call& c, auto& out) {
+                return c.array.getFileSystemInfoById(c["id"], out, c.vstore);
+              }))},
   };
 }
 

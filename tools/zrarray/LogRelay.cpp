@@ -21,6 +21,11 @@ const char kTransportLogName[] = "HuaweiRestAPI";
 const char kCloseSessionLogName[] = "ZrManageHuawei::closeSession";
 // A value refused before sending: the operation then says only that its request could not be built.
 const char kRefusedValue[] = " cannot be placed in the request: ";
+// An array that finds nothing answers without "data"; each generation of reader says so its own way,
+// the list readers of the SAN requests at level 3.
+const char* const kNoData[] = {"[data] field not present", "lacks a required value: key \"data\""};
+const char kNoDataList[] = "[ERROR] Unable to parse JSON response";
+const int kNoDataListLevel = 3;
 
 const char* Tag(int level) {
   if (level < 0) return "error";
@@ -37,8 +42,9 @@ LogRelay::LogRelay(int level)
       terminal_(isatty(STDERR_FILENO) == 1),
       saved_(tklog::CurrentSink()),
       savedLevel_(tklog::MaxLevel()) {
-  // Errors are always wanted, to explain a failure; they are printed only up to level_.
-  tklog::SetMaxLevel(std::max(level_, -1));
+  // Errors, and the list readers' word for an empty answer, are always wanted to explain a failure;
+  // they are printed only up to level_.
+  tklog::SetMaxLevel(std::max(level_, kNoDataListLevel));
   tklog::SetSink([this](const tklog::LogLine& line) { receive(line); });
 }
 
@@ -52,6 +58,7 @@ void LogRelay::startOperation() {
   transportCause_.clear();
   arrayCode_ = 0;
   arrayWords_.clear();
+  answeredNothing_ = false;
 }
 
 void LogRelay::explain(Outcome& outcome) const {
@@ -62,6 +69,7 @@ void LogRelay::explain(Outcome& outcome) const {
   if (outcome.arrayCode == 0 && outcome.reason.find(transportCause_) == std::string::npos) {
     outcome.cause = transportCause_;
   }
+  outcome.answeredNothing = answeredNothing_;
 }
 
 void LogRelay::remember(const tklog::LogLine& line) {
@@ -78,12 +86,16 @@ void LogRelay::remember(const tklog::LogLine& line) {
     }
     return;
   }
+  for (const char* noData : kNoData) {
+    if (line.text.find(noData) != std::string::npos) answeredNothing_ = true;
+  }
   if (transportCause_.empty() && line.text.find(kRefusedValue) != std::string::npos) transportCause_ = line.text;
   if (line.name != kCloseSessionLogName) operationError_ = line.text;
 }
 
 void LogRelay::receive(const tklog::LogLine& line) {
   if (line.level < 0) remember(line);
+  if (line.level == kNoDataListLevel && line.text == kNoDataList) answeredNothing_ = true;
   if (line.level > level_) return;
   // On a terminal a progress line may be standing: clear it first, it is redrawn after.
   std::fprintf(stderr, "%s[%s] %s: %s\n", terminal_ ? "\r\033[K" : "", Tag(line.level), line.name.c_str(),

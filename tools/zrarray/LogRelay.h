@@ -23,7 +23,8 @@ class LogRelay {
   // Fills what the outcome lacks from the error lines of the operation: its own text as the
   // reason (the last, but never the log-out that follows a failed login), the array's code and own
   // words from the transport's line of a refused request, and the first thing the HTTPS client
-  // said of a failed exchange (refused connection, untrusted certificate, unreadable CA file).
+  // said of a failed exchange (refused connection, untrusted certificate, unreadable CA file), and
+  // whether an answer came without the data its reader needed.
   void explain(Outcome& outcome) const;
 
  private:
@@ -38,6 +39,7 @@ class LogRelay {
   std::string transportCause_;
   unsigned long long arrayCode_ = 0;
   std::string arrayWords_;
+  bool answeredNothing_ = false;
 };
 
 }  // namespace zrarray

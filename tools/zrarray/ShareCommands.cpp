@@ -14,9 +14,9 @@ std::vector<Command> ShareCommands() {
          return c.array.getShareInfoByName(out, c["protocol"], c["name"], c.vstore);
        })},
       {"share", "nfs-of-fs", "The NFS share of a file system", {fileSystemId},
-       record<_HuaweiShareInfo>([](Call& c, auto& out) {
-         return c.array.getShareInfoByFSID(out, "nfs", c["file-system-id"], c.vstore);
-       })},
+       lookup("NFS share of file system", "file-system-id", record<_HuaweiShareInfo>([](Call& c, auto& out) {
+                return c.array.getShareInfoByFSID(out, "nfs", c["file-system-id"], c.vstore);
+              }))},
 
       {"share", "cifs-create", "Create a CIFS share (an existing one answers with its identifier)",
        {text("name", "Share name"), path, fileSystemId},
@@ -34,7 +34,8 @@ std::vector<Command> ShareCommands() {
        })},
       {"share", "cifs-grant", "Grant a user or group access to a CIFS share (an existing grant: empty id)",
        {shareId, text("name", "User or group, such as DOMAIN\\user"),
-        text("domain-type", "The array's domain type value"), text("permission", "The array's permission value")},
+        text("domain-type", "The array's domain type value"),
+        wordOrCode("permission", "What the grant allows", CifsPermissionWords())},
        value("id", [](Call& c, auto& out) {
          return c.array.addCIFSSharePermission(out, c["name"], c["share-id"], c["domain-type"], c["permission"],
                                                c.vstore);
@@ -55,9 +56,11 @@ std::vector<Command> ShareCommands() {
          return c.array.getNFSSharePermissionsFromParentId(out, c["share-id"], c.vstore);
        })},
       {"share", "nfs-grant", "Grant a client access to an NFS share (list the grants for its identifier)",
-       {shareId, text("client", "Address or host name of the client"), text("access", "The array's access value"),
-        text("sync", "The array's sync value"), text("all-squash", "The array's all-squash value"),
-        text("root-squash", "The array's root-squash value")},
+       {shareId, text("client", "Address or host name of the client"),
+        wordOrCode("access", "What the client may do", NfsAccessWords()),
+        wordOrCode("sync", "How the client's writes are committed", NfsSyncWords()),
+        wordOrCode("all-squash", "Whether every user is mapped to the anonymous one", SquashWords("all-squash")),
+        wordOrCode("root-squash", "Whether root is mapped to the anonymous user", SquashWords("root-squash"))},
        action([](Call& c) {
          std::string unwritten;
          return c.array.addNFSSharePermission(unwritten, c["client"], c["share-id"], c["access"], c["sync"],

@@ -13,6 +13,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Command.h"
+#include "Completion.h"
 #include "DemoArray.h"
 #include "GlobalOptions.h"
 #include "LogRelay.h"
@@ -33,31 +34,44 @@ struct Chosen {
   const Arguments* arguments = nullptr;
 };
 
+bool IsDigits(const std::string& text) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
+}
+
 // An identifier the library takes as a 64-bit unsigned integer.
 CLI::Validator Digits() {
   return CLI::Validator(
       [](std::string& text) {
         static const std::string kLargest = "18446744073709551615";
-        const bool digits =
-            !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
+        const bool digits = IsDigits(text);
         const bool fits = text.size() < kLargest.size() || (text.size() == kLargest.size() && text <= kLargest);
         return digits && fits ? std::string() : "'" + text + "' is not a number";
       },
       "NUMBER");
 }
 
-// One of the words, replaced by the array's value for it.
-CLI::Validator Words(const std::map<std::string, std::string>& words) {
+// One of the words, replaced by the array's value for it; with `codesToo` the array's value as well.
+CLI::Validator Words(const std::map<std::string, std::string>& words, bool codesToo) {
   std::string listed;
   for (const auto& entry : words) listed += (listed.empty() ? "" : "|") + entry.first;
   return CLI::Validator(
-      [words, listed](std::string& text) {
+      [words, listed, codesToo](std::string& text) {
         const auto found = words.find(text);
-        if (found == words.end()) return "'" + text + "' is not one of " + listed;
-        text = found->second;
-        return std::string();
+        if (found != words.end()) {
+          text = found->second;
+          return std::string();
+        }
+        if (codesToo && IsDigits(text)) return std::string();
+        return "'" + text + "' is not one of " + listed + (codesToo ? " nor the array's number" : "");
       },
-      listed);
+      codesToo ? listed + "|NUMBER" : listed);
+}
+
+// The help of an argument whose words stand for the array's numbers: which number each one is.
+std::string HelpWithCodes(const Argument& argument) {
+  std::string help = argument.help + " (";
+  for (const auto& [word, code] : argument.words) help += word + " = " + code + ", ";
+  return help + "or the array's number)";
 }
 
 void AddArgument(CLI::App& command, const Argument& argument, Arguments& values) {
@@ -66,12 +80,13 @@ void AddArgument(CLI::App& command, const Argument& argument, Arguments& values)
     command.add_flag(option, values.flagSlot(argument.name), argument.help);
     return;
   }
+  const std::string help = argument.codesToo ? HelpWithCodes(argument) : argument.help;
   CLI::Option* added = argument.kind == Argument::Kind::List
-                           ? command.add_option(option, values.listSlot(argument.name), argument.help)->delimiter(',')
-                           : command.add_option(option, values.textSlot(argument.name), argument.help);
+                           ? command.add_option(option, values.listSlot(argument.name), help)->delimiter(',')
+                           : command.add_option(option, values.textSlot(argument.name), help);
   if (argument.required) added->required();
   if (argument.kind == Argument::Kind::Number) added->check(Digits());
-  if (!argument.words.empty()) added->transform(Words(argument.words));
+  if (!argument.words.empty()) added->transform(Words(argument.words, argument.codesToo));
   if (!argument.fallback.empty()) added->run_callback_for_default()->default_val(argument.fallback);
 }
 
@@ -140,7 +155,7 @@ void Report(const std::string& what, const Outcome& outcome) {
 // "<group>: a subcommand is needed"; empty for any other mistake, which CLI11 words well enough.
 std::string GroupWithoutSubcommand(const CLI::App& app) {
   for (const CLI::App* group : app.get_subcommands()) {
-    if (!group->get_subcommands().empty()) continue;
+    if (!group->get_subcommands().empty() || group->get_require_subcommand_min() == 0) continue;
     // A word the group did not know may have fallen through to the top.
     std::vector<std::string> words = group->remaining();
     for (const std::string& word : app.remaining()) words.push_back(word);
@@ -150,6 +165,19 @@ std::string GroupWithoutSubcommand(const CLI::App& app) {
     return group->get_name() + ": no subcommand '" + words.front() + "'";
   }
   return "";
+}
+
+// The words of the options that take words, for the completion script.
+OptionWords WordsOf(const std::vector<Command>& commands) {
+  OptionWords words = {{"--format", {"json", "table"}}, {"completion", {"bash"}}};
+  for (const Command& command : commands) {
+    for (const Argument& argument : command.arguments) {
+      if (argument.words.empty()) continue;
+      std::vector<std::string>& listed = words[command.group + " " + command.name + " --" + argument.name];
+      for (const auto& entry : argument.words) listed.push_back(entry.first);
+    }
+  }
+  return words;
 }
 
 struct Login {
@@ -179,6 +207,7 @@ int Perform(const Command& command, const Arguments& arguments, const GlobalOpti
   relay.startOperation();
   Result result = command.run(call);
   relay.explain(result.outcome);
+  ReadAbsence(result);
   const std::string what = command.group + " " + command.name;
   if (!result.outcome.ok) {
     Report(what, result.outcome);
@@ -262,6 +291,12 @@ int RunTool(int argc, char** argv) {
   std::deque<Arguments> values;
   Chosen chosen;
   AddCommands(app, commands, values, chosen);
+  std::string shell;
+  CLI::App* completion = app.add_subcommand(
+      "completion", "Print a completion script for the shell (the packages install the one for bash)");
+  completion->add_option("shell", shell, "bash")->required()->check(
+      CLI::Validator([](const std::string& given) { return given == "bash" ? "" : "'" + given + "' is not bash"; },
+                     "bash"));
   app.require_subcommand(1);
   app.set_version_flag("--version", "zrarray " ZRMANAGEHUAWEI_VERSION);
   app.failure_message([](const CLI::App*, const CLI::Error& error) {
@@ -283,6 +318,10 @@ int RunTool(int argc, char** argv) {
     std::fprintf(stderr, "zrarray: %s; `zrarray %s --help` lists them\n", group.c_str(),
                  group.substr(0, group.find(':')).c_str());
     return kUsage;
+  }
+  if (completion->parsed()) {
+    std::fputs(BashCompletion(app, WordsOf(commands)).c_str(), stdout);
+    return kSuccess;
   }
   options.readEnvironment();
   int status = kUsage;
