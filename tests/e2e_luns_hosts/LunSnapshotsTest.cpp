@@ -125,6 +125,27 @@ TEST_F(LunSnapshots, AGoneSnapshotIsStoppedAndDeletedButNotFound) {
   EXPECT_FALSE(notExist);
 }
 
+// Any other refusal of a lookup by ID fails in the operation's words, with the array's code and
+// message on the line, and leaves the absence flag alone.
+TEST_F(LunSnapshots, OtherRefusalsOfLookupsByIdCarryTheArraysCodeOnTheLine) {
+  sim().faults().add(arraysim::FaultRule::On("GET", "lun").arrayError(1077948996, "lun refused"));
+  sim().faults().add(arraysim::FaultRule::On("GET", "snapshot").arrayError(1077949002, "Busy."));
+  LogCapture log;
+  _HuaweiLUNInfo lun;
+  EXPECT_EQ(array_->getLUNInfo(lun, "7", "3").AsString(), "[ERROR] Unable to find the LUN with ID [7]");
+  EXPECT_TRUE(log.HasLine(3, "ZrManageHuawei::getLUNInfo",
+                          "[ERROR] Unable to find the LUN with ID [7] [ERRORCODE: [1077948996]] [MESSAGE: [lun refused]]"))
+      << log.Dump();
+  _HuaweiLUNSnapshotInfo info;
+  bool notExist = false;
+  EXPECT_EQ(array_->getLUNSnapshotInfo(info, "99", notExist, "3").AsString(),
+            "[ERROR] Unable to find the snapshot LUN with ID [99]");
+  EXPECT_FALSE(notExist);
+  EXPECT_TRUE(log.HasLine(3, "ZrManageHuawei::getLUNSnapshotInfo",
+                          "[ERROR] Unable to find the snapshot LUN with ID [99] [ERRORCODE: [1077949002]] [MESSAGE: [Busy.]]"))
+      << log.Dump();
+}
+
 TEST_F(LunSnapshots, LookupByNameTakesOnlyTheSameName) {
   sim().store().insert("snapshot", {{"NAME", "snap-longer"}, {"PARENTID", "7"}, {"PARENTNAME", "lun7"},
                                     {"RUNNINGSTATUS", "43"}, {"vstoreId", "3"}});
