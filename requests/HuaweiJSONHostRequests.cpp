@@ -29,14 +29,14 @@ bool HuaweiJSONGetInitiatorInfo::parseResponse(std::string& response) {
     m_initiators.push_back(lookedUp(answer.get<jsonxx::Object>("data"), HuaweiKeys::Keys::AllOptional));
     return true;
   }
-  return HuaweiResponse::readDataList(m_jobId, answer, HuaweiResponse::sanRules(logName),
-                                      [this](const jsonxx::Array& list) {
-                                        return HuaweiResponse::appendRecords(
-                                            list, m_initiators, [](const jsonxx::Object& element, _HuaweiInitiator& initiator) {
-                                              initiator = lookedUp(element, HuaweiKeys::Keys::All);
-                                              return true;
-                                            });
-                                      });
+  const auto readOne = [](const jsonxx::Object& element, _HuaweiInitiator& initiator) {
+    initiator = lookedUp(element, HuaweiKeys::Keys::All);
+    return true;
+  };
+  const auto readAll = [&](const jsonxx::Array& list) {
+    return HuaweiResponse::appendRecords(list, m_initiators, readOne);
+  };
+  return HuaweiResponse::readDataList(m_jobId, answer, HuaweiResponse::sanRules(logName), readAll);
 }
 
 bool HuaweiJSONCreateHost::buildRequest(std::string& body) {

@@ -64,12 +64,13 @@ class HuaweiJSONGetLunGroupInfo : public HuaweiJSONLunGroupList {
 class HuaweiJSONGetSnapLunAssociatedWithLunGroup : public HuaweiJSONRecordList<_HuaweiLUNSnapshotInfo> {
  public:
   explicit HuaweiJSONGetSnapLunAssociatedWithLunGroup(unsigned long long const& jobId)
-      : HuaweiJSONRecordList(jobId, declaredOrder(groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
-                                                                 {HuaweiResponse::CodeWidth::Unsigned64}))) {}
+      : HuaweiJSONRecordList(jobId, rules()) {}
   void getSnapLunInfo(std::vector<_HuaweiLUNSnapshotInfo>& snapshotLuns) { snapshotLuns = m_records; }
 
  private:
-  static HuaweiResponse::ReadingRules declaredOrder(HuaweiResponse::ReadingRules rules) {
+  static HuaweiResponse::ReadingRules rules() {
+    HuaweiResponse::ReadingRules rules = groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
+                                                        {HuaweiResponse::CodeWidth::Unsigned64});
     rules.order = HuaweiKeys::KeyOrder::Declared;
     return rules;
   }

@@ -103,9 +103,9 @@ class HuaweiJSONRecordList : public HuaweiJSONBase {
     m_records.clear();
     jsonxx::Object answer;
     if (!HuaweiResponse::parseObject(m_rules.log, m_jobId, response, answer)) return false;
-    return HuaweiResponse::readDataList(m_jobId, answer, m_rules, [this](const jsonxx::Array& list) {
-      return HuaweiResponse::appendRecords(
-          list, m_records, [this](const jsonxx::Object& element, Record& record) { return readElement(element, record); });
+    const auto readOne = [this](const jsonxx::Object& element, Record& record) { return readElement(element, record); };
+    return HuaweiResponse::readDataList(m_jobId, answer, m_rules, [&](const jsonxx::Array& list) {
+      return HuaweiResponse::appendRecords(list, m_records, readOne);
     });
   }
 
