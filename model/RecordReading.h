@@ -66,15 +66,17 @@ void readKey(const jsonxx::Object& object, Record& record, const Key<Record>& ro
   if (row.presence == Presence::Unread) return;
   const bool asserted = row.presence == Presence::Required && which != Keys::AllOptional;
   if (!asserted && which == Keys::RequiredOnly) return;
+  const bool number = row.kind == Kind::Number;
+  const bool present = asserted || (number ? object.has<jsonxx::Number>(row.key) : object.has<std::string>(row.key));
   std::visit(
       [&](auto member) {
-        if (row.kind == Kind::Number) {
-          assignNumber(record.*member, object.get<jsonxx::Number>(row.key));
-        } else if (asserted || object.has<std::string>(row.key)) {
-          assignText(record.*member, object.get<std::string>(row.key));
-        } else {
-          static const Record fresh;
+        static const Record fresh;
+        if (!present) {
           record.*member = fresh.*member;
+        } else if (number) {
+          assignNumber(record.*member, object.get<jsonxx::Number>(row.key));
+        } else {
+          assignText(record.*member, object.get<std::string>(row.key));
         }
       },
       row.member);
