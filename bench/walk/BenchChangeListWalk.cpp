@@ -6,6 +6,7 @@
 //                                               entries, and compares peak memory
 //   bench_changelist_walk --entries N [--rounds R] [--page-size P]
 //                                               one simulator, R walks of about N entries
+//   ... --names exact                           file names read exactly (changeListNames = Exact)
 //
 // Bytes received are what the simulator wrote to its sockets during the walk (wchar of
 // /proc/<pid>/io; OpenSSL writes TLS records with write()): page bodies with their HTTP headers
@@ -33,6 +34,7 @@
 #include "ChildProcess.h"
 #include "TkLogSink.h"
 #include "ZRLibCurlOptions.h"
+#include "ZrLibrarySettings.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -194,7 +196,7 @@ int RunWalks(const std::string& simulatorPath, unsigned long long entries, int r
 }
 
 // Runs this program once per size: peak RSS only grows, so each size needs a process of its own.
-int Drive(int rounds) {
+int Drive(int rounds, const std::vector<std::string>& passed) {
   const std::string self = zrbench::SelfPath();
   struct Row {
     std::string entries, seconds, rss;
@@ -203,7 +205,9 @@ int Drive(int rounds) {
   for (const char* entries : {"100000", "1000000"}) {
     std::printf("== %s entries\n", entries);
     std::fflush(stdout);
-    zrbench::Child run({self, "--entries", entries, "--rounds", std::to_string(rounds)});
+    std::vector<std::string> arguments = {self, "--entries", entries, "--rounds", std::to_string(rounds)};
+    arguments.insert(arguments.end(), passed.begin(), passed.end());
+    zrbench::Child run(arguments);
     std::string line;
     Row row;
     while (run.readLine(line)) {
@@ -228,6 +232,7 @@ int Drive(int rounds) {
 int main(int argc, char** argv) {
   unsigned long long entries = 0;
   int rounds = 3, pageSize = 0;
+  std::vector<std::string> passed;  // to the runs of each size
   for (int i = 1; i < argc; ++i) {
     const bool hasValue = i + 1 < argc;
     if (hasValue && !std::strcmp(argv[i], "--entries")) {
@@ -236,15 +241,21 @@ int main(int argc, char** argv) {
       rounds = std::atoi(argv[++i]);
     } else if (hasValue && !std::strcmp(argv[i], "--page-size")) {
       pageSize = std::atoi(argv[++i]);
+    } else if (hasValue && !std::strcmp(argv[i], "--names") && !std::strcmp(argv[i + 1], "exact")) {
+      ZrLibrarySettings settings;
+      settings.changeListNames = ZrLibrarySettings::ChangeListNames::Exact;
+      ZrLibrarySetSettings(settings);
+      passed = {argv[i], argv[i + 1]};
+      ++i;
     } else {
-      std::fprintf(stderr, "usage: %s [--entries N [--page-size P]] [--rounds R]\n", argv[0]);
+      std::fprintf(stderr, "usage: %s [--entries N [--page-size P]] [--rounds R] [--names exact]\n", argv[0]);
       return 2;
     }
   }
   if (rounds <= 0) return 2;
   signal(SIGPIPE, SIG_IGN);
   try {
-    return entries ? RunWalks(ZR_ARRAY_SIMULATOR, entries, rounds, pageSize) : Drive(rounds);
+    return entries ? RunWalks(ZR_ARRAY_SIMULATOR, entries, rounds, pageSize) : Drive(rounds, passed);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "bench_changelist_walk: %s\n", error.what());
     return 1;
