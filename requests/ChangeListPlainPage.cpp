@@ -100,8 +100,39 @@ const char* shortInteger(const char* begin, const char* p, const char* end, std:
 #endif
 }
 
+// What a file name holds besides plain bytes, found while its end is sought.
+constexpr unsigned kAmpersand = 1, kNul = 2;
+
+// The first quote or backslash from p on, or end; `marks` tells what came before it.
+const char* nameEnd(const char* p, const char* end, unsigned& marks) {
+  unsigned ampersands = 0, nuls = 0;
+  const auto marked = [&] { return (ampersands != 0 ? kAmpersand : 0) | (nuls != 0 ? kNul : 0); };
+#if defined(__SSE2__)
+  const __m128i quote = _mm_set1_epi8('"'), backslash = _mm_set1_epi8('\\'), ampersand = _mm_set1_epi8('&');
+  const __m128i zero = _mm_setzero_si128();
+  for (; end - p >= 16; p += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const auto mask = [&](__m128i c) { return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, c))); };
+    const unsigned stops = mask(quote) | mask(backslash);
+    const unsigned before = stops == 0 ? 0xffffu : (stops & (0 - stops)) - 1;
+    ampersands |= mask(ampersand) & before;
+    nuls |= mask(zero) & before;
+    if (stops != 0) {
+      marks = marked();
+      return p + __builtin_ctz(stops);
+    }
+  }
+#endif
+  for (; p != end && *p != '"' && *p != '\\'; ++p) {
+    ampersands |= *p == '&';
+    nuls |= *p == '\0';
+  }
+  marks = marked();
+  return p;
+}
+
 // Reads at `p` one entry as the array writes it: no white space, every key once in the array's
-// order, integers, and a file name without escapes, which `strings.name(text, out)` stores.
+// order, integers, and a file name without escapes, which `strings.name(text, marks, out)` stores.
 // Answers where the entry ends, or null for an entry in any other form (which the general reader
 // then takes, or refuses) with `change` partly written. `begin` is where the text begins.
 template <QuoteForm kForm, class Strings>
@@ -131,10 +162,11 @@ const char* scanEntry(const char* begin, const char* p, const char* end, _Huawei
   };
   const auto name = [&](int i) {
     if (!literal(i)) return false;
-    const char* const close = jsonxx::detail::quote_or_backslash(p, end);
+    unsigned marks;
+    const char* const close = nameEnd(p, end, marks);
     const bool closed = kForm == kPlainQuote ? close != end && *close == '"'
                                              : end - close >= 2 && close[0] == '\\' && close[1] == '"';
-    if (!closed || !strings.name(std::string_view(p, static_cast<std::size_t>(close - p)), change.filePath)) {
+    if (!closed || !strings.name(std::string_view(p, static_cast<std::size_t>(close - p)), marks, change.filePath)) {
       return false;
     }
     p = close + kForm;
@@ -150,11 +182,27 @@ const char* scanEntry(const char* begin, const char* p, const char* end, _Huawei
 
 // Every reader below refuses a repeated key: the document model would keep its last value.
 
-// The records of a page, made from the spare nodes while there are any.
-struct Records {
-  std::list<_HuaweiSnapshotChangeList>& list;
-  std::list<_HuaweiSnapshotChangeList>* spare;
-  _HuaweiSnapshotChangeList& next();
+// The records of a page: the spare nodes in their order while there are any, their paths keeping
+// their buffers, then new ones. Every field of a record is written when its entry is read.
+class Records {
+ public:
+  using List = std::list<_HuaweiSnapshotChangeList>;
+  Records(List& list, List* spare) : list_(list), spare_(spare) {
+    if (spare_ != nullptr) taken_ = spare_->begin();
+  }
+  _HuaweiSnapshotChangeList& next() {
+    if (spare_ == nullptr || taken_ == spare_->end()) return list_.emplace_back();
+    return *taken_++;
+  }
+  // Puts the spare nodes taken before the new ones, in one move: the list is complete.
+  void finish() {
+    if (spare_ != nullptr) list_.splice(list_.begin(), *spare_, spare_->begin(), taken_);
+  }
+
+ private:
+  List& list_;
+  List* const spare_;
+  List::iterator taken_;
 };
 
 template <class Strings>
@@ -177,7 +225,7 @@ bool readArray(PlainReader& in, Records& records, Strings& strings) {
 // How the strings of a page are read. A repaired page holds no escapes: its strings are taken as
 // they stand, and its list is a plain array.
 struct RepairedStrings {
-  bool name(std::string_view text, std::string& out) {
+  bool name(std::string_view text, unsigned /*marks*/, std::string& out) {
     out.assign(text);
     return true;
   }
@@ -217,15 +265,6 @@ bool readEntry(PlainReader& in, _HuaweiSnapshotChangeList& change, Strings& stri
   return true;
 }
 
-// The next record of the page: a spare node moved to the end of the page's list, its path keeping
-// its buffer, or a new one.
-_HuaweiSnapshotChangeList& Records::next() {
-  if (spare == nullptr || spare->empty()) return list.emplace_back();
-  list.splice(list.end(), *spare, spare->begin());
-  list.back().clear();
-  return list.back();
-}
-
 template <class Strings>
 bool readData(PlainReader& in, _HuaweiSnapshotChangeListInfo& page, std::list<_HuaweiSnapshotChangeList>* spare,
               Strings& strings) {
@@ -249,7 +288,9 @@ bool readData(PlainReader& in, _HuaweiSnapshotChangeListInfo& page, std::list<_H
     if (name == "changeList") {
       if (seen & kChangeList) return false;
       seen |= kChangeList;
-      return strings.list(in, records);
+      if (!strings.list(in, records)) return false;
+      records.finish();
+      return true;
     }
     for (unsigned i = 0; i < sizeof kCursor / sizeof *kCursor; ++i) {
       if (name != kCursor[i].name) continue;
@@ -296,9 +337,9 @@ class ExactStrings {
     std::string_view text;
     return read(in, out, text, "the file name") && named(text, out);
   }
-  bool name(std::string_view text, std::string& out) {
+  bool name(std::string_view text, unsigned marks, std::string& out) {
     out.assign(text);
-    return named(text, out);
+    return marks == 0 || named(text, out);
   }
   bool cursor(PlainReader& in, std::string& out) {
     std::string_view text;
@@ -376,10 +417,16 @@ class SentStrings {
  public:
   explicit SentStrings(bool exactNames) : exactNames_(exactNames) {}
 
-  bool name(std::string_view text, std::string& out) {
+  bool name(std::string_view text, unsigned marks, std::string& out) {
     out.assign(text);
-    return !exactNames_ || (HuaweiFileNameEntities::decode(out) == nullptr && out.find('\0') == std::string::npos);
+    if (!exactNames_) {
+      ampersands_ |= (marks & kAmpersand) != 0;
+      return true;
+    }
+    return (marks & kNul) == 0 && ((marks & kAmpersand) == 0 || HuaweiFileNameEntities::decode(out) == nullptr);
   }
+  // Whether a name holds an ampersand, which may open an entity.
+  bool ampersands() const { return ampersands_; }
   bool path(PlainReader&, std::string&) { return false; }  // an entry that is not scanned is not read here
   bool cursor(PlainReader& in, std::string& out) { return RepairedStrings().cursor(in, out); }
   bool list(PlainReader& in, Records& records) {
@@ -413,13 +460,14 @@ class SentStrings {
 
  private:
   const bool exactNames_;
+  bool ampersands_ = false;
   const char* listBegin_ = nullptr;
   const char* listEnd_ = nullptr;
 };
 
 }  // namespace
 
-bool readSentPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page,
+bool readSentPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page, bool& ampersands,
                    std::list<_HuaweiSnapshotChangeList>* spare) {
   PlainReader in(text);
   SentStrings strings(false);
@@ -432,6 +480,7 @@ bool readSentPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page,
     return false;
   }
   page = std::move(read);
+  ampersands = strings.ampersands();
   return true;
 }
 

@@ -23,7 +23,8 @@ bool readPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page,
 // repairing it: true when the list string holds entries in the plain form only (quotes escaped,
 // no other escape) and the repair would touch nothing else, so that it would give the same page.
 // False for any other text, with `page` untouched: that text is repaired and read as before.
-bool readSentPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page,
+// `ampersands` tells whether a name holds an ampersand, whose entities are left to the caller.
+bool readSentPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page, bool& ampersands,
                    std::list<_HuaweiSnapshotChangeList>* spare = nullptr);
 
 // A page read as what it is, unrepaired: "changeList" a JSON string holding the JSON text of the

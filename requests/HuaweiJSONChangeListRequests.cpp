@@ -128,7 +128,10 @@ bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
     return readExactPage(response);
   }
   // A page that the repair would only unescape is read as it came, which is what it costs.
-  if (HuaweiChangeListPage::readSentPlain(response, m_info, &m_spare)) return decodeFileNames();
+  bool ampersands = false;
+  if (HuaweiChangeListPage::readSentPlain(response, m_info, ampersands, &m_spare)) {
+    return !ampersands || decodeFileNames();
+  }
   // "changeList":"[{\"inode\":...}]" becomes "changeList":[{"inode":...}]. Every backslash goes,
   // also one that a file name held.
   HuaweiPageRepair::repair(response);
