@@ -21,8 +21,8 @@ namespace jsonxx {
 namespace detail {
 
 /// The `size` bytes at `at` (2 to 16 of them) against `expected`, by two loads that overlap: a
-/// call of memcmp costs more than these few bytes.
-inline bool same_bytes(const char* at, const char* expected, std::size_t size) {
+/// call of memcmp costs more than these few bytes, and so would a call of this function.
+__attribute__((always_inline)) inline bool same_bytes(const char* at, const char* expected, std::size_t size) {
   const auto differ = [&](auto word) {
     decltype(word) a, b, c, d;
     std::memcpy(&a, at, sizeof a);
