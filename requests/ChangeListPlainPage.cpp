@@ -64,12 +64,12 @@ constexpr EntryLiterals entryLiterals(QuoteForm form) {
 template <QuoteForm kForm>
 constexpr EntryLiterals kLiterals = entryLiterals(kForm);
 
+// For the steps of scanEntry(): a call per value would cost a quarter of its reading.
+#define ZR_IN_LINE __attribute__((always_inline))
+
 // The unsigned integer of at most 15 digits at p, 16 bytes read at a time: its end, or null for
 // any other text (more digits, a sign, ...), which read_integer() then takes. Needs the 16 bytes
 // from p on and the 16 before the end of the digits to lie in [begin, end).
-// In line, as the steps of scanEntry() are: a call per value would cost a quarter of its reading.
-#define ZR_IN_LINE __attribute__((always_inline))
-
 ZR_IN_LINE inline const char* shortInteger(const char* begin, const char* p, const char* end, std::uint64_t& value) {
 #if defined(__SSE2__)
   if (end - p < 16) return nullptr;
@@ -78,7 +78,7 @@ ZR_IN_LINE inline const char* shortInteger(const char* begin, const char* p, con
   const unsigned digitBytes =
       static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_min_epu8(ahead, nine), ahead)));
   const int digits = __builtin_ctz(~digitBytes);  // bit 16 of ~digitBytes is set
-  if (digits == 0 || digits >= 16 || p + digits - 16 < begin) return nullptr;
+  if (digits == 0 || digits >= 16 || (p - begin) + digits < 16) return nullptr;
   // The digits at the end of a block of 16, the bytes before them zeroed: a 16-digit number with
   // leading zeros, whose pairs, fours and eights are summed by multiply-adds.
   static constexpr unsigned char kKeepLast[32] = {0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,
