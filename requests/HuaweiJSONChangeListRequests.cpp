@@ -127,7 +127,8 @@ bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
   if (ZrLibraryGetSettings().changeListNames == ZrLibrarySettings::ChangeListNames::Exact) {
     return readExactPage(response);
   }
-  // A page that the repair would only unescape is read as it came, which is what it costs.
+  // A page on which the repair would only drop the escapes of the list's quotes is read as it came:
+  // the same records, without a pass over the page to repair it.
   bool ampersands = false;
   if (HuaweiChangeListPage::readSentPlain(response, m_info, ampersands, &m_spare)) {
     return !ampersands || decodeFileNames();
