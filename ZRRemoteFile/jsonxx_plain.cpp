@@ -9,10 +9,9 @@
 #include "jsonxx_number.h"
 
 namespace jsonxx {
-namespace {
+namespace detail {
 
-// The first quote or backslash in [p, end), or end; eight bytes at a time, as the parser's
-// buffer reader finds them.
+// Eight bytes at a time, as the parser's buffer reader finds them.
 const char* quote_or_backslash(const char* p, const char* end) {
   constexpr std::uint64_t kOnes = 0x0101010101010101u;
   constexpr std::uint64_t kHighs = 0x8080808080808080u;
@@ -31,35 +30,27 @@ const char* quote_or_backslash(const char* p, const char* end) {
   return p;
 }
 
-struct BlockMasks {
-  std::uint64_t quotes = 0, backslashes = 0, us = 0;  // bit i for byte i
-};
+}  // namespace detail
 
+namespace {
+
+// Bit i set where byte i of the 64 at p is c.
 #if defined(__SSE2__)
-BlockMasks block_masks(const char* p) {
-  BlockMasks masks;
-  const __m128i quote = _mm_set1_epi8('"'), backslash = _mm_set1_epi8('\\'), u = _mm_set1_epi8('u');
+std::uint64_t byte_mask(const char* p, char c) {
+  const __m128i wanted = _mm_set1_epi8(c);
+  std::uint64_t mask = 0;
   for (int i = 0; i < 4; ++i) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * i));
-    const auto bits = [&](__m128i c) {
-      return static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, c))))
-             << (16 * i);
-    };
-    masks.quotes |= bits(quote);
-    masks.backslashes |= bits(backslash);
-    masks.us |= bits(u);
+    mask |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, wanted))))
+            << (16 * i);
   }
-  return masks;
+  return mask;
 }
 #else
-BlockMasks block_masks(const char* p) {
-  BlockMasks masks;
-  for (int i = 0; i < 64; ++i) {
-    masks.quotes |= std::uint64_t{p[i] == '"'} << i;
-    masks.backslashes |= std::uint64_t{p[i] == '\\'} << i;
-    masks.us |= std::uint64_t{p[i] == 'u'} << i;
-  }
-  return masks;
+std::uint64_t byte_mask(const char* p, char c) {
+  std::uint64_t mask = 0;
+  for (int i = 0; i < 64; ++i) mask |= std::uint64_t{p[i] == c} << i;
+  return mask;
 }
 #endif
 
@@ -88,7 +79,7 @@ bool PlainReader::string(std::string_view& text) {
   skip_space();
   if (next_ == end_ || *next_ != '"') return false;
   const char* const start = next_ + 1;
-  const char* const close = quote_or_backslash(start, end_);
+  const char* const close = detail::quote_or_backslash(start, end_);
   if (close == end_ || *close != '"') return false;
   text = std::string_view(start, static_cast<std::size_t>(close - start));
   next_ = close + 1;
@@ -120,19 +111,24 @@ bool PlainReader::skip_string() {
   const char* p = next_ + 1;
   std::uint64_t first_escaped = 0;
   while (p < end_) {
-    char padded[64] = {};
+    char padded[64];
     const char* bytes = p;
     if (end_ - p < 64) {
-      std::memcpy(padded, p, static_cast<std::size_t>(end_ - p));
+      const std::size_t left = static_cast<std::size_t>(end_ - p);
+      std::memcpy(padded, p, left);
+      std::memset(padded + left, 0, sizeof padded - left);
       bytes = padded;
     }
-    const BlockMasks masks = block_masks(bytes);
-    const std::uint64_t escaped = escaped_bytes(masks.backslashes, first_escaped);
-    const std::uint64_t closing = masks.quotes & ~escaped;
+    const std::uint64_t quotes = byte_mask(bytes, '"'), backslashes = byte_mask(bytes, '\\');
+    const std::uint64_t escaped = escaped_bytes(backslashes, first_escaped);
+    const std::uint64_t closing = quotes & ~escaped;
     const std::uint64_t inside = closing == 0 ? ~std::uint64_t{0} : (closing & (0 - closing)) - 1;
-    for (std::uint64_t e = escaped & masks.us & inside; e != 0; e &= e - 1) {
-      const char* const at = p + __builtin_ctzll(e);
-      if (end_ - at < 5 || !is_hex(at[1]) || !is_hex(at[2]) || !is_hex(at[3]) || !is_hex(at[4])) return false;
+    // Escaped quotes and backslashes, nearly all the escapes of a page, need no further look.
+    if ((escaped & ~(quotes | backslashes) & inside) != 0) {
+      for (std::uint64_t e = escaped & byte_mask(bytes, 'u') & inside; e != 0; e &= e - 1) {
+        const char* const at = p + __builtin_ctzll(e);
+        if (end_ - at < 5 || !is_hex(at[1]) || !is_hex(at[2]) || !is_hex(at[3]) || !is_hex(at[4])) return false;
+      }
     }
     if (closing != 0) {
       next_ = p + __builtin_ctzll(closing) + 1;

@@ -18,6 +18,28 @@
 #include "jsonxx_number.h"
 
 namespace jsonxx {
+namespace detail {
+
+/// The `size` bytes at `at` (2 to 16 of them) against `expected`, by two loads that overlap: a
+/// call of memcmp costs more than these few bytes, and so would a call of this function.
+__attribute__((always_inline)) inline bool same_bytes(const char* at, const char* expected, std::size_t size) {
+  const auto differ = [&](auto word) {
+    decltype(word) a, b, c, d;
+    std::memcpy(&a, at, sizeof a);
+    std::memcpy(&b, expected, sizeof b);
+    std::memcpy(&c, at + size - sizeof c, sizeof c);
+    std::memcpy(&d, expected + size - sizeof d, sizeof d);
+    return ((a ^ b) | (c ^ d)) != 0;
+  };
+  if (size >= 8) return !differ(std::uint64_t{});
+  if (size >= 4) return !differ(std::uint32_t{});
+  return at[0] == expected[0] && at[1] == expected[1] && at[size - 1] == expected[size - 1];
+}
+
+/// The first quote or backslash in [p, end), or end.
+const char* quote_or_backslash(const char* p, const char* end);
+
+}  // namespace detail
 
 class PlainReader {
  public:
@@ -29,7 +51,8 @@ class PlainReader {
     std::uint64_t wrapped() const { return negative ? 0 - magnitude : magnitude; }
   };
 
-  explicit PlainReader(std::string_view text) : next_(text.data()), end_(text.data() + text.size()) {}
+  explicit PlainReader(std::string_view text)
+      : begin_(text.data()), next_(text.data()), end_(text.data() + text.size()) {}
 
   /// Skips white space; takes @p c when it comes next.
   bool take(char c) {
@@ -81,6 +104,11 @@ class PlainReader {
   }
   /// Where the cursor stands in the text.
   const char* position() const { return next_; }
+  /// Where the text begins and ends.
+  const char* begin() const { return begin_; }
+  const char* end() const { return end_; }
+  /// Moves the cursor to `at`, in [position(), end()]: past text that the caller read itself.
+  void advance_to(const char* at) { next_ = at; }
   /// True when nothing but white space is left.
   bool at_end() {
     skip_space();
@@ -117,25 +145,12 @@ class PlainReader {
     next_ += size;
     return true;
   }
-  // The `size` bytes ahead (2 to 16 of them) against `expected`, by two loads that overlap: a
-  // call of memcmp costs more than these few bytes.
-  bool same_bytes(const char* expected, std::size_t size) const {
-    const auto differ = [&](auto word) {
-      decltype(word) a, b, c, d;
-      std::memcpy(&a, next_, sizeof a);
-      std::memcpy(&b, expected, sizeof b);
-      std::memcpy(&c, next_ + size - sizeof c, sizeof c);
-      std::memcpy(&d, expected + size - sizeof d, sizeof d);
-      return ((a ^ b) | (c ^ d)) != 0;
-    };
-    if (size >= 8) return !differ(std::uint64_t{});
-    if (size >= 4) return !differ(std::uint32_t{});
-    return next_[0] == expected[0] && next_[1] == expected[1] && next_[size - 1] == expected[size - 1];
-  }
+  bool same_bytes(const char* expected, std::size_t size) const { return detail::same_bytes(next_, expected, size); }
   bool skip_value(int depth);
   bool skip_string();
   bool literal(std::string_view word);
 
+  const char* const begin_;
   const char* next_;
   const char* const end_;
 };

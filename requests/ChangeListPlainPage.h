@@ -19,6 +19,14 @@ namespace HuaweiChangeListPage {
 bool readPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page,
                std::list<_HuaweiSnapshotChangeList>* spare = nullptr);
 
+// The page as the array sends it, read as readPlain() reads it once repaired, but without
+// repairing it: true when the list string holds entries in the plain form only (quotes escaped,
+// no other escape) and the repair would touch nothing else, so that it would give the same page.
+// False for any other text, with `page` untouched: that text is repaired and read as before.
+// `ampersands` tells whether a name holds an ampersand, whose entities are left to the caller.
+bool readSentPlain(const std::string& text, _HuaweiSnapshotChangeListInfo& page, bool& ampersands,
+                   std::list<_HuaweiSnapshotChangeList>* spare = nullptr);
+
 // A page read as what it is, unrepaired: "changeList" a JSON string holding the JSON text of the
 // array (or the array itself), every string decoded, the entities of the names too.
 struct ExactReading {
@@ -34,8 +42,8 @@ struct ExactReading {
   std::string documentText;
 };
 // Reads `text` in the form that readPlain() takes, but with escapes allowed in every string. The
-// list string is decoded in place, which changes `text`; on any outcome but kRead `page` is
-// untouched.
+// list string, unless it holds entries in the plain form only, is decoded in place, which changes
+// `text`; on any outcome but kRead `page` is untouched.
 ExactReading readExact(std::string& text, _HuaweiSnapshotChangeListInfo& page,
                        std::list<_HuaweiSnapshotChangeList>* spare = nullptr);
 

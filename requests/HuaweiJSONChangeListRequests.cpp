@@ -127,22 +127,30 @@ bool HuaweiJSONGetChangeListResult::parseResponse(std::string& response) {
   if (ZrLibraryGetSettings().changeListNames == ZrLibrarySettings::ChangeListNames::Exact) {
     return readExactPage(response);
   }
+  // A page on which the repair would only drop the escapes of the list's quotes is read as it came:
+  // the same records, without a pass over the page to repair it.
+  bool ampersands = false;
+  if (HuaweiChangeListPage::readSentPlain(response, m_info, ampersands, &m_spare)) {
+    return !ampersands || decodeFileNames();
+  }
   // "changeList":"[{\"inode\":...}]" becomes "changeList":[{"inode":...}]. Every backslash goes,
   // also one that a file name held.
   HuaweiPageRepair::repair(response);
   return readRepairedPage(response);
 }
 
-bool HuaweiJSONGetChangeListResult::readRepairedPage(std::string const& page, bool documentModelOnly) {
-  if (!documentModelOnly && HuaweiChangeListPage::readPlain(page, m_info, &m_spare)) {
-    for (_HuaweiSnapshotChangeList& change : m_info.changes) {
-      if (!decodeFileName(change.filePath)) {
-        m_info.changes.clear();
-        return false;
-      }
+bool HuaweiJSONGetChangeListResult::decodeFileNames() {
+  for (_HuaweiSnapshotChangeList& change : m_info.changes) {
+    if (!decodeFileName(change.filePath)) {
+      m_info.changes.clear();
+      return false;
     }
-    return true;
   }
+  return true;
+}
+
+bool HuaweiJSONGetChangeListResult::readRepairedPage(std::string const& page, bool documentModelOnly) {
+  if (!documentModelOnly && HuaweiChangeListPage::readPlain(page, m_info, &m_spare)) return decodeFileNames();
 
   jsonxx::Object answer;
   HuaweiTransport::parseAnswer(kPageLog, m_jobId, page, answer);
@@ -264,5 +272,9 @@ _HuaweiSnapshotChangeListInfo HuaweiJSONGetChangeListResult::getChangeListInfo(s
 
 _HuaweiSnapshotChangeListInfo HuaweiJSONGetChangeListResult::getChangeListInfo(std::string const& sessionId) && {
   m_info.sessionId = sessionId;
-  return std::move(m_info);
+  // The record has a copy constructor but no move constructor: returned as such, the page's
+  // records would be copied one by one. Moved into the returned object, they change hands.
+  _HuaweiSnapshotChangeListInfo info;
+  info = std::move(m_info);
+  return info;
 }

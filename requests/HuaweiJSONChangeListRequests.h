@@ -45,7 +45,8 @@ class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {
   explicit HuaweiJSONGetChangeListResult(unsigned long long const& jobId);
 
   // Repairs the page in the caller's string (the array sends the change list as the escaped text
-  // of an array), parses it, and decodes the entries and the cursor of the next page. When the
+  // of an array), parses it, and decodes the entries and the cursor of the next page; a page that
+  // the repair would only unescape is read as it stands, with the same result. When the
   // process chose exact change-list names, reads the page with readExactPage() instead.
   bool parseResponse(std::string& response) override;
   // Reads the page as what it is, a JSON string holding the JSON text of the list, so that every
@@ -70,6 +71,9 @@ class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {
  private:
   // Decodes one entry; false when its file name cannot be decoded.
   bool readChange(jsonxx::Object& entry, _HuaweiSnapshotChangeList& change);
+  // Decodes the entities of the names of a page read straight into records; false, with the
+  // records dropped, when one fails.
+  bool decodeFileNames();
   // Decodes the entities of a name that has an ampersand; false, with its line, when that fails.
   bool decodeFileName(std::string& name);
 

@@ -205,7 +205,7 @@ int RunWalks(const std::string& simulatorPath, unsigned long long entries, int r
 }
 
 // Runs this program once per size: peak RSS only grows, so each size needs a process of its own.
-int Drive(int rounds) {
+int Drive(int rounds, const std::vector<std::string>& passed) {
   const std::string self = zrbench::SelfPath();
   struct Row {
     std::string entries, seconds, rss;
@@ -214,7 +214,9 @@ int Drive(int rounds) {
   for (const char* entries : {"100000", "1000000"}) {
     std::printf("== %s entries\n", entries);
     std::fflush(stdout);
-    zrbench::Child run({self, "--entries", entries, "--rounds", std::to_string(rounds)});
+    std::vector<std::string> arguments = {self, "--entries", entries, "--rounds", std::to_string(rounds)};
+    arguments.insert(arguments.end(), passed.begin(), passed.end());
+    zrbench::Child run(arguments);
     std::string line;
     Row row;
     while (run.readLine(line)) {
@@ -240,6 +242,7 @@ int main(int argc, char** argv) {
   unsigned long long entries = 0;
   int rounds = 3, pageSize = 0;
   ZrLibrarySettings settings;
+  std::vector<std::string> passed;  // to the runs of each size
   for (int i = 1; i < argc; ++i) {
     const bool hasValue = i + 1 < argc;
     if (hasValue && !std::strcmp(argv[i], "--entries")) {
@@ -254,6 +257,7 @@ int main(int argc, char** argv) {
       settings.recordingAnonymised = true;
     } else if (hasValue && !std::strcmp(argv[i], "--names") &&
                (!std::strcmp(argv[i + 1], "exact") || !std::strcmp(argv[i + 1], "repaired"))) {
+      passed = {argv[i], argv[i + 1]};  // the runs of each size read names the same way
       if (!std::strcmp(argv[++i], "exact")) settings.changeListNames = ZrLibrarySettings::ChangeListNames::Exact;
     } else {
       std::fprintf(stderr, "usage: %s [--entries N [--page-size P] [--names repaired|exact]] [--rounds R] [--record FILE [--anonymise]]\n",
@@ -265,7 +269,7 @@ int main(int argc, char** argv) {
   ZrLibrarySetSettings(settings);
   signal(SIGPIPE, SIG_IGN);
   try {
-    return entries ? RunWalks(ZR_ARRAY_SIMULATOR, entries, rounds, pageSize) : Drive(rounds);
+    return entries ? RunWalks(ZR_ARRAY_SIMULATOR, entries, rounds, pageSize) : Drive(rounds, passed);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "bench_changelist_walk: %s\n", error.what());
     return 1;
