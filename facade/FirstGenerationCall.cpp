@@ -1,6 +1,37 @@
 #include "FirstGenerationCall.h"
 
 #include "OperationLog.h"
+#include "YbString.h"
+
+FirstGenerationOperation& FirstGenerationOperation::requiring(const std::string& value, const char* label) {
+  return refusing(value.empty(), YbString::Format("The input parameter [%s] is empty", label));
+}
+
+FirstGenerationOperation& FirstGenerationOperation::refusing(bool refused, std::string text) {
+  m_checks.push_back({refused, std::move(text)});
+  return *this;
+}
+
+const std::string* FirstGenerationOperation::refusal() const {
+  for (const Check& check : m_checks) {
+    if (check.refused) return &check.text;
+  }
+  return nullptr;
+}
+
+bool FirstGenerationCall::opened(const FirstGenerationOperation& operation) {
+  if (operation.guardName() != nullptr && !m_sessionOpen) {
+    m_log.failure("%s%s", operation.guardPrefix(), guardText(operation.guardName()).c_str());
+    return false;
+  }
+  const std::string* refusal = operation.refusal();
+  if (refusal != nullptr) m_log.failure("%s", refusal->c_str());
+  return refusal == nullptr;
+}
+
+bool FirstGenerationCall::completed(HuaweiJSONBase& request, const FirstGenerationOperation& operation) {
+  return opened(operation) && exchange(request, operation.call(), operation);
+}
 
 bool FirstGenerationCall::guard(const char* operationName, const char* prefix) {
   if (m_sessionOpen) return true;
@@ -14,7 +45,8 @@ bool FirstGenerationCall::argument(const std::string& value, const char* label) 
   return false;
 }
 
-bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts) {
+bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call,
+                                   const FirstGenerationOperation& texts) {
   m_leftToOperation = false;
   FrameStep step = exchangeLogged(request, call);
   if (step == FrameStep::Send) {
@@ -50,9 +82,4 @@ void FirstGenerationCall::report(int level, const std::string& text) {
   } else {
     m_log.line(level, "%s", text.c_str());
   }
-}
-
-bool FirstGenerationCall::run(const char* operationName, HuaweiJSONBase& request, const PlainCall& call,
-                              const FirstGenerationTexts& texts) {
-  return guard(operationName) && exchange(request, call, texts);
 }

@@ -23,14 +23,15 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
   (void)parentType;  // the request always names a file system
   HuaweiJSONGetChangeListSession request(m_jobId, baseSnapshotId, incrementalSnapshotId, parentId);
   OperationLog log = OperationLog::event("ZrManageHuawei::createSnapshotChangeListSession", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.run("createSnapshotChangeListSession", request,
-                {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
-                FirstGenerationTexts("Unable to create change list session information"))) {
-    return std::string();
-  }
-  const std::string sessionId = request.getSessionId();
-  log.line(5, "Successfully created a Session with ID[%s]", sessionId.c_str());
+  const PlainCall post{HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION};
+  std::string sessionId;
+  firstGeneration(log).perform(
+      request,
+      FirstGenerationOperation("createSnapshotChangeListSession", post, "Unable to create change list session information"),
+      [&] {
+        sessionId = request.getSessionId();
+        log.line(5, "Successfully created a Session with ID[%s]", sessionId.c_str());
+      });
   return sessionId;
 }
 
@@ -75,21 +76,19 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
                                    .add("posOffset", info.posOffset)
                                    .add("linkPosType", info.linkPosType)
                                    .add("linkPos", info.linkPos);
-  // No guard here: only the session operations that this one calls test the session.
-  FirstGenerationCall call = firstGeneration(log);
   const std::string failure =
       YbString::Format("Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].",
                        baseSnapshotId.c_str(), incrementalSnapshotId.c_str());
-  const bool fetched =
-      call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, FirstGenerationTexts(failure));
-
-  if (RequiredValueContainment::failed()) return failedKeepingThePage();
-  bool sessionOver = !fetched;
-  if (fetched) {
+  // No guard here: only the session operations that this one calls test the session.
+  const auto page =
+      FirstGenerationOperation(nullptr, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, failure);
+  bool sessionOver = true;
+  const bool fetched = firstGeneration(log).perform(request, page, [&] {
     info = std::move(request).getChangeListInfo(info.sessionId);
     // The walk ends on a page that is both empty and complete.
     sessionOver = info.changes.empty() && info.progress == kWalkComplete;
-  }
+  });
+  if (RequiredValueContainment::failed()) return failedKeepingThePage();
   if (sessionOver) {
     info.sessionFailed = fetched ? 0 : 1;
     if (!deleteSnapshotChangeListSession(info.sessionId)) {
@@ -102,13 +101,10 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
 bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionId) {
   HuaweiJSONDeleteChangeListSession request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.run("deleteSnapshotChangeListSession", request,
-                {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
-                 HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
-                FirstGenerationTexts("Unable to delete change list session information"))) {
-    return false;
-  }
-  log.line(0, "Successfully deleted the Session ID[%s]", sessionId.c_str());
-  return true;
+  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
+                      HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION};
+  return firstGeneration(log).perform(
+      request,
+      FirstGenerationOperation("deleteSnapshotChangeListSession", del, "Unable to delete change list session information"),
+      [&] { log.line(0, "Successfully deleted the Session ID[%s]", sessionId.c_str()); });
 }

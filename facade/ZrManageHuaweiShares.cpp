@@ -22,9 +22,11 @@ const char kErrorPrefix[] = "[ERROR] ";
 const char kCIFSPermissions[] = "CIFS_SHARE_AUTH_CLIENT";
 const char kNFSPermissions[] = "NFS_SHARE_AUTH_CLIENT";
 
-// The lookup's texts carry the error prefix.
-FirstGenerationTexts lookupTexts(const std::string& requestFailed) {
-  return FirstGenerationTexts(requestFailed)
+// A lookup of shares: its guard and its texts carry the error prefix.
+FirstGenerationOperation shareLookup(const char* guardName, const ResourcePath& resource, std::string requestFailed) {
+  return FirstGenerationOperation(guardName, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
+                                  std::move(requestFailed))
+      .guardPrefixed(kErrorPrefix)
       .emptyResponseSays(std::string(kErrorPrefix) + kEmptyResponseText)
       .parseFailureSays(std::string(kErrorPrefix) + kParseFailedText);
 }
@@ -66,6 +68,34 @@ std::string quotaNameOf(const std::string& sharePath) {
   return sharePath.substr(slash + 1);
 }
 
+// Takes the share that the lookup by name found, and logs it. A share that is not there is
+// deliberately a success: callers learn that it does not exist by an identifier that stayed empty.
+bool takeNamedShare(OperationLog& log, const _HuaweiShareInfo* share, const std::string& protocol,
+                    const std::string& shareName, bool inVstore, _HuaweiShareInfo& info) {
+  if (share == nullptr) {
+    log.failure("[ERROR] Unable to find the share details for the [%s] share [%s]", protocol.c_str(),
+                shareName.c_str());
+    return true;
+  }
+  info = *share;
+  if (info.sharePath.empty()) {
+    log.failure("[ERROR] Local share path for the share [%s] is not found", shareName.c_str());
+    return false;
+  }
+  info.quotaName = quotaNameOf(info.sharePath);
+  log.line(0, "Successfully got the share information.");
+  log.line(3, "Share ID : [%s]", info.id.c_str());
+  log.line(3, "Share Name : [%s]", info.name.c_str());
+  log.line(3, "Share Path : [%s]", info.sharePath.c_str());
+  log.line(3, "FileSystem ID : [%s]", info.fileSystemId.c_str());
+  log.line(3, "Quota Name : [%s]", info.quotaName.empty() ? "EMPTY" : info.quotaName.c_str());
+  if (inVstore) {
+    log.line(3, "VStore ID : [%s]", info.vstoreId.c_str());
+    log.line(3, "VStore Name : [%s]", info.vstoreName.c_str());
+  }
+  return true;
+}
+
 // Appends the permissions of one share out of all that `listAll` fetched.
 template <typename Permission>
 bool permissionsOfShare(OperationLog& log, const char* emptyShareText, const std::string& shareId,
@@ -94,87 +124,47 @@ bool permissionsOfShare(OperationLog& log, const char* emptyShareText, const std
 
 bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string const& protocol,
                                         std::string const& shareName, std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "getShareInfoByName", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("getShareInfoByName", kErrorPrefix)) return false;
-  if (shareName.empty()) {
-    log.failure("[ERROR] The share name is empty.");
-    return false;
-  }
-  const ResourcePath resource = lookupResource(protocol, shareName, vstoreId);
-  if (resource.str().empty()) {
-    log.failure("[ERROR] Unable to get the resource details.");
-    return false;
-  }
   HuaweiJSONGetShareInfo request(m_jobId);
+  OperationLog log = OperationLog::facade(m_debug, "getShareInfoByName", m_jobId);
+  const ResourcePath resource = lookupResource(protocol, shareName, vstoreId);
   const std::string failed = YbString::Format("[ERROR] Unable to get the share information for [%s].", shareName.c_str());
-  if (!call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))) {
-    return false;
-  }
-  std::list<_HuaweiShareInfo> shares;
-  request.getShareInfo(shares);
-  // The array's name filter narrowed the CIFS list already; the exact test here is final.
-  const _HuaweiShareInfo* share = protocol == kCIFSProtocol
-                                      ? findShare(shares, &_HuaweiShareInfo::name, shareName)
-                                      : findNFSShare(log, shares, shareName);
-  if (share == nullptr) {
-    // Deliberately a success: callers learn that a share does not exist by an identifier that
-    // stayed empty.
-    log.failure("[ERROR] Unable to find the share details for the [%s] share [%s]", protocol.c_str(),
-                shareName.c_str());
-    return true;
-  }
-  info = *share;
-  if (info.sharePath.empty()) {
-    log.failure("[ERROR] Local share path for the share [%s] is not found", shareName.c_str());
-    return false;
-  }
-  info.quotaName = quotaNameOf(info.sharePath);
-  log.line(0, "Successfully got the share information.");
-  log.line(3, "Share ID : [%s]", info.id.c_str());
-  log.line(3, "Share Name : [%s]", info.name.c_str());
-  log.line(3, "Share Path : [%s]", info.sharePath.c_str());
-  log.line(3, "FileSystem ID : [%s]", info.fileSystemId.c_str());
-  log.line(3, "Quota Name : [%s]", info.quotaName.empty() ? "EMPTY" : info.quotaName.c_str());
-  if (!HuaweiVstore::isNone(vstoreId)) {
-    log.line(3, "VStore ID : [%s]", info.vstoreId.c_str());
-    log.line(3, "VStore Name : [%s]", info.vstoreName.c_str());
-  }
-  return true;
+  const auto lookup = shareLookup("getShareInfoByName", resource, failed)
+                          .refusing(shareName.empty(), "[ERROR] The share name is empty.")
+                          .refusing(resource.str().empty(), "[ERROR] Unable to get the resource details.");
+  return firstGeneration(log).perform(request, lookup, [&] {
+    std::list<_HuaweiShareInfo> shares;
+    request.getShareInfo(shares);
+    // The array's name filter narrowed the CIFS list already; the exact test here is final.
+    const _HuaweiShareInfo* share = protocol == kCIFSProtocol ? findShare(shares, &_HuaweiShareInfo::name, shareName)
+                                                              : findNFSShare(log, shares, shareName);
+    return takeNamedShare(log, share, protocol, shareName, !HuaweiVstore::isNone(vstoreId), info);
+  });
 }
 
 bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string const& protocol,
                                         std::string const& fileSystemId, std::string vstoreId) {
+  HuaweiJSONGetShareInfo request(m_jobId);
   OperationLog log = OperationLog::facade(m_debug, "getShareInfoByFSID", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("getShareInfoByFSID", kErrorPrefix)) return false;
-  if (protocol != kNFSProtocol) {
-    log.failure("[ERROR] API is supported only for NFS shares");
-    return false;
-  }
-  if (fileSystemId.empty()) {
-    log.failure("[ERROR] The file system ID is empty");
-    return false;
-  }
   // The vStore follows as a bare "&<id>", without a key; the array has always been asked so.
   const ResourcePath resource =
       ResourcePath("nfshare").add("filter", "FSID:" + fileSystemId).add("range", "[0-1]").bareVstore(vstoreId);
-  HuaweiJSONGetShareInfo request(m_jobId);
   const std::string failed = YbString::Format("[ERROR] Unable to find NFS Share with FSID [%s].", fileSystemId.c_str());
-  if (!call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))) {
-    return false;
-  }
-  std::list<_HuaweiShareInfo> shares;
-  request.getShareInfo(shares);
-  // Only a single share of that file system counts; two are as good as none.
-  if (shares.size() != 1 || shares.front().fileSystemId != fileSystemId) {
-    log.line(0, "Unable to fetch the share details for the NFS share with File System ID [%s]", fileSystemId.c_str());
-    return false;
-  }
-  log.line(0, "Successfully retrieved the share details for the NFS share with File System ID [%s]",
-           fileSystemId.c_str());
-  info = shares.front();
-  return true;
+  const auto lookup = shareLookup("getShareInfoByFSID", resource, failed)
+                          .refusing(protocol != kNFSProtocol, "[ERROR] API is supported only for NFS shares")
+                          .refusing(fileSystemId.empty(), "[ERROR] The file system ID is empty");
+  return firstGeneration(log).perform(request, lookup, [&] {
+    std::list<_HuaweiShareInfo> shares;
+    request.getShareInfo(shares);
+    // Only a single share of that file system counts; two are as good as none.
+    if (shares.size() != 1 || shares.front().fileSystemId != fileSystemId) {
+      log.line(0, "Unable to fetch the share details for the NFS share with File System ID [%s]", fileSystemId.c_str());
+      return false;
+    }
+    log.line(0, "Successfully retrieved the share details for the NFS share with File System ID [%s]",
+             fileSystemId.c_str());
+    info = shares.front();
+    return true;
+  });
 }
 
 bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& name, std::string const& sharePath,
@@ -186,7 +176,7 @@ bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& na
   HuaweiJSONCreateCIFSShare request(m_jobId, shareId, name, sharePath, fileSystemId, vstoreId);
   // The operation reads the array's code of every refusal and decides.
   if (call.exchange(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE},
-                    FirstGenerationTexts().handlingEveryFailedSend())) {
+                    FirstGenerationCall::textsOnly().handlingEveryFailedSend())) {
     shareId = request.getCIFSShareID();
     log.line(0, "Successfully created CIFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
              sharePath.c_str(), shareId.c_str());
@@ -220,25 +210,25 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
   HuaweiJSONDeleteCIFSShare request(m_jobId, shareName);
   const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("cifshare").segment(share.id, "share ID").vstore(vstoreId),
                       HuaweiOpType::DELETE_CIFS_SHARE};
-  if (!call.exchange(request, del, FirstGenerationTexts("Unable to delete the CIFS share"))) return false;
-  log.line(0, "Successfully deleted the CIFS Share[%s] with ID[%s]", shareName.c_str(), share.id.c_str());
-  return true;
+  // Guarded above, before the lookup.
+  return call.perform(request, FirstGenerationOperation(nullptr, del, "Unable to delete the CIFS share"), [&] {
+    log.line(0, "Successfully deleted the CIFS Share[%s] with ID[%s]", shareName.c_str(), share.id.c_str());
+  });
 }
 
 bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
                                              std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissions", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONGetCIFSSharePermissionInfo request(m_jobId);
+  OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissions", m_jobId);
   // No filter: every permission of the array (or vStore) comes, and callers narrow the list.
   const PlainCall get{HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId),
                       HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS};
-  if (!call.run("getCIFSSharePermissions", request, get, FirstGenerationTexts("Unable to get the permissions list for CIFS Share."))) {
-    return RequiredValueContainment::failEmptying(permissions);
-  }
-  request.getCIFSSharePermissionInfo(permissions);
-  log.line(3, "Successfully got the permission list. Count[%zu].", permissions.size());
-  return true;
+  const auto list =
+      FirstGenerationOperation("getCIFSSharePermissions", get, "Unable to get the permissions list for CIFS Share.");
+  return firstGeneration(log).perform(request, list, [&] {
+    request.getCIFSSharePermissionInfo(permissions);
+    log.line(3, "Successfully got the permission list. Count[%zu].", permissions.size());
+  }) || RequiredValueContainment::failEmptying(permissions);
 }
 
 bool ZrManageHuawei::getCIFSSharePermissionsFromParentId(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
@@ -259,7 +249,7 @@ bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::stri
   // Other refusals go on to the parser, which reports the array's code.
   PlainCall post{HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION};
   post.refusalIsAnswer = true;
-  if (!call.exchange(request, post, FirstGenerationTexts().handling({HuaweiArrayCode::CIFS_PERMISSION_ALREADY_EXISTS}))) {
+  if (!call.exchange(request, post, FirstGenerationCall::textsOnly().handling({HuaweiArrayCode::CIFS_PERMISSION_ALREADY_EXISTS}))) {
     if (!call.refusalLeftToOperation()) return false;
     log.line(0, "The permission with Name [%s] Permission [%s] already exists for the CIFS Share with ID [%s]",
              name.c_str(), permission.c_str(), shareId.c_str());
@@ -280,42 +270,39 @@ bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fil
   const std::string failed =
       YbString::Format("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name.c_str(),
                        sharePath.c_str(), fileSystemId.c_str());
-  if (!call.run("createNFSShare", request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE}, FirstGenerationTexts(failed))) {
-    return false;
-  }
-  shareId = request.getNFShareID();
-  log.line(0, "Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
-           sharePath.c_str(), shareId.c_str());
-  return true;
+  const auto create =
+      FirstGenerationOperation("createNFSShare", {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE}, failed);
+  return firstGeneration(log).perform(request, create, [&] {
+    shareId = request.getNFShareID();
+    log.line(0, "Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
+             sharePath.c_str(), shareId.c_str());
+  });
 }
 
 bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "deleteNFSShare", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("deleteNFSShare") || !call.argument(shareId, "ShareID")) return false;
   HuaweiJSONDeleteNFSShare request(m_jobId, shareId);
+  OperationLog log = OperationLog::facade(m_debug, "deleteNFSShare", m_jobId);
   // A share that is gone is a failure.
   const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId),
                       HuaweiOpType::DELETE_NFS_SHARE};
   const std::string failed = YbString::Format("[ERROR] Unable to delete the NFS share with ID [%s].", shareId.c_str());
-  if (!call.exchange(request, del, FirstGenerationTexts(failed))) return false;
-  log.line(0, "Successfully deleted the NFS Share with ID[%s]", shareId.c_str());
-  return true;
+  return firstGeneration(log).perform(
+      request, FirstGenerationOperation("deleteNFSShare", del, failed).requiring(shareId, "ShareID"),
+      [&] { log.line(0, "Successfully deleted the NFS Share with ID[%s]", shareId.c_str()); });
 }
 
 bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
                                             std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissions", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONGetNFSSharePermissionInfo request(m_jobId);
+  OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissions", m_jobId);
   const PlainCall get{HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId),
                       HuaweiOpType::GET_NFS_SHARE_PERMISSIONS};
-  if (!call.run("getNFSSharePermissions", request, get, FirstGenerationTexts("Unable to get the permissions list for NFS Share"))) {
-    return RequiredValueContainment::failEmptying(permissions);
-  }
-  request.getNFSSharePermissionInfo(permissions);
-  log.line(3, "Successfully got the permission list for NFS Share. Count[%zu].", permissions.size());
-  return true;
+  const auto list =
+      FirstGenerationOperation("getNFSSharePermissions", get, "Unable to get the permissions list for NFS Share");
+  return firstGeneration(log).perform(request, list, [&] {
+    request.getNFSSharePermissionInfo(permissions);
+    log.line(3, "Successfully got the permission list for NFS Share. Count[%zu].", permissions.size());
+  }) || RequiredValueContainment::failEmptying(permissions);
 }
 
 bool ZrManageHuawei::getNFSSharePermissionsFromParentId(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
@@ -331,19 +318,17 @@ bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::strin
                                            std::string const& sync, std::string const& allSquash,
                                            std::string const& rootSquash, std::string vstoreId) {
   (void)permissionId;  // the answer carries no identifier that is read; callers list the permissions
-  OperationLog log = OperationLog::facade(m_debug, "addNFSSharePermission", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONAddNFSSharePermissions request(m_jobId, name, shareId, accessVal, sync, allSquash, rootSquash, vstoreId);
+  OperationLog log = OperationLog::facade(m_debug, "addNFSSharePermission", m_jobId);
   // Every refusal alike, a client that has its permission already included, and told at level 0.
-  const auto texts = FirstGenerationTexts(YbString::Format("Unable to add IP [%s] to the NFS share [%s].", name.c_str(),
-                                                          shareId.c_str()))
+  const auto grant = FirstGenerationOperation("addNFSSharePermission",
+                                              {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION},
+                                              YbString::Format("Unable to add IP [%s] to the NFS share [%s].",
+                                                               name.c_str(), shareId.c_str()))
                          .refusalLoggedAt(0);
-  if (!call.run("addNFSSharePermission", request,
-                {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION}, texts)) {
-    return false;
-  }
-  log.line(0, "Successfully added the IP [%s] to the NFS Share with ID [%s]", name.c_str(), shareId.c_str());
-  return true;
+  return firstGeneration(log).perform(request, grant, [&] {
+    log.line(0, "Successfully added the IP [%s] to the NFS Share with ID [%s]", name.c_str(), shareId.c_str());
+  });
 }
 
 bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, std::string vstoreId) {
@@ -354,7 +339,7 @@ bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, s
   const PlainCall del{HUAWEI_REQ_DELETE,
                       ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),
                       HuaweiOpType::DELETE_NFS_SHARE_PERMISSION};
-  if (call.exchange(request, del, FirstGenerationTexts().handlingEveryFailedSend())) {
+  if (call.exchange(request, del, FirstGenerationCall::textsOnly().handlingEveryFailedSend())) {
     log.line(0, "Successfully deleted the NFS share permission with ID[%s]", permissionId.c_str());
     return true;
   }

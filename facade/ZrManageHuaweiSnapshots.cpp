@@ -23,7 +23,7 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
     if (!call.guard("createFileSystemSnapshot")) return false;
     // Only this attempt's own answer counts as a refusal: a lost connection after one refusal must
     // not turn into an endless loop of sends.
-    const auto texts = FirstGenerationTexts("Unable to create snapshot.")
+    const auto texts = FirstGenerationCall::textsOnly("Unable to create snapshot.")
                            .handling({HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED})
                            .handlingOnlyThisAnswer();
     if (call.exchange(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT}, texts)) {
@@ -48,7 +48,7 @@ bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _H
   if (!call.guard("getFileSystemSnapshotInfo")) return false;
   const PlainCall get{HUAWEI_REQ_GET, ResourcePath("fssnapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
                       HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO};
-  if (!call.exchange(request, get, FirstGenerationTexts("Unable to get the snapshot information."))) {
+  if (!call.exchange(request, get, FirstGenerationCall::textsOnly("Unable to get the snapshot information."))) {
     // An absent snapshot, as the transport's last classified answer tells, marks the record.
     if (call.failedWith(HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST)) {
       info.id = snapshotId;
@@ -92,10 +92,8 @@ bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std
   resource.vstore(vstoreId);
 
   HuaweiJSONDeleteSnapshot request(m_jobId, snapshotId);
-  if (!call.exchange(request, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
-                     FirstGenerationTexts("Unable to delete the snapshot"))) {
-    return false;
-  }
-  log.line(0, "Successfully deleted the Snapshot ID[%s]", snapshotId.c_str());
-  return true;
+  const auto deletion = FirstGenerationOperation(
+      nullptr, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT}, "Unable to delete the snapshot");
+  return call.perform(request, deletion,
+                      [&] { log.line(0, "Successfully deleted the Snapshot ID[%s]", snapshotId.c_str()); });
 }
