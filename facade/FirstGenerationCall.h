@@ -1,7 +1,7 @@
 // The frame of first-generation operations: they answer bool and tell the reason only in the log.
-// An operation is a description, FirstGenerationOperation, that FirstGenerationCall::perform runs:
-// the guard, the checks of the arguments, the request, the line of the step that failed, and the
-// reader of the answer.
+// An operation describes itself to its call (guard, checks of the arguments, request, texts,
+// reactions to the array's codes) and run() carries it out, handing a complete answer to the
+// operation's reader.
 #pragma once
 
 #include <string>
@@ -9,61 +9,60 @@
 #include <utility>
 #include <vector>
 
+#include "CodeReactions.h"
 #include "FailureTexts.h"
 #include "PlainRequestFrame.h"
 
 class OperationLog;
 
-// What a first-generation operation is besides its request object and its reader. The texts are
-// set by name; a refused send is told in the operation's own words, an empty answer and a parse
-// failure in the frame's unless the operation says otherwise.
-class FirstGenerationOperation : public FailureTexts<FirstGenerationOperation> {
+// A first-generation operation's texts: a refused send is told in the operation's own words (in
+// none when it has none), the other steps in the frame's unless the operation says otherwise.
+class FirstGenerationTexts : public FailureTexts<FirstGenerationTexts> {
  public:
-  // guardName: the name the guard's text gives, which is not always the operation's own; nullptr
-  // for an operation that leaves the session to the operations it calls.
-  FirstGenerationOperation(const char* guardName, PlainCall call, std::string requestFailed = std::string())
-      : FailureTexts(std::move(requestFailed), kBuildFailedText, kEmptyResponseText, kParseFailedText),
-        m_guardName(guardName),
-        m_call(std::move(call)) {}
+  explicit FirstGenerationTexts(std::string requestFailed = std::string())
+      : FailureTexts(std::move(requestFailed), kBuildFailedText, kEmptyResponseText, kParseFailedText) {}
+};
 
-  // The guard's line begins with `prefix`.
-  FirstGenerationOperation& guardPrefixed(const char* prefix) { return m_guardPrefix = prefix, *this; }
-  // Fails with "The input parameter [<label>] is empty" when `value` is empty.
-  FirstGenerationOperation& requiring(const std::string& value, const char* label);
-  // Fails with `text` when `refused` holds. Checks are made in the order given, after the guard.
-  FirstGenerationOperation& refusing(bool refused, std::string text);
-  // A refused send is told at this level instead of as a failure line.
-  FirstGenerationOperation& refusalLoggedAt(int level) { return m_refusalLevel = level, *this; }
+// Create-or-adopt: the object whose name is in use, found by one of the facade's lookups and
+// taken as the one asked for. The adoption tells its outcome itself.
+class FirstGenerationAdoption {
+ public:
+  // Whether the object was found and taken.
+  virtual bool adopt() = 0;
 
-  const char* guardName() const { return m_guardName; }
-  const char* guardPrefix() const { return m_guardPrefix; }
-  const PlainCall& call() const { return m_call; }
-  int refusalLevel() const { return m_refusalLevel; }
-  // The text of the first check that refuses, or nullptr.
-  const std::string* refusal() const;
-
- private:
-  struct Check {
-    bool refused;
-    std::string text;
-  };
-
-  const char* m_guardName;
-  const char* m_guardPrefix = "";
-  PlainCall m_call;
-  std::vector<Check> m_checks;
-  int m_refusalLevel = kFailureLevel;
+ protected:
+  ~FirstGenerationAdoption() = default;
 };
 
 class FirstGenerationCall : public PlainFrameCall {
  public:
   using PlainFrameCall::PlainFrameCall;
 
-  // Runs the operation; on a complete answer, `read` reads it (and logs the success line) and
-  // answers the operation's result when it returns bool.
+  // The guard names guardName, which is not always the operation's own; its line begins with
+  // `prefix`. An operation without a guard leaves the session to the operations it calls.
+  FirstGenerationCall& guard(const char* guardName, const char* prefix = "");
+  // Fails with "The input parameter [<label>] is empty" when `value` is empty.
+  FirstGenerationCall& required(const std::string& value, const char* label);
+  // Fails with `text` when `refused` holds. Checks are made in the order given, after the guard.
+  FirstGenerationCall& refusing(bool refused, std::string text);
+  FirstGenerationCall& sends(HuaweiJSONBase& request, PlainCall call, FirstGenerationTexts texts);
+  // The rows that answer the array's codes; a refusal that none answers is told in the texts'
+  // words for a refused send.
+  FirstGenerationCall& reacting(CodeReactions reactions) { return m_reactions = std::move(reactions), *this; }
+  // What the row that reacts with Reaction::Adopt runs.
+  FirstGenerationCall& adopting(FirstGenerationAdoption& adoption) { return m_adoption = &adoption, *this; }
+  // A refusal that no row answers is read as the answer, for the request's parser to judge.
+  FirstGenerationCall& readingRefusals() { return m_readingRefusals = true, *this; }
+
+  // The guard and the checks alone, logged, for an operation that looks something up first.
+  bool checked();
+  // The whole description. A complete answer is read by `read`, which logs the success line and,
+  // when it returns bool, answers the operation's result; a refusal that a row makes a success
+  // is not read.
   template <typename Read>
-  bool perform(HuaweiJSONBase& request, const FirstGenerationOperation& operation, Read&& read) {
-    if (!completed(request, operation)) return false;
+  bool run(Read&& read) {
+    const Outcome outcome = exchange();
+    if (outcome != Outcome::Answered) return outcome == Outcome::Succeeded;
     if constexpr (std::is_void<decltype(read())>::value) {
       read();
       return true;
@@ -72,19 +71,27 @@ class FirstGenerationCall : public PlainFrameCall {
     }
   }
 
-  static FirstGenerationOperation textsOnly(std::string requestFailed = std::string()) {
-    return FirstGenerationOperation(nullptr, PlainCall{HUAWEI_REQ_GET, "", 0}, std::move(requestFailed));
-  }
-  // Being replaced by reactions: the operations that read the array's codes themselves.
-  bool guard(const char* operationName, const char* prefix = "");
-  bool argument(const std::string& value, const char* label);
-  bool exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationOperation& texts);
-  bool refusalLeftToOperation() const { return m_leftToOperation; }
-
  private:
-  bool m_leftToOperation = false;
-  // Guard, checks, build, send, check and parse; logs the text of the failing step.
-  bool completed(HuaweiJSONBase& request, const FirstGenerationOperation& operation);
-  bool opened(const FirstGenerationOperation& operation);
-  void report(int level, const std::string& text);
+  // Answered: the answer waits for the reader. Succeeded: a row took the refusal for success.
+  enum class Outcome { Failed, Answered, Succeeded };
+
+  struct Check {
+    bool refused;
+    std::string text;
+  };
+
+  Outcome exchange();
+  Outcome refused();
+  Outcome failedAt(FrameStep step);
+  void tell(int level, const std::string& text);
+
+  const char* m_guardName = nullptr;
+  const char* m_guardPrefix = "";
+  std::vector<Check> m_checks;
+  HuaweiJSONBase* m_request = nullptr;
+  PlainCall m_call{HUAWEI_REQ_GET, "", 0};
+  FirstGenerationTexts m_texts;
+  CodeReactions m_reactions;
+  FirstGenerationAdoption* m_adoption = nullptr;
+  bool m_readingRefusals = false;
 };

@@ -23,12 +23,13 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
   (void)parentType;  // the request always names a file system
   HuaweiJSONGetChangeListSession request(m_jobId, baseSnapshotId, incrementalSnapshotId, parentId);
   OperationLog log = OperationLog::event("ZrManageHuawei::createSnapshotChangeListSession", m_jobId);
-  const PlainCall post{HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION};
   std::string sessionId;
-  firstGeneration(log).perform(
-      request,
-      FirstGenerationOperation("createSnapshotChangeListSession", post, "Unable to create change list session information"),
-      [&] {
+  firstGeneration(log)
+      .guard("createSnapshotChangeListSession")
+      .sends(request,
+             {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
+             FirstGenerationTexts("Unable to create change list session information"))
+      .run([&] {
         sessionId = request.getSessionId();
         log.line(5, "Successfully created a Session with ID[%s]", sessionId.c_str());
       });
@@ -79,15 +80,16 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
   const std::string failure =
       YbString::Format("Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].",
                        baseSnapshotId.c_str(), incrementalSnapshotId.c_str());
-  // No guard here: only the session operations that this one calls test the session.
-  const auto page =
-      FirstGenerationOperation(nullptr, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, failure);
   bool sessionOver = true;
-  const bool fetched = firstGeneration(log).perform(request, page, [&] {
-    info = std::move(request).getChangeListInfo(info.sessionId);
-    // The walk ends on a page that is both empty and complete.
-    sessionOver = info.changes.empty() && info.progress == kWalkComplete;
-  });
+  // No guard here: only the session operations that this one calls test the session.
+  const bool fetched = firstGeneration(log)
+                           .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
+                                  FirstGenerationTexts(failure))
+                           .run([&] {
+                             info = std::move(request).getChangeListInfo(info.sessionId);
+                             // The walk ends on a page that is both empty and complete.
+                             sessionOver = info.changes.empty() && info.progress == kWalkComplete;
+                           });
   if (RequiredValueContainment::failed()) return failedKeepingThePage();
   if (sessionOver) {
     info.sessionFailed = fetched ? 0 : 1;
@@ -101,10 +103,11 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
 bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionId) {
   HuaweiJSONDeleteChangeListSession request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
-  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
-                      HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION};
-  return firstGeneration(log).perform(
-      request,
-      FirstGenerationOperation("deleteSnapshotChangeListSession", del, "Unable to delete change list session information"),
-      [&] { log.line(0, "Successfully deleted the Session ID[%s]", sessionId.c_str()); });
+  return firstGeneration(log)
+      .guard("deleteSnapshotChangeListSession")
+      .sends(request,
+             {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
+              HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
+             FirstGenerationTexts("Unable to delete change list session information"))
+      .run([&] { log.line(0, "Successfully deleted the Session ID[%s]", sessionId.c_str()); });
 }

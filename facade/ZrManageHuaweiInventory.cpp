@@ -13,11 +13,11 @@
 bool ZrManageHuawei::getSystemInformation(_HuaweiSystemInformation& info) {
   HuaweiJSONGetSystemInformation request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getSystemInformation", m_jobId);
-  return firstGeneration(log).perform(
-      request,
-      FirstGenerationOperation("getSystemInformation", {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
-                               "Unable to get the system information."),
-      [&] {
+  return firstGeneration(log)
+      .guard("getSystemInformation")
+      .sends(request, {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
+             FirstGenerationTexts("Unable to get the system information."))
+      .run([&] {
         request.getSystemInfo(info);
         log.line(0, "Successfully got the system information for [%s].", info.name.c_str());
       });
@@ -27,14 +27,13 @@ bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings
   HuaweiJSONGetNDMPSettingsInfo request(m_jobId);
   OperationLog log = OperationLog::facadeErrors(m_debug, "getNDMPServiceSettings", m_jobId);
   // The vStore goes into the path here, not into a query.
-  const ResourcePath resource =
-      HuaweiVstore::isNone(vstoreId) ? ResourcePath("ndmpservice") : ResourcePath("ndmpservice").segment(vstoreId, "vstoreId");
-  return firstGeneration(log).perform(
-      request,
-      FirstGenerationOperation("getNDMPServiceSettings", {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
-                               "Unable to get the NDMP Service settings.")
-          .emptyResponseSays(kParseFailedText),
-      [&] {
+  const ResourcePath resource = HuaweiVstore::isNone(vstoreId) ? ResourcePath("ndmpservice")
+                                                               : ResourcePath("ndmpservice").segment(vstoreId, "vstoreId");
+  return firstGeneration(log)
+      .guard("getNDMPServiceSettings")
+      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
+             FirstGenerationTexts("Unable to get the NDMP Service settings.").emptyResponseSays(kParseFailedText))
+      .run([&] {
         request.getNDMPSettings(settings);
         log.line(0, "Successfully got the NDMP Settings information.");
       });
@@ -43,13 +42,14 @@ bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings
 bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::string& vstoreName) {
   HuaweiJSONGetVStoreInfo request(m_jobId);
   OperationLog log = OperationLog::facadeErrors(m_debug, "getVStoreNameFromId", m_jobId);
-  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"),
-                      HuaweiOpType::GET_VSTORE_NAME_FROM_ID};
   const std::string failure = YbString::Format("Unable to get the VStoreName from VStoreId [%s]", vstoreId.c_str());
-  return firstGeneration(log).perform(
-      request,
-      FirstGenerationOperation("getVStoreName", get, failure).requiring(vstoreId, "VStoreID").emptyResponseSays(kParseFailedText),
-      [&] {
+  return firstGeneration(log)
+      .guard("getVStoreName")
+      .required(vstoreId, "VStoreID")
+      .sends(request,
+             {HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
+             FirstGenerationTexts(failure).emptyResponseSays(kParseFailedText))
+      .run([&] {
         _HuaweiVStoreInfo info;
         request.getVStoreInfo(info);
         vstoreName = info.name;
@@ -61,12 +61,15 @@ bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileS
   HuaweiJSONGetFileSystems request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemsList", m_jobId);
   // No paging: one GET returns every file system.
-  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST};
-  const auto operation = FirstGenerationOperation("getFileSystemsList", get, "Unable to get the file systems list.");
-  return firstGeneration(log).perform(request, operation, [&] {
-    request.getFileSystems(fileSystems);
-    log.line(0, "Successfully got the File Systems. Count[%zd].", fileSystems.size());
-  }) || RequiredValueContainment::failEmptying(fileSystems);
+  return firstGeneration(log)
+             .guard("getFileSystemsList")
+             .sends(request, {HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST},
+                    FirstGenerationTexts("Unable to get the file systems list."))
+             .run([&] {
+               request.getFileSystems(fileSystems);
+               log.line(0, "Successfully got the File Systems. Count[%zd].", fileSystems.size());
+             }) ||
+         RequiredValueContainment::failEmptying(fileSystems);
 }
 
 bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& interfaces) {
@@ -74,11 +77,12 @@ bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& inter
   OperationLog log = OperationLog::event("ZrManageHuawei::getArrayInterfaces", m_jobId);
   // Held to the end: the NDMP lookup below belongs to this operation.
   FirstGenerationCall call = firstGeneration(log);
-  const auto operation = FirstGenerationOperation(
-      "getArrayInterfaces", {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES}, "Unable to get the array interfaces list.");
   // Read aside: an NDMP answer without a required value fails the whole operation.
   std::list<_HuaweiArrayInterfaces> found;
-  const bool listed = call.perform(request, operation, [&] {
+  call.guard("getArrayInterfaces")
+      .sends(request, {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
+             FirstGenerationTexts("Unable to get the array interfaces list."));
+  const bool listed = call.run([&] {
     request.getArrayInterfaces(found);
     log.line(0, "Successfully got the Array Interfaces. Count[%zd].", found.size());
   });
