@@ -70,3 +70,27 @@ void PlainFrameCall::reportMissingValue() {
   // An exchange refused after the failure sent nothing and has nothing new to say.
   if (m_frame.sent()) m_log.line(kFailureLevel, "%s", RequiredValueContainment::failureText().c_str());
 }
+
+const CodeReaction* PlainFrameCall::reactToRefusal(const CodeReactions& reactions) {
+  unsigned long long code = 0;
+  std::string words;
+  m_frame.errorInfo(code, words);
+  if (reactions.onlyThisAnswer()) code = status().GetErrorCode();
+  const CodeReaction* row = reactions.rowFor(code);
+  if (row == nullptr) return nullptr;
+  for (const std::vector<ReactionLine>* lines : {&reactions.lines(), &row->lines()}) {
+    for (const ReactionLine& line : *lines) {
+      std::string text = line.text;
+      if (line.withArrayDetail) {
+        text += YbString::Format("%s[ERRORCODE: [%llu]] [MESSAGE: [%s]]", text.empty() ? "" : " ", code, words.c_str());
+      }
+      if (line.level == kFailureLevel) {
+        m_log.failure("%s", text.c_str());
+      } else {
+        m_log.line(line.level, "%s", text.c_str());
+      }
+    }
+  }
+  if (row->flag() != nullptr) *row->flag() = true;
+  return row;
+}

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "CodeReactions.h"
 #include "HuaweiApiResultStatus.h"
 #include "HuaweiRequestTypes.h"
 #include "ResourcePath.h"
@@ -75,6 +76,10 @@ class PlainFrameCall {
   OperationLog& log() { return m_log; }
 
  protected:
+  // The row of `reactions` that answers the refused send of the last exchange, with the table's
+  // and the row's lines told and the row's flag set; none when no row answers it.
+  const CodeReaction* reactToRefusal(const CodeReactions& reactions);
+
   // The frame's exchange; a value refused by its place is told here, once for every operation.
   FrameStep exchangeLogged(HuaweiJSONBase& request, const PlainCall& call);
 
