@@ -26,8 +26,7 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
   std::string sessionId;
   firstGeneration(log)
       .guard("createSnapshotChangeListSession")
-      .sends(request,
-             {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
+      .sends(request, {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
              FirstGenerationTexts("Unable to create change list session information"))
       .run([&] {
         sessionId = request.getSessionId();
@@ -70,13 +69,13 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
   }
 
   const ResourcePath resource = ResourcePath("fs_snapchangelist_result")
-                                   .add("sessionID", info.sessionId)
-                                   .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
-                                   .add("posType", info.posType)
-                                   .add("posObj", info.posObj)
-                                   .add("posOffset", info.posOffset)
-                                   .add("linkPosType", info.linkPosType)
-                                   .add("linkPos", info.linkPos);
+                                    .add("sessionID", info.sessionId)
+                                    .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
+                                    .add("posType", info.posType)
+                                    .add("posObj", info.posObj)
+                                    .add("posOffset", info.posOffset)
+                                    .add("linkPosType", info.linkPosType)
+                                    .add("linkPos", info.linkPos);
   const std::string failure =
       YbString::Format("Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].",
                        baseSnapshotId.c_str(), incrementalSnapshotId.c_str());

@@ -27,8 +27,9 @@ bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings
   HuaweiJSONGetNDMPSettingsInfo request(m_jobId);
   OperationLog log = OperationLog::facadeErrors(m_debug, "getNDMPServiceSettings", m_jobId);
   // The vStore goes into the path here, not into a query.
-  const ResourcePath resource = HuaweiVstore::isNone(vstoreId) ? ResourcePath("ndmpservice")
-                                                               : ResourcePath("ndmpservice").segment(vstoreId, "vstoreId");
+  const ResourcePath resource = HuaweiVstore::isNone(vstoreId)
+                                    ? ResourcePath("ndmpservice")
+                                    : ResourcePath("ndmpservice").segment(vstoreId, "vstoreId");
   return firstGeneration(log)
       .guard("getNDMPServiceSettings")
       .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
@@ -46,9 +47,10 @@ bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::strin
   return firstGeneration(log)
       .guard("getVStoreName")
       .required(vstoreId, "VStoreID")
-      .sends(request,
-             {HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
-             FirstGenerationTexts(failure).emptyResponseSays(kParseFailedText))
+      .sends(
+          request,
+          {HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
+          FirstGenerationTexts(failure).emptyResponseSays(kParseFailedText))
       .run([&] {
         _HuaweiVStoreInfo info;
         request.getVStoreInfo(info);
@@ -63,7 +65,8 @@ bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileS
   // No paging: one GET returns every file system.
   return firstGeneration(log)
              .guard("getFileSystemsList")
-             .sends(request, {HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST},
+             .sends(request,
+                    {HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST},
                     FirstGenerationTexts("Unable to get the file systems list."))
              .run([&] {
                request.getFileSystems(fileSystems);

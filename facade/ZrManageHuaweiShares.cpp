@@ -151,7 +151,8 @@ bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string cons
   HuaweiJSONGetShareInfo request(m_jobId);
   OperationLog log = OperationLog::facade(m_debug, "getShareInfoByName", m_jobId);
   const ResourcePath resource = lookupResource(protocol, shareName, vstoreId);
-  const std::string failed = YbString::Format("[ERROR] Unable to get the share information for [%s].", shareName.c_str());
+  const std::string failed =
+      YbString::Format("[ERROR] Unable to get the share information for [%s].", shareName.c_str());
   return firstGeneration(log)
       .guard("getShareInfoByName", kErrorPrefix)
       .refusing(shareName.empty(), "[ERROR] The share name is empty.")
@@ -375,6 +376,8 @@ bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::strin
 bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, std::string vstoreId) {
   HuaweiJSONDeleteNFSSharePermission request(m_jobId, permissionId);
   OperationLog log = OperationLog::event("deleteNFSSharePermission", m_jobId);
+  const std::string failed =
+      YbString::Format("[ERROR] Unable to delete the NFS share permission with ID [%s]", permissionId.c_str());
   // Gone already is what a deletion wants; the prefix stands in the text all the same.
   return firstGeneration(log)
       .guard("deleteNFSSharePermission")
@@ -384,13 +387,8 @@ bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, s
               HuaweiOpType::DELETE_NFS_SHARE_PERMISSION},
              FirstGenerationTexts())
       .reacting({on(HuaweiArrayCode::NFS_PERMISSION_DOES_NOT_EXIST)
-                     .line(3, YbString::Format("[ERROR] Unable to delete the NFS share permission with ID [%s] as the "
-                                               "permission does not exist",
-                                               permissionId.c_str()))
+                     .line(3, failed + " as the permission does not exist")
                      .done(),
-                 otherwise()
-                     .line(kFailureLevel, YbString::Format("[ERROR] Unable to delete the NFS share permission with ID [%s]",
-                                                           permissionId.c_str()))
-                     .detailedLine(3, std::string())})
+                 otherwise().line(kFailureLevel, failed).detailedLine(3, std::string())})
       .run([&] { log.line(0, "Successfully deleted the NFS share permission with ID[%s]", permissionId.c_str()); });
 }

@@ -3,8 +3,8 @@
 #include "HuaweiArrayCodes.h"
 #include "HuaweiJSONSnapshotRequests.h"
 #include "HuaweiOpTypes.h"
-#include "ResourcePath.h"
 #include "OperationLog.h"
+#include "ResourcePath.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
 
@@ -22,8 +22,11 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
   // A file system that cannot take the SnapDiff option is asked again without it, for as long as
   // the array refuses: the retry is deliberately unbounded. Only each attempt's own answer counts,
   // so that a connection lost after a refusal does not become an endless loop of sends.
-  bool created = false;
   bool refusedSnapDiff = true;
+  const CodeReactions reactions =
+      CodeReactions{on(HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED).setting(refusedSnapDiff).fails(retry, 0)}
+          .countingOnlyThisAnswer();
+  bool created = false;
   for (bool snapDiff = enableSnapDiff; !created && refusedSnapDiff; snapDiff = false) {
     refusedSnapDiff = false;
     HuaweiJSONCreateSnapshot request(m_jobId, fileSystemId, snapshot, snapDiff, vstoreId);
@@ -31,8 +34,7 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
                   .guard("createFileSystemSnapshot")
                   .sends(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
                          FirstGenerationTexts("Unable to create snapshot."))
-                  .reacting(CodeReactions{on(HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED).setting(refusedSnapDiff).fails(retry, 0)}
-                                .countingOnlyThisAnswer())
+                  .reacting(reactions)
                   .run([&] {
                     snapshot = request.getSnapshotUUID();
                     log.line(0, "Successfully created snapshot[%s]", snapshot.c_str());
