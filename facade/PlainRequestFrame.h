@@ -20,9 +20,6 @@ struct PlainCall {
   REQ_TYPE_HUAWEI method;
   ResourcePath resource;
   int opType;
-  // The array's error document of a refused send is read as the answer, for the request's parser
-  // to judge, instead of failing the send.
-  bool refusalIsAnswer = false;
 };
 
 // MissingValue: the answer lacked a required value and the embedder contains such failures to the
