@@ -1,5 +1,6 @@
 #include "SecondGenerationCall.h"
 
+#include "HuaweiJSONBase.h"
 #include "OperationLog.h"
 #include "YbErrorUtil.h"
 
@@ -26,64 +27,87 @@ CXoError SecondGenerationCall::error(const std::string& text) const {
   return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature, __LINE__), -1, "%s", text.c_str());
 }
 
-// The text is the format of the error, as the operations' own texts are, but it holds the caller's
-// names or the array's words: rendered with no arguments to read.
-CXoError SecondGenerationCall::errorWithFormat(const std::string& format) const { return error(YbString::Format(format)); }
-
-CXoError SecondGenerationCall::errorFormattedBy(const CXoError& inner) const { return errorWithFormat(inner.AsString()); }
-
-CXoError SecondGenerationCall::errorInArrayWords() const { return errorWithFormat(arrayDescription()); }
-
-CXoError SecondGenerationCall::guard(const char* operationName, GuardStyle style) {
-  if (m_sessionOpen) return CXoError::Success();
-  return error((style == GuardStyle::ErrorPrefix ? "[ERROR] " : "") + guardText(operationName));
+CXoError SecondGenerationCall::error(const std::string& words, Rendering rendering) const {
+  return error(rendering == Rendering::AsFormat ? YbString::Format(words) : words);
 }
 
-CXoError SecondGenerationCall::arguments(std::initializer_list<const std::string*> values) {
-  for (const std::string* value : values) {
-    if (value->empty()) return error("[ERROR] Invalid input parameters");
+SecondGenerationCall& SecondGenerationCall::guard(const char* operationName, GuardStyle style) {
+  m_guardName = operationName;
+  m_guardStyle = style;
+  return *this;
+}
+
+SecondGenerationCall& SecondGenerationCall::required(std::initializer_list<const std::string*> values) {
+  for (const std::string* value : values) m_required.push_back(Requirement{value->empty(), "[ERROR] Invalid input parameters"});
+  return *this;
+}
+
+SecondGenerationCall& SecondGenerationCall::sends(HuaweiJSONBase& request, PlainCall call, SecondGenerationTexts texts) {
+  m_request = &request;
+  m_call = std::move(call);
+  m_texts = std::move(texts);
+  return *this;
+}
+
+CXoError SecondGenerationCall::checked() const {
+  if (m_guardName != nullptr && !m_sessionOpen) {
+    return error((m_guardStyle == GuardStyle::ErrorPrefix ? "[ERROR] " : "") + guardText(m_guardName));
+  }
+  for (const Requirement& requirement : m_required) {
+    if (requirement.missing) return error(std::string(requirement.text));
   }
   return CXoError::Success();
 }
 
-CXoError SecondGenerationCall::required(std::initializer_list<RequiredText> values) {
-  for (const RequiredText& value : values) {
-    if (value.value->empty()) return error(std::string(value.text));
+CXoError SecondGenerationCall::exchange(bool& completed) {
+  completed = false;
+  if (CXoError refused = checked(); refused.IsError()) return refused;
+  if (m_bodyTold) {
+    std::string body;
+    if (!m_request->buildRequest(body) || body.empty()) return error(m_texts.buildFailed());
+    m_log.line(0, "REQUESSTT:[%s]", body.c_str());
   }
-  return CXoError::Success();
-}
-
-CXoError SecondGenerationCall::open(const char* operationName, GuardStyle style,
-                                    std::initializer_list<RequiredText> values) {
-  const CXoError closed = guard(operationName, style);
-  return closed.IsError() ? closed : required(values);
-}
-
-CXoError SecondGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call,
-                                        const SecondGenerationTexts& texts) {
-  switch (exchangeLogged(request, call)) {
+  switch (exchangeLogged(*m_request, m_call)) {
     case FrameStep::Completed:
+      completed = true;
       return CXoError::Success();
     case FrameStep::Build:
-      return error(texts.buildFailed());
-    case FrameStep::Send: {
-      if (texts.refusal()) {
-        unsigned long long code = 0;
-        std::string message;
-        m_frame.errorInfo(code, message);
-        return texts.refusal()(code, message);
-      }
-      const bool handled = texts.handles(status(), arrayCode());
-      if (!handled && !texts.refusalLine().empty()) m_log.line(3, "%s", texts.refusalLine().c_str());
-      return error(texts.requestFailed());
-    }
+      return error(m_texts.buildFailed());
+    case FrameStep::Send:
+      return refused();
     case FrameStep::EmptyResponse:
-      return error(texts.emptyResponse());
+      return error(m_texts.emptyResponse());
     case FrameStep::Parse:
-      return error(texts.parseFailed());
+      return error(m_texts.parseFailed());
     case FrameStep::MissingValue:
       reportMissingValue();
       return error(RequiredValueContainment::failureText());
   }
-  return error(texts.requestFailed());
+  return error(m_texts.requestFailed());
+}
+
+CXoError SecondGenerationCall::refused() {
+  const CodeReaction* row = reactToRefusal(m_reactions);
+  switch (row == nullptr ? Reaction::Usual : row->reaction()) {
+    case Reaction::Usual:
+      break;
+    case Reaction::Done:
+      return CXoError::Success();
+    case Reaction::OwnWords:
+      return error(row->words());
+    case Reaction::ArrayWords:
+      return error(row->words() + arrayDescription(), row->rendering());
+    case Reaction::Adopt:
+      return adopt();
+  }
+  return error(m_texts.requestFailed());
+}
+
+// Any failure of the lookup, or a lookup that finds nothing, fails in the lookup's words.
+CXoError SecondGenerationCall::adopt() {
+  std::string id;
+  const CXoError lookup = m_adoption->lookUp(id);
+  if (lookup.IsError() || id.empty()) return error(lookup.AsString(), m_adoption->rendering());
+  m_adoption->take(id);
+  return CXoError::Success();
 }

@@ -1,24 +1,24 @@
 // The frame of second-generation operations: each failure becomes a CXoError made by
 // YbErrorUtil::ErrorErrNo with error number -1, located at the operation's signature.
+//
+// An operation is a description read by run(): its guard, its required arguments, the request it
+// sends with the texts of each failing step, its reactions to the array's codes, and the reader of
+// a completed answer.
 #pragma once
 
-#include <functional>
 #include <initializer_list>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "CXoError.h"
+#include "CodeReactions.h"
 #include "FailureTexts.h"
 #include "PlainRequestFrame.h"
 #include "YbString.h"
 
 class OperationLog;
-
-// What an operation answers when the array refused its request: given the code and the message
-// that the transport classified last, the operation's own error (or success, for codes that mean
-// the work is already done).
-using SecondGenerationRefusal = std::function<CXoError(unsigned long long code, const std::string& message)>;
 
 // A second-generation operation's texts; unnamed ones are the frame's "[ERROR] " texts.
 class SecondGenerationTexts : public FailureTexts<SecondGenerationTexts> {
@@ -30,32 +30,24 @@ class SecondGenerationTexts : public FailureTexts<SecondGenerationTexts> {
   // without it, and with other words for the empty answer. Neither prefixes the build failure.
   static SecondGenerationTexts lookup(std::string requestFailed);
   static SecondGenerationTexts change(std::string requestFailed);
-
-  // A refused send that the operation does not handle is also logged at level 3, in the
-  // failure's own words or in `text`.
-  SecondGenerationTexts& alsoLogged(std::string text = std::string()) {
-    m_refusalLine = text.empty() ? requestFailed() : std::move(text);
-    return *this;
-  }
-  // The operation answers every refusal itself.
-  SecondGenerationTexts& refusedBy(SecondGenerationRefusal handler) { return m_refusal = std::move(handler), *this; }
-
-  const std::string& refusalLine() const { return m_refusalLine; }
-  // Unset: a refusal is requestFailed like any other failed send.
-  const SecondGenerationRefusal& refusal() const { return m_refusal; }
-
- private:
-  std::string m_refusalLine;
-  SecondGenerationRefusal m_refusal;
 };
 
 // Most guards carry the "[ERROR] " prefix; a few lookups give the bare text.
 enum class GuardStyle { ErrorPrefix, Bare };
 
-// An argument that must not be empty, with the operation's text for when it is.
-struct RequiredText {
-  const std::string* value;
-  const char* text;
+// Create-or-adopt: how a create operation looks up the object that holds its name already, and
+// takes it as the one asked for.
+class Adoption {
+ public:
+  // Finds the object; `id` stays empty when there is none.
+  virtual CXoError lookUp(std::string& id) = 0;
+  // Makes the caller's record the object found.
+  virtual void take(const std::string& id) = 0;
+  // How the lookup's failure text becomes the operation's.
+  virtual Rendering rendering() const = 0;
+
+ protected:
+  ~Adoption() = default;
 };
 
 class SecondGenerationCall : public PlainFrameCall {
@@ -66,15 +58,38 @@ class SecondGenerationCall : public PlainFrameCall {
       : PlainFrameCall(transport, sessionOpen, log), m_signature(signature) {}
 
   // The guard names operationName, which is not always the operation's own.
-  CXoError guard(const char* operationName, GuardStyle style = GuardStyle::ErrorPrefix);
-  // guard(), then required().
-  CXoError open(const char* operationName, GuardStyle style, std::initializer_list<RequiredText> values);
-  // "[ERROR] Invalid input parameters" when any of the values is empty.
-  CXoError arguments(std::initializer_list<const std::string*> values);
-  // The text of the first empty value.
-  CXoError required(std::initializer_list<RequiredText> values);
-  // Build, send, check and parse.
-  CXoError exchange(HuaweiJSONBase& request, const PlainCall& call, const SecondGenerationTexts& texts);
+  SecondGenerationCall& guard(const char* operationName, GuardStyle style = GuardStyle::ErrorPrefix);
+  // A value that must not be empty, with the operation's text for when it is.
+  template <typename Value>
+  SecondGenerationCall& required(const Value& value, const char* text) {
+    m_required.push_back(Requirement{value.empty(), text});
+    return *this;
+  }
+  // Values that must not be empty, with "[ERROR] Invalid input parameters" for when one is.
+  SecondGenerationCall& required(std::initializer_list<const std::string*> values);
+  SecondGenerationCall& sends(HuaweiJSONBase& request, PlainCall call, SecondGenerationTexts texts);
+  // Refused sends that no row answers fail in the texts' words, told nowhere.
+  SecondGenerationCall& reacting(CodeReactions reactions) { return m_reactions = std::move(reactions), *this; }
+  // The lookup that rows reacting with Reaction::Adopt run.
+  SecondGenerationCall& adopting(Adoption& adoption) { return m_adoption = &adoption, *this; }
+  // The body is told at level 0 before the send.
+  SecondGenerationCall& bodyTold() { return m_bodyTold = true, *this; }
+
+  // The guard and the required values alone, for an operation that sends through others.
+  CXoError checked() const;
+  // The whole description. A completed exchange is read by `read`, given this call or nothing,
+  // which answers the operation's result, or nothing for success.
+  template <typename Read>
+  CXoError run(Read&& read) {
+    bool completed = false;
+    const CXoError result = exchange(completed);
+    if (!completed) return result;
+    if constexpr (std::is_invocable_v<Read, const SecondGenerationCall&>) {
+      return resultOf(read, *this);
+    } else {
+      return resultOf(read);
+    }
+  }
 
   // An error of this operation with the given text.
   CXoError error(const std::string& text) const;
@@ -82,15 +97,41 @@ class SecondGenerationCall : public PlainFrameCall {
   CXoError error(const char* format, First first, Rest... rest) const {
     return error(YbString::Format(format, first, rest...));
   }
-  // An error whose format is another result's text: "%%" in it gives "%", any other directive
-  // stands as written (YbString::Format(std::string)).
-  CXoError errorFormattedBy(const CXoError& inner) const;
-  // An error whose format is the array's last description, rendered in the same way; the
-  // transport has rendered it once already, so "%%%%" comes back as "%".
-  CXoError errorInArrayWords() const;
+  // An error in words from outside, as written or rendered as a format; rendering gives "%" for
+  // "%%", and any other directive stands as written (YbString::Format(std::string)).
+  CXoError error(const std::string& words, Rendering rendering) const;
+  // An error whose format is another result's text.
+  CXoError errorFormattedBy(const CXoError& inner) const { return error(inner.AsString(), Rendering::AsFormat); }
 
  private:
-  CXoError errorWithFormat(const std::string& format) const;
+  template <typename Read, typename... Call>
+  static CXoError resultOf(Read& read, const Call&... call) {
+    if constexpr (std::is_void_v<std::invoke_result_t<Read, const Call&...>>) {
+      read(call...);
+      return CXoError::Success();
+    } else {
+      return read(call...);
+    }
+  }
+
+  struct Requirement {
+    bool missing;
+    const char* text;
+  };
+
+  // Checks, build, send, check and parse; `completed` tells whether an answer is there to read.
+  CXoError exchange(bool& completed);
+  CXoError refused();
+  CXoError adopt();
 
   const char* m_signature;
+  const char* m_guardName = nullptr;
+  GuardStyle m_guardStyle = GuardStyle::ErrorPrefix;
+  std::vector<Requirement> m_required;
+  HuaweiJSONBase* m_request = nullptr;
+  PlainCall m_call{HUAWEI_REQ_GET, "", 0};
+  SecondGenerationTexts m_texts{std::string()};
+  CodeReactions m_reactions;
+  Adoption* m_adoption = nullptr;
+  bool m_bodyTold = false;
 };
