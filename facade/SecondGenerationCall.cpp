@@ -38,11 +38,13 @@ SecondGenerationCall& SecondGenerationCall::guard(const char* operationName, Gua
 }
 
 SecondGenerationCall& SecondGenerationCall::required(std::initializer_list<const std::string*> values) {
-  for (const std::string* value : values) m_required.push_back(Requirement{value->empty(), "[ERROR] Invalid input parameters"});
+  for (const std::string* value : values)
+    m_required.push_back(Requirement{value->empty(), "[ERROR] Invalid input parameters"});
   return *this;
 }
 
-SecondGenerationCall& SecondGenerationCall::sends(HuaweiJSONBase& request, PlainCall call, SecondGenerationTexts texts) {
+SecondGenerationCall& SecondGenerationCall::sends(HuaweiJSONBase& request, PlainCall call,
+                                                  SecondGenerationTexts texts) {
   m_request = &request;
   m_call = std::move(call);
   m_texts = std::move(texts);

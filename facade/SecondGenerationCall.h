@@ -15,10 +15,9 @@
 #include "CXoError.h"
 #include "CodeReactions.h"
 #include "FailureTexts.h"
+#include "OperationLog.h"
 #include "PlainRequestFrame.h"
 #include "YbString.h"
-
-class OperationLog;
 
 // A second-generation operation's texts; unnamed ones are the frame's "[ERROR] " texts.
 class SecondGenerationTexts : public FailureTexts<SecondGenerationTexts> {
@@ -50,12 +49,22 @@ class Adoption {
   ~Adoption() = default;
 };
 
-class SecondGenerationCall : public PlainFrameCall {
+// The log a call writes under the operation's name; a base of its own, so that it is made before
+// the frame that writes to it.
+class OwnLog {
+ protected:
+  OwnLog(TkDebug& debug, const char* name, unsigned long long jobId)
+      : m_ownLog(OperationLog::facade(debug, name, jobId)) {}
+  OperationLog m_ownLog;
+};
+
+class SecondGenerationCall : private OwnLog, public PlainFrameCall {
  public:
-  // signature: the operation's signature as text, e.g.
+  // Lines go through `debug` under logName; signature is the operation's signature as text, e.g.
   // "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)".
-  SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log, const char* signature)
-      : PlainFrameCall(transport, sessionOpen, log), m_signature(signature) {}
+  SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* logName,
+                       unsigned long long jobId, const char* signature)
+      : OwnLog(debug, logName, jobId), PlainFrameCall(transport, sessionOpen, m_ownLog), m_signature(signature) {}
 
   // The guard names operationName, which is not always the operation's own.
   SecondGenerationCall& guard(const char* operationName, GuardStyle style = GuardStyle::ErrorPrefix);
@@ -75,19 +84,30 @@ class SecondGenerationCall : public PlainFrameCall {
   // The body is told at level 0 before the send.
   SecondGenerationCall& bodyTold() { return m_bodyTold = true, *this; }
 
+  // A line of the operation's log, with the job identifier.
+  template <typename... Arguments>
+  void line(int level, const char* format, Arguments... arguments) {
+    if constexpr (sizeof...(Arguments) == 0) {
+      m_log.line(level, "%s", format);
+    } else {
+      m_log.line(level, format, arguments...);
+    }
+  }
+
   // The guard and the required values alone, for an operation that sends through others.
   CXoError checked() const;
-  // The whole description. A completed exchange is read by `read`, given this call or nothing,
-  // which answers the operation's result, or nothing for success.
+  // The whole description. A completed exchange is read by `read`, given this call, which answers
+  // the operation's result, or nothing for success.
   template <typename Read>
   CXoError run(Read&& read) {
     bool completed = false;
     const CXoError result = exchange(completed);
     if (!completed) return result;
-    if constexpr (std::is_invocable_v<Read, const SecondGenerationCall&>) {
-      return resultOf(read, *this);
+    if constexpr (std::is_void_v<std::invoke_result_t<Read, SecondGenerationCall&>>) {
+      read(*this);
+      return CXoError::Success();
     } else {
-      return resultOf(read);
+      return read(*this);
     }
   }
 
@@ -104,16 +124,6 @@ class SecondGenerationCall : public PlainFrameCall {
   CXoError errorFormattedBy(const CXoError& inner) const { return error(inner.AsString(), Rendering::AsFormat); }
 
  private:
-  template <typename Read, typename... Call>
-  static CXoError resultOf(Read& read, const Call&... call) {
-    if constexpr (std::is_void_v<std::invoke_result_t<Read, const Call&...>>) {
-      read(call...);
-      return CXoError::Success();
-    } else {
-      return read(call...);
-    }
-  }
-
   struct Requirement {
     bool missing;
     const char* text;

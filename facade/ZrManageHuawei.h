@@ -253,8 +253,9 @@ class ZrManageHuawei {
 
  private:
   FirstGenerationCall firstGeneration(OperationLog& log);
-  // signature: the operation's signature as its errors are located.
-  SecondGenerationCall secondGeneration(OperationLog& log, const char* signature);
+  // logName: what the lines are tagged with; signature: the operation's signature as its errors
+  // are located.
+  SecondGenerationCall secondGeneration(const char* logName, const char* signature);
   ThirdGenerationCall thirdGeneration(const char* logName, const char* operationName);
 
   HuaweiRestAPI m_restApi;

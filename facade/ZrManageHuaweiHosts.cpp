@@ -16,7 +16,8 @@ namespace {
 
 // The two kinds of initiator live on two resources of the same shape.
 struct InitiatorKind {
-  explicit InitiatorKind(bool isISCSI) : resource(isISCSI ? "iscsi_initiator" : "fc_initiator"), text(isISCSI ? "ISCSI" : "FC") {}
+  explicit InitiatorKind(bool isISCSI)
+      : resource(isISCSI ? "iscsi_initiator" : "fc_initiator"), text(isISCSI ? "ISCSI" : "FC") {}
   const char* resource;
   const char* text;
 };
@@ -35,23 +36,30 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
   HuaweiJSONGetInitiatorInfo request(m_jobId);
   const InitiatorKind kind(isISCSI);
   const char* id = initiatorId.c_str();
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getInitiatorInfoFromID", m_jobId);
-  const std::string absent = YbString::Format("[ERROR] The [%s] initiator information with ID [%s] does not exist", kind.text, id);
-  return secondGeneration(log, "CXoError ZrManageHuawei::getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const bool&, std::string)")
+  const std::string absent =
+      YbString::Format("[ERROR] The [%s] initiator information with ID [%s] does not exist", kind.text, id);
+  return secondGeneration("ZrManageHuawei::getInitiatorInfoFromID",
+                          "CXoError ZrManageHuawei::getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const "
+                          "bool&, std::string)")
       .guard("getInitiatorInfoFromID", GuardStyle::Bare)
       .required(initiatorId, "The entered initiator ID is empty")
-      .sends(request, {HUAWEI_REQ_GET, ResourcePath(kind.resource).segment(initiatorId, "initiatorId").vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO},
+      .sends(request,
+             {HUAWEI_REQ_GET, ResourcePath(kind.resource).segment(initiatorId, "initiatorId").vstore(vstoreId),
+              HuaweiOpType::GET_INITIATOR_INFO},
              SecondGenerationTexts::lookup(""))
       // The line says more than is known; the error says only what is.
       .reacting({on(HuaweiArrayCode::INITIATOR_DOES_NOT_EXIST).fails(absent),
-                 otherwise().line(3, absent).fails(YbString::Format("[ERROR] Unable to find [%s] initiator information with ID [%s]", kind.text, id))})
-      .run([&](const SecondGenerationCall& call) {
+                 otherwise().line(3, absent).fails(YbString::Format(
+                     "[ERROR] Unable to find [%s] initiator information with ID [%s]", kind.text, id))})
+      .run([&](SecondGenerationCall& call) {
         std::vector<_HuaweiInitiator> initiators;
         request.getInitiatorInfo(initiators);
         const _HuaweiInitiator* found = exactRecord(initiators, &_HuaweiInitiator::id, initiatorId);
-        if (found == nullptr) return call.error("[ERROR] Unable to find the [%s] initiator with ID [%s].", kind.text, id);
+        if (found == nullptr) {
+          return call.error("[ERROR] Unable to find the [%s] initiator with ID [%s].", kind.text, id);
+        }
         initiatorInfo = *found;
-        log.line(0, "Found the initiator information associted with ID [%s]", id);
+        call.line(0, "Found the initiator information associted with ID [%s]", id);
         return CXoError::Success();
       });
 }
@@ -60,52 +68,57 @@ CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiat
                                           std::string vstoreId) {
   HuaweiJSONGetInitiatorInfo request(m_jobId);
   const InitiatorKind kind(isISCSI);
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getInitiatorInfo", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, std::string)")
+  return secondGeneration(
+             "ZrManageHuawei::getInitiatorInfo",
+             "CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, std::string)")
       .guard("getISCSIInitiatorInfo", GuardStyle::Bare)
       // These words for both kinds.
       .sends(request, {HUAWEI_REQ_GET, ResourcePath(kind.resource).vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO},
              SecondGenerationTexts::lookup("[ERROR] Unable to find the ISCSI initiators"))
-      .run([&](const SecondGenerationCall& call) {
+      .run([&](SecondGenerationCall& call) {
         request.getInitiatorInfo(initiators);
         if (initiators.empty()) return call.error("[ERROR] Unable to get the initiator information");
-        log.line(0, "Successfully fetched the information for all [%s] initiators. Count [%llu]", kind.text,
-                 static_cast<unsigned long long>(initiators.size()));
+        call.line(0, "Successfully fetched the information for all [%s] initiators. Count [%llu]", kind.text,
+                  static_cast<unsigned long long>(initiators.size()));
         return CXoError::Success();
       });
 }
 
 CXoError ZrManageHuawei::getHostIDFromInitiatorID(std::string const& initiatorId, bool const& isISCSI,
                                                   std::string& hostId, std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getHostIDFromInitiatorID", m_jobId);
   SecondGenerationCall call = secondGeneration(
-      log, "CXoError ZrManageHuawei::getHostIDFromInitiatorID(const string&, const bool&, std::string&, std::string)");
+      "ZrManageHuawei::getHostIDFromInitiatorID",
+      "CXoError ZrManageHuawei::getHostIDFromInitiatorID(const string&, const bool&, std::string&, std::string)");
   _HuaweiInitiator initiator;
   if (getInitiatorInfoFromID(initiator, initiatorId, isISCSI, vstoreId).IsError() || initiator.id.empty()) {
     return call.error("[ERROR] Unable to get the information for Initiator with ID [%s].", initiatorId.c_str());
   }
   // An initiator bound to no host answers an empty hostId: that is how a caller learns it is free.
   hostId = initiator.parentId;
-  log.line(0, "Successfully got the Host Id [%s] associated with the initiator with ID [%s]", hostId.c_str(),
-           initiatorId.c_str());
+  call.line(0, "Successfully got the Host Id [%s] associated with the initiator with ID [%s]", hostId.c_str(),
+            initiatorId.c_str());
   return CXoError::Success();
 }
 
 CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std::string& hostId, std::string vstoreId) {
   HuaweiJSONGetHostInfo request(m_jobId);
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getHostIDFromHostName", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::getHostIDFromHostName(const string&, std::string&, std::string)")
+  return secondGeneration("ZrManageHuawei::getHostIDFromHostName",
+                          "CXoError ZrManageHuawei::getHostIDFromHostName(const string&, std::string&, std::string)")
       .guard("getHostIDFromHostName", GuardStyle::Bare)
       .required(hostName, "The entered host name is empty")
       .sends(request, {HUAWEI_REQ_GET, byName("host", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME},
-             SecondGenerationTexts::lookup(YbString::Format("[ERROR] Unable to find the information for the host with name [%s]", hostName.c_str())))
-      .run([&](const SecondGenerationCall& call) {
+             SecondGenerationTexts::lookup(YbString::Format(
+                 "[ERROR] Unable to find the information for the host with name [%s]", hostName.c_str())))
+      .run([&](SecondGenerationCall& call) {
         std::vector<_HuaweiLUNHostInfo> hosts;
         request.getHostInfo(hosts);
         const _HuaweiLUNHostInfo* host = exactRecord(hosts, &_HuaweiLUNHostInfo::name, hostName);
-        if (host == nullptr) return call.error("[ERROR] Unable to get the information for the host with Name[%s].", hostName.c_str());
+        if (host == nullptr) {
+          return call.error("[ERROR] Unable to get the information for the host with Name[%s].", hostName.c_str());
+        }
         hostId = host->id;
-        log.line(0, "Successfully got the information for host:  ID: [%s] NAME: [%s]", host->id.c_str(), host->name.c_str());
+        call.line(0, "Successfully got the information for host:  ID: [%s] NAME: [%s]", host->id.c_str(),
+                  host->name.c_str());
         return CXoError::Success();
       });
 }
@@ -117,20 +130,23 @@ CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string co
   wanted.operatingSystem = ConvertToString::to_string<int>(useOsCode7 ? 7 : 0);
   wanted.vstoreId = vstoreId;
   HuaweiJSONCreateHost request(m_jobId, wanted);
-  AdoptionByName<_HuaweiLUNHostInfo> adoption(*this, &ZrManageHuawei::getHostIDFromHostName, hostInfo, wanted, Rendering::AsFormat);
+  AdoptionByName<_HuaweiLUNHostInfo> adoption(*this, &ZrManageHuawei::getHostIDFromHostName, hostInfo, wanted,
+                                              Rendering::AsFormat);
   const std::string failure = YbString::Format("[ERROR] Unable to create host with name [%s] operating system [%s]",
                                                hostName.c_str(), wanted.operatingSystem.c_str());
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::createHost", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::createHost(HuaweiLUNHostInfo_t&, const string&, std::string, bool)")
+  return secondGeneration("ZrManageHuawei::createHost",
+                          "CXoError ZrManageHuawei::createHost(HuaweiLUNHostInfo_t&, const string&, std::string, bool)")
       .guard("createLUNSnapshot")
       .required(hostName, "[ERROR] The hostname is empty")
       .sends(request, {HUAWEI_REQ_POST, "host", HuaweiOpType::CREATE_HOST}, SecondGenerationTexts::change(""))
-      .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE).line(3, YbString::Format("The host [%s] already exists", hostName.c_str())).adopts(),
+      .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
+                     .line(3, YbString::Format("The host [%s] already exists", hostName.c_str()))
+                     .adopts(),
                  otherwise().line(3, failure).fails(failure)})
       .adopting(adoption)
-      .run([&] {
+      .run([&](SecondGenerationCall& call) {
         request.getHostInfo(hostInfo);
-        log.line(0, "Successfully created the host with name [%s]", hostInfo.name.c_str());
+        call.line(0, "Successfully created the host with name [%s]", hostInfo.name.c_str());
       });
 }
 
@@ -144,23 +160,30 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
   HuaweiJSONCreateInitiator request(m_jobId, wanted);
   const InitiatorKind kind(isISCSI);
   const char* id = initiatorId.c_str();
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::createInitiator", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::createInitiator(HuaweiInitiator_t&, const string&, const string&, const bool&, bool&, std::string)")
+  return secondGeneration("ZrManageHuawei::createInitiator",
+                          "CXoError ZrManageHuawei::createInitiator(HuaweiInitiator_t&, const string&, const string&, "
+                          "const bool&, bool&, std::string)")
       .guard("createInitiator")
       .required({&initiatorId})
-      .sends(request, {HUAWEI_REQ_POST, kind.resource, HuaweiOpType::CREATE_INITIATOR}, SecondGenerationTexts::change(""))
+      .sends(request, {HUAWEI_REQ_POST, kind.resource, HuaweiOpType::CREATE_INITIATOR},
+             SecondGenerationTexts::change(""))
       // An existing initiator is an error and a flag at once: the caller decides what to do with it.
-      .reacting(CodeReactions{
-          on(HuaweiArrayCode::INITIATOR_ALREADY_EXISTS).setting(alreadyExists)
-              .line(3, YbString::Format("The iSCSI initiator with ID [%s] already exists", id))
-              .fails(YbString::Format("The initiator with ID[%s] already exists", id)),
-          on(HuaweiArrayCode::HOST_DOES_NOT_EXIST).fails(YbString::Format(
-              "[ERROR] The given host with ID [%s] does not exist. Specify an existing host and add the initiator to the host", hostId.c_str())),
-          otherwise().failsInArrayWords("[ERROR] ")}
-          .everyRefusalTold(3, YbString::Format("[ERROR] Failed to create initiator with ID [%s] Host ID [%s]", id, orEmptyWord(hostId))))
-      .run([&] {
+      .reacting(
+          CodeReactions{on(HuaweiArrayCode::INITIATOR_ALREADY_EXISTS)
+                            .setting(alreadyExists)
+                            .line(3, YbString::Format("The iSCSI initiator with ID [%s] already exists", id))
+                            .fails(YbString::Format("The initiator with ID[%s] already exists", id)),
+                        on(HuaweiArrayCode::HOST_DOES_NOT_EXIST)
+                            .fails(YbString::Format("[ERROR] The given host with ID [%s] does not exist. Specify an "
+                                                    "existing host and add the initiator to the host",
+                                                    hostId.c_str())),
+                        otherwise().failsInArrayWords("[ERROR] ")}
+              .everyRefusalTold(3, YbString::Format("[ERROR] Failed to create initiator with ID [%s] Host ID [%s]", id,
+                                                    orEmptyWord(hostId))))
+      .run([&](SecondGenerationCall& call) {
         request.getInitiatorInfo(initiatorInfo);
-        log.line(0, "Successfully created the [%s] initiator with ID [%s] Host ID [%s]", kind.text, id, orEmptyWord(hostId));
+        call.line(0, "Successfully created the [%s] initiator with ID [%s] Host ID [%s]", kind.text, id,
+                  orEmptyWord(hostId));
       });
 }
 
@@ -172,36 +195,49 @@ CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorI
   wanted.vstoreId = vstoreId;
   HuaweiJSONUpdateInitiator request(m_jobId, wanted);
   const char* ids[] = {initiatorId.c_str(), hostId.c_str()};
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::updateInitiatorWithHostID", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::updateInitiatorWithHostID(const string&, const string&, const bool&, std::string)")
+  return secondGeneration("ZrManageHuawei::updateInitiatorWithHostID",
+                          "CXoError ZrManageHuawei::updateInitiatorWithHostID(const string&, const string&, const "
+                          "bool&, std::string)")
       .guard("updateInitiatorWithHostID")
       .required({&initiatorId, &hostId})
       // The vStore goes in the body only.
-      .sends(request, {HUAWEI_REQ_PUT, ResourcePath(InitiatorKind(isISCSI).resource).segment(initiatorId, "initiatorId"), HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID},
+      .sends(request,
+             {HUAWEI_REQ_PUT, ResourcePath(InitiatorKind(isISCSI).resource).segment(initiatorId, "initiatorId"),
+              HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID},
              SecondGenerationTexts::change(""))
       .reacting({otherwise()
-                     .line(3, YbString::Format("[ERROR] Failed to associate initiator ID [%s] to Host ID [%s]", ids[0], ids[1]))
-                     .fails(YbString::Format("[ERROR] Failed to associate initiator ID[%s]  with Host ID[%s]", ids[0], ids[1]))})
-      .run([&] { log.line(0, "Successfully associated the initiator with ID [%s] to the Host ID [%s]", ids[0], ids[1]); });
+                     .line(3, YbString::Format("[ERROR] Failed to associate initiator ID [%s] to Host ID [%s]", ids[0],
+                                               ids[1]))
+                     .fails(YbString::Format("[ERROR] Failed to associate initiator ID[%s]  with Host ID[%s]", ids[0],
+                                             ids[1]))})
+      .run([&](SecondGenerationCall& call) {
+        call.line(0, "Successfully associated the initiator with ID [%s] to the Host ID [%s]", ids[0], ids[1]);
+      });
 }
 
 CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName, std::string& hostGroupId,
                                                 std::string vstoreId) {
   HuaweiJSONGetHostGroupInfo request(m_jobId);
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getHostGroupIDFromName", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::getHostGroupIDFromName(const string&, std::string&, std::string)")
+  return secondGeneration("ZrManageHuawei::getHostGroupIDFromName",
+                          "CXoError ZrManageHuawei::getHostGroupIDFromName(const string&, std::string&, std::string)")
       .guard("getHostGroupIDFromName", GuardStyle::Bare)
       // The empty name speaks of a host.
       .required(hostGroupName, "The entered host name is empty")
-      .sends(request, {HUAWEI_REQ_GET, byName("hostgroup", hostGroupName, vstoreId), HuaweiOpType::GET_HOST_GROUP_ID_FROM_NAME},
-             SecondGenerationTexts::lookup(YbString::Format("[ERROR] Unable to find the information for the hostgroup with name [%s]", hostGroupName.c_str())))
-      .run([&](const SecondGenerationCall& call) {
+      .sends(request,
+             {HUAWEI_REQ_GET, byName("hostgroup", hostGroupName, vstoreId), HuaweiOpType::GET_HOST_GROUP_ID_FROM_NAME},
+             SecondGenerationTexts::lookup(YbString::Format(
+                 "[ERROR] Unable to find the information for the hostgroup with name [%s]", hostGroupName.c_str())))
+      .run([&](SecondGenerationCall& call) {
         std::vector<_HuaweiHostGroupInfo> groups;
         request.getHostGroupInfo(groups);
         const _HuaweiHostGroupInfo* group = exactRecord(groups, &_HuaweiHostGroupInfo::name, hostGroupName);
-        if (group == nullptr) return call.error("[ERROR] Unable to get the information for the host group with Name[%s].", hostGroupName.c_str());
+        if (group == nullptr) {
+          return call.error("[ERROR] Unable to get the information for the host group with Name[%s].",
+                            hostGroupName.c_str());
+        }
         hostGroupId = group->id;
-        log.line(0, "Successfully got the information for host group: ID [%s] NAME [%s]", group->id.c_str(), group->name.c_str());
+        call.line(0, "Successfully got the information for host group: ID [%s] NAME [%s]", group->id.c_str(),
+                  group->name.c_str());
         return CXoError::Success();
       });
 }
@@ -215,20 +251,24 @@ CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, st
   // A group of that name is taken as the one asked for; the caller's vstoreName stays as it was.
   AdoptionByName<_HuaweiHostGroupInfo> adoption(*this, &ZrManageHuawei::getHostGroupIDFromName, hostGroupInfo,
                                                 renamedAs(hostGroupInfo, wanted), Rendering::AsFormat);
-  const std::string failure = YbString::Format("[ERROR] Unable to create hostgroup with name [%s]", hostGroupName.c_str());
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::createHostGroup", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, std::string)")
+  const std::string failure =
+      YbString::Format("[ERROR] Unable to create hostgroup with name [%s]", hostGroupName.c_str());
+  return secondGeneration(
+             "ZrManageHuawei::createHostGroup",
+             "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, std::string)")
       .guard("createHostGroup")
       .required(hostGroupName, "[ERROR] The hostgroup name is empty")
-      .sends(request, {HUAWEI_REQ_POST, "hostgroup", HuaweiOpType::CREATE_HOST_GROUP}, SecondGenerationTexts::change(""))
+      .sends(request, {HUAWEI_REQ_POST, "hostgroup", HuaweiOpType::CREATE_HOST_GROUP},
+             SecondGenerationTexts::change(""))
       .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
                      .line(3, YbString::Format("The hostgroup with Name [%s] already exists", hostGroupName.c_str()))
                      .adopts(),
                  otherwise().line(3, failure).fails(failure)})
       .adopting(adoption)
-      .run([&] {
+      .run([&](SecondGenerationCall& call) {
         request.getHostGroupInfo(hostGroupInfo);
-        log.line(0, "Successfully created the hostgroup with Name [%s] ID [%s]", hostGroupInfo.name.c_str(), hostGroupInfo.id.c_str());
+        call.line(0, "Successfully created the hostgroup with Name [%s] ID [%s]", hostGroupInfo.name.c_str(),
+                  hostGroupInfo.id.c_str());
       });
 }
 
@@ -237,50 +277,58 @@ CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std:
   HuaweiJSONAssociateHostWithHostGroup request(m_jobId, hostId, hostGroupId,
                                                HuaweiApiValue::OBJECT_TYPE_HOST.getValue(), vstoreId);
   const char* ids[] = {hostId.c_str(), hostGroupId.c_str()};
-  const std::string failure = YbString::Format("[ERROR] Failed to associate Host [%s] with Host Group [%s]", ids[0], ids[1]);
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::addHostToHostGroup", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::addHostToHostGroup(const string&, const string&, std::string)")
+  const std::string failure =
+      YbString::Format("[ERROR] Failed to associate Host [%s] with Host Group [%s]", ids[0], ids[1]);
+  return secondGeneration("ZrManageHuawei::addHostToHostGroup",
+                          "CXoError ZrManageHuawei::addHostToHostGroup(const string&, const string&, std::string)")
       .guard("addHostToHostGroup")
       .required({&hostGroupId, &hostId})
-      .sends(request, {HUAWEI_REQ_POST, "hostgroup/associate", HuaweiOpType::HOST_GROUP_MEMBERSHIP}, SecondGenerationTexts::change(""))
-      .reacting({on(HuaweiArrayCode::HOST_ALREADY_IN_GROUP)
-                     .line(0, YbString::Format("The host [%s] is already associated to the host group [%s]", ids[0], ids[1]))
-                     .done(),
-                 otherwise().line(3, failure).fails(failure)})
-      .run([&] { log.line(0, "Successfully associated the Host [%s] with Host Group [%s]", ids[0], ids[1]); });
+      .sends(request, {HUAWEI_REQ_POST, "hostgroup/associate", HuaweiOpType::HOST_GROUP_MEMBERSHIP},
+             SecondGenerationTexts::change(""))
+      .reacting(
+          {on(HuaweiArrayCode::HOST_ALREADY_IN_GROUP)
+               .line(0, YbString::Format("The host [%s] is already associated to the host group [%s]", ids[0], ids[1]))
+               .done(),
+           otherwise().line(3, failure).fails(failure)})
+      .run([&](SecondGenerationCall& call) {
+        call.line(0, "Successfully associated the Host [%s] with Host Group [%s]", ids[0], ids[1]);
+      });
 }
 
 CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGroupId,
                                                       std::vector<_HuaweiLUNHostInfo>& hosts, std::string vstoreId) {
   HuaweiJSONGetHostAssociatedWithHostGroup request(m_jobId);
   const char* id = hostGroupId.c_str();
-  const std::string failure = YbString::Format("[ERROR] Failed to get the hosts associated with the Host Group [%s]", id);
+  const std::string failure =
+      YbString::Format("[ERROR] Failed to get the hosts associated with the Host Group [%s]", id);
   const ResourcePath resource = ResourcePath("host/associate")
                                     .add("ASSOCIATEOBJID", hostGroupId)
                                     .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP.getValue())
                                     .vstore(vstoreId);
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getHostAssociatedToHostGroup", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::getHostAssociatedToHostGroup(const string&, std::vector<_HuaweiLUNHostInfo>&, std::string)")
+  return secondGeneration("ZrManageHuawei::getHostAssociatedToHostGroup",
+                          "CXoError ZrManageHuawei::getHostAssociatedToHostGroup(const string&, "
+                          "std::vector<_HuaweiLUNHostInfo>&, std::string)")
       .guard("getHostAssociatedToHostGroup")
       .required({&hostGroupId})
-      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::HOST_GROUP_MEMBERSHIP}, SecondGenerationTexts::change(failure))
+      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::HOST_GROUP_MEMBERSHIP},
+             SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
-      .run([&] {
+      .run([&](SecondGenerationCall& call) {
         request.getHostInfo(hosts);
         if (hosts.empty()) {
-          log.line(0, "No hosts has been associated with the Host Group [%s] yet", id);
+          call.line(0, "No hosts has been associated with the Host Group [%s] yet", id);
         } else {
-          log.line(0, "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]", id,
-                   static_cast<unsigned long long>(hosts.size()));
+          call.line(0, "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]", id,
+                    static_cast<unsigned long long>(hosts.size()));
         }
       });
 }
 
 CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGroupId, std::string const& hostId,
                                                      std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::isHostAssociatedToHostGroup", m_jobId);
   SecondGenerationCall call = secondGeneration(
-      log, "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, const string&, std::string)");
+      "ZrManageHuawei::isHostAssociatedToHostGroup",
+      "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, const string&, std::string)");
   if (CXoError failed = call.required({&hostGroupId, &hostId}).checked(); failed.IsError()) return failed;
   std::vector<_HuaweiLUNHostInfo> hosts;
   // An empty group fails with the text of the inner success, which is empty.
@@ -290,6 +338,6 @@ CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGrou
     return call.error("[ERROR] Unable to find the host [%s] associated with the host group [%s].", hostId.c_str(),
                       hostGroupId.c_str());
   }
-  log.line(0, "The host [%s] is associated to the hostgroup [%s]", hostId.c_str(), hostGroupId.c_str());
+  call.line(0, "The host [%s] is associated to the hostgroup [%s]", hostId.c_str(), hostGroupId.c_str());
   return CXoError::Success();
 }

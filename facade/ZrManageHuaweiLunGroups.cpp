@@ -2,6 +2,7 @@
 #include "AdoptionByName.h"
 #include "ExactRecord.h"
 #include "HuaweiApiValues.h"
+#include "HuaweiArrayCodes.h"
 #include "HuaweiJSONDeleteRequest.h"
 #include "HuaweiJSONLunGroupRequests.h"
 #include "HuaweiOpTypes.h"
@@ -9,7 +10,6 @@
 #include "OperationLog.h"
 #include "ResourcePath.h"
 #include "SecondGenerationCall.h"
-#include "HuaweiArrayCodes.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
 
@@ -17,21 +17,27 @@ CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, 
                                                std::string vstoreId) {
   HuaweiJSONGetLunGroupInfo request(m_jobId);
   const char* name = lunGroupName.c_str();
-  OperationLog log = OperationLog::facade(m_debug, "getLUNGroupIDFromName", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
+  return secondGeneration("getLUNGroupIDFromName",
+                          "CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
       .guard("getLUNGroupIDFromName", GuardStyle::Bare)
       // The wording is shared with the host lookup.
       .required(lunGroupName, "The entered host name is empty")
-      .sends(request, {HUAWEI_REQ_GET, ResourcePath("lungroup").add("filter", "NAME:" + lunGroupName).vstore(vstoreId), HuaweiOpType::GET_LUN_GROUP_ID_FROM_NAME},
-             SecondGenerationTexts(YbString::Format("[ERROR] Unable to find the information for the lungroup with name [%s]", name))
+      .sends(request,
+             {HUAWEI_REQ_GET, ResourcePath("lungroup").add("filter", "NAME:" + lunGroupName).vstore(vstoreId),
+              HuaweiOpType::GET_LUN_GROUP_ID_FROM_NAME},
+             SecondGenerationTexts(
+                 YbString::Format("[ERROR] Unable to find the information for the lungroup with name [%s]", name))
                  .emptyResponseSays("[ERROR] Empty response is returned from the array"))
-      .run([&](const SecondGenerationCall& call) {
+      .run([&](SecondGenerationCall& call) {
         std::vector<_HuaweiLunGroupInfo> groups;
         request.getLunGroupInfo(groups);
         const _HuaweiLunGroupInfo* group = exactRecord(groups, &_HuaweiLunGroupInfo::name, lunGroupName);
-        if (group == nullptr) return call.error("[ERROR] Unable to get the information for the lun group with Name[%s].", name);
+        if (group == nullptr) {
+          return call.error("[ERROR] Unable to get the information for the lun group with Name[%s].", name);
+        }
         lunGroupId = group->id;
-        log.line(0, "Successfully got the information for lun group: ID [%s] NAME [%s]", group->id.c_str(), group->name.c_str());
+        call.line(0, "Successfully got the information for lun group: ID [%s] NAME [%s]", group->id.c_str(),
+                  group->name.c_str());
         return CXoError::Success();
       });
 }
@@ -46,21 +52,25 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
   // An adopted group keeps the application type and vStore name the caller's record held.
   AdoptionByName<_HuaweiLunGroupInfo> adoption(*this, &ZrManageHuawei::getLUNGroupIDFromName, lunGroup,
                                                renamedAs(lunGroup, wanted), Rendering::AsWritten);
-  const std::string failure = YbString::Format("[ERROR] Unable to create lungroup with name [%s]", lunGroupName.c_str());
-  OperationLog log = OperationLog::facade(m_debug, "createLUNGroup", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
+  const std::string failure =
+      YbString::Format("[ERROR] Unable to create lungroup with name [%s]", lunGroupName.c_str());
+  return secondGeneration(
+             "createLUNGroup",
+             "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
       .guard("createLUNGroup")
       // The wording is shared with the host groups.
       .required(lunGroupName, "[ERROR] The hostgroup name is empty")
-      .sends(request, {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP}, SecondGenerationTexts::change(failure))
+      .sends(request, {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP},
+             SecondGenerationTexts::change(failure))
       .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
                      .line(3, YbString::Format("The lun group with Name [%s] already exists", lunGroupName.c_str()))
                      .adopts(),
                  otherwise().line(3, failure)})
       .adopting(adoption)
-      .run([&] {
+      .run([&](SecondGenerationCall& call) {
         request.getLunGroupInfo(lunGroup);
-        log.line(0, "Successfully created the lungroup with Name [%s] ID [%s]", lunGroup.name.c_str(), lunGroup.id.c_str());
+        call.line(0, "Successfully created the lungroup with Name [%s] ID [%s]", lunGroup.name.c_str(),
+                  lunGroup.id.c_str());
       });
 }
 
@@ -69,19 +79,24 @@ CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId,
   HuaweiJSONAssociateLunWithLunGroup request(m_jobId, lunId, lunGroupId,
                                              HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue(), vstoreId);
   const char* ids[] = {lunId.c_str(), lunGroupId.c_str()};
-  const std::string failure = YbString::Format("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]", ids[0], ids[1]);
-  OperationLog log = OperationLog::facade(m_debug, "addSnapshotLuntoLunGroup", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
+  const std::string failure =
+      YbString::Format("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]", ids[0], ids[1]);
+  return secondGeneration(
+             "addSnapshotLuntoLunGroup",
+             "CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
       // The guard names the LUN operation; callers know it by that text.
       .guard("addLuntoLunGroup")
       .required({&lunGroupId, &lunId})
       .sends(request, {HUAWEI_REQ_POST, "lungroup/associate", HuaweiOpType::ADD_SNAPSHOT_LUN_TO_LUN_GROUP},
              SecondGenerationTexts::change(failure))
-      .reacting({on(HuaweiArrayCode::ALREADY_IN_LUN_GROUP)
-                     .line(0, YbString::Format("The LUN [%s] is already associated to the LUN group [%s]", ids[0], ids[1]))
-                     .done(),
-                 otherwise().line(3, failure)})
-      .run([&] { log.line(0, "Successfully associated the Snapshot LUN [%s] with LUN Group [%s]", ids[0], ids[1]); });
+      .reacting(
+          {on(HuaweiArrayCode::ALREADY_IN_LUN_GROUP)
+               .line(0, YbString::Format("The LUN [%s] is already associated to the LUN group [%s]", ids[0], ids[1]))
+               .done(),
+           otherwise().line(3, failure)})
+      .run([&](SecondGenerationCall& call) {
+        call.line(0, "Successfully associated the Snapshot LUN [%s] with LUN Group [%s]", ids[0], ids[1]);
+      });
 }
 
 CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId,
@@ -89,34 +104,36 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
                                                             std::string vstoreId) {
   HuaweiJSONGetSnapLunAssociatedWithLunGroup request(m_jobId);
   const char* id = lunGroupId.c_str();
-  const std::string failure = YbString::Format("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]", id);
+  const std::string failure =
+      YbString::Format("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]", id);
   const ResourcePath resource = ResourcePath("snapshot/associate")
                                     .add("ASSOCIATEOBJID", lunGroupId)
                                     .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP.getValue())
                                     .vstore(vstoreId);
-  OperationLog log = OperationLog::facade(m_debug, "getSnapshotLunAssociatedToLunGroup", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
+  return secondGeneration("getSnapshotLunAssociatedToLunGroup",
+                          "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
+                          "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
       .guard("getSnapshotLunAssociatedToLunGroup")
       .required({&lunGroupId})
       .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
              SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
-      .run([&] {
+      .run([&](SecondGenerationCall& call) {
         request.getSnapLunInfo(snapshotLuns);
         if (snapshotLuns.empty()) {
-          log.line(0, "No snapshot luns are associated with the lun Group [%s].", id);
+          call.line(0, "No snapshot luns are associated with the lun Group [%s].", id);
         } else {
-          log.line(0, "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]", id,
-                   static_cast<unsigned long long>(snapshotLuns.size()));
+          call.line(0, "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]", id,
+                    static_cast<unsigned long long>(snapshotLuns.size()));
         }
       });
 }
 
 CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                            std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "isSnapshotLunAssociatedToLunGroup", m_jobId);
   SecondGenerationCall call = secondGeneration(
-      log, "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)");
+      "isSnapshotLunAssociatedToLunGroup",
+      "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)");
   if (CXoError failed = call.required({&lunGroupId, &lunId}).checked(); failed.IsError()) return failed;
   std::vector<_HuaweiLUNSnapshotInfo> members;
   const CXoError listed = getSnapshotLunAssociatedToLunGroup(lunGroupId, members, vstoreId);
@@ -126,7 +143,7 @@ CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lu
     return call.error("[ERROR] Unable to find the snapshot lun [%s] associated with the lun group [%s].", lunId.c_str(),
                       lunId.c_str());
   }
-  log.line(0, "The snapshot lun [%s] is associated to the lungroup [%s]", lunId.c_str(), lunId.c_str());
+  call.line(0, "The snapshot lun [%s] is associated to the lungroup [%s]", lunId.c_str(), lunId.c_str());
   return CXoError::Success();
 }
 
@@ -135,30 +152,38 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
   // Only the answer is read: the URL carries everything.
   HuaweiJSONRemoveAssociation request(m_jobId);
   const char* ids[] = {lunId.c_str(), lunGroupId.c_str()};
-  const std::string failure = YbString::Format("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", ids[0], ids[1]);
+  const std::string failure =
+      YbString::Format("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", ids[0], ids[1]);
   const ResourcePath resource = ResourcePath("lungroup/associate")
                                     .add("ID", lunGroupId)
                                     .add("ASSOCIATEOBJID", lunId)
                                     .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue())
                                     .vstore(vstoreId);
-  OperationLog log = OperationLog::facade(m_debug, "removeSnapshotLunFromLunGroup", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
+  return secondGeneration(
+             "removeSnapshotLunFromLunGroup",
+             "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
       .guard("removeSnapshotLunFromLunGroup")
       .required({&lunGroupId, &lunId})
       .sends(request, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
              SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
-      .run([&] { log.line(3, "Successfully removed the lun [%s] from lungroup [%s]", ids[0], ids[1]); });
+      .run([&](SecondGenerationCall& call) {
+        call.line(3, "Successfully removed the lun [%s] from lungroup [%s]", ids[0], ids[1]);
+      });
 }
 
 CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::string vstoreId) {
   HuaweiJSONDeleteRequest request(m_jobId);
-  OperationLog log = OperationLog::facade(m_debug, "deleteLunGroup", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
+  return secondGeneration("deleteLunGroup", "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
       .guard("deleteLunGroup")
       .required({&lunGroupId})
-      .sends(request, {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId), HuaweiOpType::DELETE_LUN_GROUP},
-             SecondGenerationTexts(YbString::Format("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId.c_str()))
+      .sends(request,
+             {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),
+              HuaweiOpType::DELETE_LUN_GROUP},
+             SecondGenerationTexts(
+                 YbString::Format("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId.c_str()))
                  .emptyResponseSays("[ERROR] Empty response returned from the array"))
-      .run([&] { log.line(0, "Successfully deleted the lungroup with ID [%s]", lunGroupId.c_str()); });
+      .run([&](SecondGenerationCall& call) {
+        call.line(0, "Successfully deleted the lungroup with ID [%s]", lunGroupId.c_str());
+      });
 }

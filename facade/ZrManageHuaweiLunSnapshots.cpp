@@ -34,23 +34,25 @@ std::string joinedIds(const std::vector<std::string>& ids) {
 CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& lunId, std::string vstoreId) {
   HuaweiJSONGetLUNInfo request(m_jobId);
   const char* id = lunId.c_str();
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getLUNInfo", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
+  return secondGeneration("ZrManageHuawei::getLUNInfo",
+                          "CXoError ZrManageHuawei::getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
       .guard("getLUNINfo", GuardStyle::Bare)
       .required(lunId, "The entered LUN ID is empty")
-      .sends(request, {HUAWEI_REQ_GET, ResourcePath("lun").segment(lunId, "lunId").vstore(vstoreId), HuaweiOpType::GET_LUN_INFO},
+      .sends(request,
+             {HUAWEI_REQ_GET, ResourcePath("lun").segment(lunId, "lunId").vstore(vstoreId), HuaweiOpType::GET_LUN_INFO},
              SecondGenerationTexts::lookup(""))
-      .reacting(absentOrDetailed(on(HuaweiArrayCode::LUN_DOES_NOT_EXIST).fails(YbString::Format("[ERROR] LUN with ID [%s] does not exist", id)),
+      .reacting(absentOrDetailed(on(HuaweiArrayCode::LUN_DOES_NOT_EXIST)
+                                     .fails(YbString::Format("[ERROR] LUN with ID [%s] does not exist", id)),
                                  YbString::Format("[ERROR] Unable to find the LUN with ID [%s]", id)))
-      .run([&] {
+      .run([&](SecondGenerationCall& call) {
         request.getLUNInfo(lunInfo);
-        log.line(0, "Successfully got the LUN information with ID [%s]", id);
-        log.line(3, "LUN ID [%s]", lunInfo.id.c_str());
-        log.line(3, "LUN Name [%s]", lunInfo.name.c_str());
-        log.line(3, "Parent ID [%s]", lunInfo.parentId.c_str());
-        log.line(3, "Running Status [%s]", lunInfo.runningStatus.getValue().c_str());
-        log.line(3, "VStore ID [%s]", orEmpty(lunInfo.vstoreId));
-        log.line(3, "VStore Name [%s]", orEmpty(lunInfo.vstoreName));
+        call.line(0, "Successfully got the LUN information with ID [%s]", id);
+        call.line(3, "LUN ID [%s]", lunInfo.id.c_str());
+        call.line(3, "LUN Name [%s]", lunInfo.name.c_str());
+        call.line(3, "Parent ID [%s]", lunInfo.parentId.c_str());
+        call.line(3, "Running Status [%s]", lunInfo.runningStatus.getValue().c_str());
+        call.line(3, "VStore ID [%s]", orEmpty(lunInfo.vstoreId));
+        call.line(3, "VStore Name [%s]", orEmpty(lunInfo.vstoreName));
       });
 }
 
@@ -58,41 +60,48 @@ CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo
                                             bool& notExist, std::string vstoreId) {
   HuaweiJSONGetLUNSnapshotInfo request(m_jobId);
   const char* id = snapshotId.c_str();
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getLUNSnapshotInfo", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
+  return secondGeneration(
+             "ZrManageHuawei::getLUNSnapshotInfo",
+             "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
       .guard("getLUNSnapshotInfo", GuardStyle::Bare)
       .required(snapshotId, "The entered snapshot ID is empty")
-      .sends(request, {HUAWEI_REQ_GET, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId), HuaweiOpType::GET_LUN_SNAPSHOT_INFO},
+      .sends(request,
+             {HUAWEI_REQ_GET, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
+              HuaweiOpType::GET_LUN_SNAPSHOT_INFO},
              SecondGenerationTexts::lookup(""))
       // The absent snapshot is an error and a flag at once.
-      .reacting(absentOrDetailed(on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST).setting(notExist)
+      .reacting(absentOrDetailed(on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
+                                     .setting(notExist)
                                      .fails(YbString::Format("[ERROR] Snapshot LUN with ID [%s] does not exist", id)),
                                  YbString::Format("[ERROR] Unable to find the snapshot LUN with ID [%s]", id)))
-      .run([&] {
+      .run([&](SecondGenerationCall& call) {
         request.getLUNSnapshotInfo(snapshotInfo);
-        log.line(0, "Successfully got the snapshot LUN information with ID [%s]", id);
+        call.line(0, "Successfully got the snapshot LUN information with ID [%s]", id);
       });
 }
 
-CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapshotInfo,
-                                                  std::string const& snapshotName, bool& /*notExist*/,
-                                                  std::string vstoreId) {
+CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotName,
+                                                  bool& /*notExist*/, std::string vstoreId) {
   HuaweiJSONGetLUNSnapshotInfoByName request(m_jobId);
-  const std::string notFound = YbString::Format("[ERROR] Unable to find the snapshot LUN with name [%s]", snapshotName.c_str());
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::getLUNSnapshotInfoByName", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
+  const std::string notFound =
+      YbString::Format("[ERROR] Unable to find the snapshot LUN with name [%s]", snapshotName.c_str());
+  return secondGeneration("ZrManageHuawei::getLUNSnapshotInfoByName",
+                          "CXoError ZrManageHuawei::getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, "
+                          "bool&, std::string)")
       .guard("getLUNSnapshotInfoByName", GuardStyle::Bare)
       // The empty name speaks of an ID.
       .required(snapshotName, "The entered snapshot ID is empty")
-      .sends(request, {HUAWEI_REQ_GET, ResourcePath("snapshot").add("filter", "NAME:" + snapshotName).vstore(vstoreId), HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME},
+      .sends(request,
+             {HUAWEI_REQ_GET, ResourcePath("snapshot").add("filter", "NAME:" + snapshotName).vstore(vstoreId),
+              HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME},
              SecondGenerationTexts::lookup(notFound))
-      .run([&](const SecondGenerationCall& call) {
+      .run([&](SecondGenerationCall& call) {
         std::vector<_HuaweiLUNSnapshotInfo> snapshots;
         request.getLUNSnapshotInfoByName(snapshots);
         const _HuaweiLUNSnapshotInfo* found = exactRecord(snapshots, &_HuaweiLUNSnapshotInfo::name, snapshotName);
         if (found == nullptr) return call.error(notFound);
         snapshotInfo = *found;
-        log.line(0, "Found the snapshot LUN with name [%s]", snapshotName.c_str());
+        call.line(0, "Found the snapshot LUN with name [%s]", snapshotName.c_str());
         return CXoError::Success();
       });
 }
@@ -105,18 +114,22 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
   wanted.vstoreId = vstoreId;
   HuaweiJSONCreateLUNSnapshot request(m_jobId, wanted);
   const char* names[] = {lunId.c_str(), snapshotName.c_str()};
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::createLUNSnapshot", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)")
+  return secondGeneration("ZrManageHuawei::createLUNSnapshot",
+                          "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const "
+                          "string&, std::string)")
       .guard("createLUNSnapshot")
       .required({&lunId, &snapshotName})
-      .sends(request, {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT}, SecondGenerationTexts::change(""))
-      .reacting(absentOrDetailed(on(HuaweiArrayCode::LUN_DOES_NOT_EXIST).fails(YbString::Format("[ERROR] LUN with ID [%s] does not exist", names[0])),
-                                 YbString::Format("[ERROR] Unable to create snapshot [%s] for LUN with ID [%s]", names[1], names[0])))
-      .run([&] {
+      .sends(request, {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT},
+             SecondGenerationTexts::change(""))
+      .reacting(absentOrDetailed(
+          on(HuaweiArrayCode::LUN_DOES_NOT_EXIST)
+              .fails(YbString::Format("[ERROR] LUN with ID [%s] does not exist", names[0])),
+          YbString::Format("[ERROR] Unable to create snapshot [%s] for LUN with ID [%s]", names[1], names[0])))
+      .run([&](SecondGenerationCall& call) {
         request.getLUNSnapshotInfo(snapshotInfo);
-        log.line(0, "Successfully created snapshot for LUN with ParentID [%s] Name [%s]", names[0], names[1]);
-        log.line(3, "LUN ID [%s]", snapshotInfo.id.c_str());
-        log.line(3, "LUN Name [%s]", snapshotInfo.name.c_str());
+        call.line(0, "Successfully created snapshot for LUN with ParentID [%s] Name [%s]", names[0], names[1]);
+        call.line(3, "LUN ID [%s]", snapshotInfo.id.c_str());
+        call.line(3, "LUN Name [%s]", snapshotInfo.name.c_str());
       });
 }
 
@@ -128,85 +141,107 @@ CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotI
   wanted.vstoreId = vstoreId;
   wanted.isCopy = true;
   HuaweiJSONCreateLUNSnapshot request(m_jobId, wanted);
-  const std::string failure = YbString::Format("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId.c_str());
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::createLUNSnapshotCopy", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)")
+  const std::string failure =
+      YbString::Format("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId.c_str());
+  return secondGeneration("ZrManageHuawei::createLUNSnapshotCopy",
+                          "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, "
+                          "const string&, std::string)")
       .guard("createLUNSnapshotCopy")
       .required({&snapshotId, &copyName})
-      .sends(request, {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY}, SecondGenerationTexts::change(failure))
+      .sends(request, {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
+             SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
-      .run([&] {
+      .run([&](SecondGenerationCall& call) {
         request.getLUNSnapshotInfo(snapshotInfo);
-        log.line(0, "Successfully created snapshot copy for snapshot with ID [%s]", snapshotId.c_str());
-        log.line(3, "Snapshot ID [%s]", snapshotInfo.id.c_str());
-        log.line(3, "LUN Name [%s]", snapshotInfo.name.c_str());
-        log.line(3, "ParentID [%s]", snapshotInfo.parentId.c_str());
-        log.line(3, "Parent Name [%s]", snapshotInfo.parentName.c_str());
+        call.line(0, "Successfully created snapshot copy for snapshot with ID [%s]", snapshotId.c_str());
+        call.line(3, "Snapshot ID [%s]", snapshotInfo.id.c_str());
+        call.line(3, "LUN Name [%s]", snapshotInfo.name.c_str());
+        call.line(3, "ParentID [%s]", snapshotInfo.parentId.c_str());
+        call.line(3, "Parent Name [%s]", snapshotInfo.parentName.c_str());
       });
 }
 
 CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& snapshotIds, std::string vstoreId) {
   const std::string list = joinedIds(snapshotIds);
   HuaweiJSONActivateLUNSnapshot request(m_jobId, list, vstoreId);
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::activateLUNSnapshot", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::activateLUNSnapshot(const std::vector<std::__cxx11::basic_string<char> >&, std::string)")
+  return secondGeneration("ZrManageHuawei::activateLUNSnapshot",
+                          "CXoError ZrManageHuawei::activateLUNSnapshot(const "
+                          "std::vector<std::__cxx11::basic_string<char> >&, std::string)")
       .guard("activateLUNSnapshot")
       .required(snapshotIds, "[ERROR] Invalid input parameters")
-      .sends(request, {HUAWEI_REQ_POST, "snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT}, SecondGenerationTexts::change(""))
-      .reacting(CodeReactions{
-          on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST).fails("[ERROR] The snapshot LUN does not exist.Enter a valid snapshot ID."),
-          on(HuaweiArrayCode::SNAPSHOT_NOT_INACTIVE)
-              .fails("[ERROR] The snapshot is not in the inactive state. Confirm the snapshot is in the inactive state and retry."),
-          otherwise().failsInArrayWords("[ERROR] ")}
-          .everyRefusalTold(3, YbString::Format("[ERROR] Unable to activate the LUN snapshot(s) with ID(s) [%s]", list.c_str())))
-      .run([&] { log.line(0, "Successfully activated the LUN snapshot(s) with ID(s) [%s]", list.c_str()); });
+      .sends(request, {HUAWEI_REQ_POST, "snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT},
+             SecondGenerationTexts::change(""))
+      .reacting(
+          CodeReactions{on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
+                            .fails("[ERROR] The snapshot LUN does not exist.Enter a valid snapshot ID."),
+                        on(HuaweiArrayCode::SNAPSHOT_NOT_INACTIVE)
+                            .fails("[ERROR] The snapshot is not in the inactive state. Confirm the snapshot is in the "
+                                   "inactive state and retry."),
+                        otherwise().failsInArrayWords("[ERROR] ")}
+              .everyRefusalTold(
+                  3, YbString::Format("[ERROR] Unable to activate the LUN snapshot(s) with ID(s) [%s]", list.c_str())))
+      .run([&](SecondGenerationCall& call) {
+        call.line(0, "Successfully activated the LUN snapshot(s) with ID(s) [%s]", list.c_str());
+      });
 }
 
 CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bool& notExist, std::string vstoreId) {
   HuaweiJSONDeActivateLUNSnapshot request(m_jobId, snapshotId, vstoreId);
   const char* id = snapshotId.c_str();
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::deActivateLUNSnapshot", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::deActivateLUNSnapshot(const string&, bool&, std::string)")
+  return secondGeneration("ZrManageHuawei::deActivateLUNSnapshot",
+                          "CXoError ZrManageHuawei::deActivateLUNSnapshot(const string&, bool&, std::string)")
       .guard("deActivateLUNSnapshot")
       .required({&snapshotId})
-      .sends(request, {HUAWEI_REQ_PUT, "snapshot/stop", HuaweiOpType::DEACTIVATE_LUN_SNAPSHOT}, SecondGenerationTexts::change(""))
+      .sends(request, {HUAWEI_REQ_PUT, "snapshot/stop", HuaweiOpType::DEACTIVATE_LUN_SNAPSHOT},
+             SecondGenerationTexts::change(""))
       // Stopping a snapshot that is gone counts as done.
       .reacting({on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
                      .line(0, YbString::Format("The LUN snapshot with ID [%s] does not exist", id))
                      .setting(notExist)
                      .done(),
                  otherwise().failsInArrayWords("[ERROR] ")})
-      .run([&] { log.line(0, "Successfully de-activated the LUN snapshot with ID [%s]", id); });
+      .run([&](SecondGenerationCall& call) {
+        call.line(0, "Successfully de-activated the LUN snapshot with ID [%s]", id);
+      });
 }
 
 CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::string vstoreId) {
   HuaweiJSONDeleteLUNSnapshot request(m_jobId, snapshotId);
   const char* id = snapshotId.c_str();
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::deleteLUNSnapshot", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::deleteLUNSnapshot(const string&, std::string)")
+  return secondGeneration("ZrManageHuawei::deleteLUNSnapshot",
+                          "CXoError ZrManageHuawei::deleteLUNSnapshot(const string&, std::string)")
       .guard("deleteLUNSnapshot")
       .required(snapshotId, "[ERROR] The LUN snapshot ID is empty")
-      .sends(request, {HUAWEI_REQ_DELETE, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId), HuaweiOpType::DELETE_LUN_SNAPSHOT},
+      .sends(request,
+             {HUAWEI_REQ_DELETE, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
+              HuaweiOpType::DELETE_LUN_SNAPSHOT},
              SecondGenerationTexts::change(""))
       // A snapshot deleted from outside counts as deleted.
       .reacting(CodeReactions{
           on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
-              .line(0, YbString::Format("The snapshot LUN with ID [%s] does not exist. The snapshot may have been externally deleted.", id))
+              .line(0,
+                    YbString::Format(
+                        "The snapshot LUN with ID [%s] does not exist. The snapshot may have been externally deleted.",
+                        id))
               .done(),
           otherwise().failsInArrayWords("[ERROR] ")}
-          .everyRefusalTold(3, YbString::Format("[ERROR] Unable to delete the LUN snapshot with ID [%s]", id)))
-      .run([&] { log.line(0, "Successfully deleted the LUN snapshot with ID [%s]", id); });
+                    .everyRefusalTold(3,
+                                      YbString::Format("[ERROR] Unable to delete the LUN snapshot with ID [%s]", id)))
+      .run([&](SecondGenerationCall& call) { call.line(0, "Successfully deleted the LUN snapshot with ID [%s]", id); });
 }
 
 CXoError ZrManageHuawei::revertLUNSnapshot(std::string const& snapshotId, std::string const& rollbackSpeed,
                                            std::string vstoreId) {
   HuaweiJSONRevertLUNSnapshot request(m_jobId, snapshotId, rollbackSpeed, vstoreId);
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::revertLUNSnapshot", m_jobId);
-  return secondGeneration(log, "CXoError ZrManageHuawei::revertLUNSnapshot(const string&, const string&, std::string)")
+  return secondGeneration("ZrManageHuawei::revertLUNSnapshot",
+                          "CXoError ZrManageHuawei::revertLUNSnapshot(const string&, const string&, std::string)")
       .guard("revertLUNSnapshot")
       .required({&snapshotId})
       // The array's words are not read here: the refusal says "[ERROR] " and no more, and the detail
       // stands in the transport's log.
-      .sends(request, {HUAWEI_REQ_PUT, "snapshot/rollback", HuaweiOpType::REVERT_LUN_SNAPSHOT}, SecondGenerationTexts::change("[ERROR] "))
-      .run([&] { log.line(0, "Successfully reverted the LUN snapshot with ID [%s]", snapshotId.c_str()); });
+      .sends(request, {HUAWEI_REQ_PUT, "snapshot/rollback", HuaweiOpType::REVERT_LUN_SNAPSHOT},
+             SecondGenerationTexts::change("[ERROR] "))
+      .run([&](SecondGenerationCall& call) {
+        call.line(0, "Successfully reverted the LUN snapshot with ID [%s]", snapshotId.c_str());
+      });
 }

@@ -134,8 +134,8 @@ FirstGenerationCall ZrManageHuawei::firstGeneration(OperationLog& log) {
   return FirstGenerationCall(m_restApi, m_initialized, log);
 }
 
-SecondGenerationCall ZrManageHuawei::secondGeneration(OperationLog& log, const char* signature) {
-  return SecondGenerationCall(m_restApi, m_initialized, log, signature);
+SecondGenerationCall ZrManageHuawei::secondGeneration(const char* logName, const char* signature) {
+  return SecondGenerationCall(m_restApi, m_initialized, m_debug, logName, m_jobId, signature);
 }
 
 ThirdGenerationCall ZrManageHuawei::thirdGeneration(const char* logName, const char* operationName) {

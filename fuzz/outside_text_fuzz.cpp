@@ -93,8 +93,8 @@ void checkRenderer(const std::string& input) {
 
 void checkErrorFactory(const std::string& input) {
   static HuaweiRestAPI transport(1);
-  OperationLog log = OperationLog::event("fuzz", 1);
-  SecondGenerationCall call(transport, true, log, "CXoError fuzz()");
+  static TkDebug debug;
+  SecondGenerationCall call(transport, true, debug, "fuzz", 1, "CXoError fuzz()");
   const YbCodeLocation here(__FILE__, __func__, __LINE__);
   // An inner result's text, and the array's description that the transport rendered once.
   const CXoError inner = call.errorFormattedBy(CXoError(-1, input, here));
