@@ -120,8 +120,6 @@ class SecondGenerationCall : private OwnLog, public PlainFrameCall {
   // An error in words from outside, as written or rendered as a format; rendering gives "%" for
   // "%%", and any other directive stands as written (YbString::Format(std::string)).
   CXoError error(const std::string& words, Rendering rendering) const;
-  // An error whose format is another result's text.
-  CXoError errorFormattedBy(const CXoError& inner) const { return error(inner.AsString(), Rendering::AsFormat); }
 
  private:
   struct Requirement {

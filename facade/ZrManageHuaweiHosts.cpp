@@ -333,7 +333,7 @@ CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGrou
   std::vector<_HuaweiLUNHostInfo> hosts;
   // An empty group fails with the text of the inner success, which is empty.
   const CXoError listed = getHostAssociatedToHostGroup(hostGroupId, hosts, vstoreId);
-  if (listed.IsError() || hosts.empty()) return call.errorFormattedBy(listed);
+  if (listed.IsError() || hosts.empty()) return call.error(listed.AsString(), Rendering::AsFormat);
   if (exactRecord(hosts, &_HuaweiLUNHostInfo::id, hostId) == nullptr) {
     return call.error("[ERROR] Unable to find the host [%s] associated with the host group [%s].", hostId.c_str(),
                       hostGroupId.c_str());

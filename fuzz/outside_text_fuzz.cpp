@@ -97,9 +97,9 @@ void checkErrorFactory(const std::string& input) {
   SecondGenerationCall call(transport, true, debug, "fuzz", 1, "CXoError fuzz()");
   const YbCodeLocation here(__FILE__, __func__, __LINE__);
   // An inner result's text, and the array's description that the transport rendered once.
-  const CXoError inner = call.errorFormattedBy(CXoError(-1, input, here));
+  const CXoError inner = call.error(CXoError(-1, input, here).AsString(), Rendering::AsFormat);
   if (!inner.IsError() || inner.AsString() != YbString::Format(input)) fail("inner text", input, inner.AsString());
-  const CXoError twice = call.errorFormattedBy(CXoError(-1, YbString::Format(input), here));
+  const CXoError twice = call.error(CXoError(-1, YbString::Format(input), here).AsString(), Rendering::AsFormat);
   if (twice.AsString() != YbString::Format(YbString::Format(input))) fail("description", input, twice.AsString());
 }
 
