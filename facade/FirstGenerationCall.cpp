@@ -1,58 +1,100 @@
 #include "FirstGenerationCall.h"
 
 #include "OperationLog.h"
+#include "YbString.h"
 
-bool FirstGenerationCall::guard(const char* operationName, const char* prefix) {
-  if (m_sessionOpen) return true;
-  m_log.failure("%s%s", prefix, guardText(operationName).c_str());
-  return false;
+FirstGenerationCall& FirstGenerationCall::guard(const char* guardName, const char* prefix) {
+  m_guardName = guardName;
+  m_guardPrefix = prefix;
+  return *this;
 }
 
-bool FirstGenerationCall::argument(const std::string& value, const char* label) {
-  if (!value.empty()) return true;
-  m_log.failure("The input parameter [%s] is empty", label);
-  return false;
+FirstGenerationCall& FirstGenerationCall::required(const std::string& value, const char* label) {
+  return refusing(value.empty(), YbString::Format("The input parameter [%s] is empty", label));
 }
 
-bool FirstGenerationCall::exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts) {
-  m_leftToOperation = false;
-  FrameStep step = exchangeLogged(request, call);
-  if (step == FrameStep::Send) {
-    m_leftToOperation = texts.handles(m_frame.status(), m_frame.arrayCode());
-    if (m_leftToOperation) return false;
-    if (call.refusalIsAnswer) step = m_frame.readAnswer(request);
+FirstGenerationCall& FirstGenerationCall::refusing(bool refused, std::string text) {
+  m_checks.push_back({refused, std::move(text)});
+  return *this;
+}
+
+FirstGenerationCall& FirstGenerationCall::sends(HuaweiJSONBase& request, PlainCall call, FirstGenerationTexts texts) {
+  m_request = &request;
+  m_call = std::move(call);
+  m_texts = std::move(texts);
+  return *this;
+}
+
+bool FirstGenerationCall::checked() {
+  if (m_guardName != nullptr && !m_sessionOpen) {
+    m_log.failure("%s%s", m_guardPrefix, guardText(m_guardName).c_str());
+    return false;
   }
+  for (const Check& check : m_checks) {
+    if (!check.refused) continue;
+    m_log.failure("%s", check.text.c_str());
+    return false;
+  }
+  return true;
+}
+
+FirstGenerationCall::Outcome FirstGenerationCall::exchange() {
+  if (!checked()) return Outcome::Failed;
+  const FrameStep step = exchangeLogged(*m_request, m_call);
+  if (step == FrameStep::Completed) return Outcome::Answered;
+  return step == FrameStep::Send ? refused() : failedAt(step);
+}
+
+FirstGenerationCall::Outcome FirstGenerationCall::refused() {
+  const CodeReaction* row = reactToRefusal(m_reactions);
+  switch (row == nullptr ? Reaction::Usual : row->reaction()) {
+    case Reaction::Done:
+      return Outcome::Succeeded;
+    case Reaction::OwnWords:
+      tell(row->level(), row->words());
+      return Outcome::Failed;
+    case Reaction::ArrayWords:
+      m_log.failure("%s%s", row->words().c_str(), arrayDescription().c_str());
+      return Outcome::Failed;
+    case Reaction::Adopt:
+      return m_adoption != nullptr && m_adoption->adopt() ? Outcome::Succeeded : Outcome::Failed;
+    case Reaction::Usual:
+      break;
+  }
+  if (!m_readingRefusals) return failedAt(FrameStep::Send);
+  const FrameStep step = m_frame.readAnswer(*m_request);
+  return step == FrameStep::Completed ? Outcome::Answered : failedAt(step);
+}
+
+FirstGenerationCall::Outcome FirstGenerationCall::failedAt(FrameStep step) {
   switch (step) {
-    case FrameStep::Completed:
-      return true;
     case FrameStep::Build:
-      m_log.failure("%s", texts.buildFailed().c_str());
-      return false;
+      tell(kFailureLevel, m_texts.buildFailed());
+      break;
     case FrameStep::Send:
-      report(texts.refusalLevel(), texts.requestFailed());
-      return false;
+      tell(kFailureLevel, m_texts.requestFailed());
+      break;
     case FrameStep::EmptyResponse:
-      m_log.failure("%s", texts.emptyResponse().c_str());
-      return false;
+      tell(kFailureLevel, m_texts.emptyResponse());
+      break;
     case FrameStep::Parse:
-      m_log.failure("%s", texts.parseFailed().c_str());
-      return false;
+      tell(kFailureLevel, m_texts.parseFailed());
+      break;
     case FrameStep::MissingValue:
       reportMissingValue();
-      return false;
+      break;
+    case FrameStep::Completed:
+      return Outcome::Answered;
   }
-  return false;
+  return Outcome::Failed;
 }
 
-void FirstGenerationCall::report(int level, const std::string& text) {
+// An operation without words for a step says nothing of it.
+void FirstGenerationCall::tell(int level, const std::string& text) {
+  if (text.empty()) return;
   if (level == kFailureLevel) {
     m_log.failure("%s", text.c_str());
   } else {
     m_log.line(level, "%s", text.c_str());
   }
-}
-
-bool FirstGenerationCall::run(const char* operationName, HuaweiJSONBase& request, const PlainCall& call,
-                              const FirstGenerationTexts& texts) {
-  return guard(operationName) && exchange(request, call, texts);
 }

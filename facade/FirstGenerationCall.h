@@ -1,50 +1,97 @@
 // The frame of first-generation operations: they answer bool and tell the reason only in the log.
-// An operation states its own texts; the frame logs the one of the step that failed.
+// An operation describes itself to its call (guard, checks of the arguments, request, texts,
+// reactions to the array's codes) and run() carries it out, handing a complete answer to the
+// operation's reader.
 #pragma once
 
 #include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
+#include "CodeReactions.h"
 #include "FailureTexts.h"
 #include "PlainRequestFrame.h"
 
 class OperationLog;
 
-// A first-generation operation's texts. The one for a refused send is the operation's own; an
-// operation that answers its refusals itself gives none and says which it handles.
+// A first-generation operation's texts: a refused send is told in the operation's own words (in
+// none when it has none), the other steps in the frame's unless the operation says otherwise.
 class FirstGenerationTexts : public FailureTexts<FirstGenerationTexts> {
  public:
   explicit FirstGenerationTexts(std::string requestFailed = std::string())
       : FailureTexts(std::move(requestFailed), kBuildFailedText, kEmptyResponseText, kParseFailedText) {}
+};
 
-  // A refused send is told at this level instead of as a failure line.
-  FirstGenerationTexts& refusalLoggedAt(int level) { return m_refusalLevel = level, *this; }
-  int refusalLevel() const { return m_refusalLevel; }
+// Create-or-adopt: the object whose name is in use, found by one of the facade's lookups and
+// taken as the one asked for. The adoption tells its outcome itself.
+class FirstGenerationAdoption {
+ public:
+  // Whether the object was found and taken.
+  virtual bool adopt() = 0;
 
- private:
-  int m_refusalLevel = kFailureLevel;
+ protected:
+  ~FirstGenerationAdoption() = default;
 };
 
 class FirstGenerationCall : public PlainFrameCall {
  public:
   using PlainFrameCall::PlainFrameCall;
 
-  // False, logged with the operation's name behind the prefix, when no session is open.
-  bool guard(const char* operationName, const char* prefix = "");
-  // False, logged as "The input parameter [<label>] is empty", when value is empty.
-  bool argument(const std::string& value, const char* label);
-  // Build, send, check and parse; logs the text of the failing step. A failed send that the texts
-  // handle is left to the operation, unlogged; any other goes on to the parser where the call
-  // reads refusals as answers.
-  bool exchange(HuaweiJSONBase& request, const PlainCall& call, const FirstGenerationTexts& texts);
-  // guard() then exchange().
-  bool run(const char* operationName, HuaweiJSONBase& request, const PlainCall& call,
-           const FirstGenerationTexts& texts);
+  // The guard names guardName, which is not always the operation's own; its line begins with
+  // `prefix`. An operation without a guard leaves the session to the operations it calls.
+  FirstGenerationCall& guard(const char* guardName, const char* prefix = "");
+  // Fails with "The input parameter [<label>] is empty" when `value` is empty.
+  FirstGenerationCall& required(const std::string& value, const char* label);
+  // Fails with `text` when `refused` holds. Checks are made in the order given, after the guard.
+  FirstGenerationCall& refusing(bool refused, std::string text);
+  FirstGenerationCall& sends(HuaweiJSONBase& request, PlainCall call, FirstGenerationTexts texts);
+  // The rows that answer the array's codes; a refusal that none answers is told in the texts'
+  // words for a refused send.
+  FirstGenerationCall& reacting(CodeReactions reactions) { return m_reactions = std::move(reactions), *this; }
+  // What the row that reacts with Reaction::Adopt runs.
+  FirstGenerationCall& adopting(FirstGenerationAdoption& adoption) { return m_adoption = &adoption, *this; }
+  // A refusal that no row answers is read as the answer, for the request's parser to judge.
+  FirstGenerationCall& readingRefusals() { return m_readingRefusals = true, *this; }
 
- // Whether the last exchange ended on a failed send that its texts left to the operation.
-  bool refusalLeftToOperation() const { return m_leftToOperation; }
+  // The guard and the checks alone, logged, for an operation that looks something up first.
+  bool checked();
+  // The whole description. A complete answer is read by `read`, which logs the success line and,
+  // when it returns bool, answers the operation's result; a refusal that a row makes a success
+  // is not read.
+  template <typename Read>
+  bool run(Read&& read) {
+    const Outcome outcome = exchange();
+    if (outcome != Outcome::Answered) return outcome == Outcome::Succeeded;
+    if constexpr (std::is_void<decltype(read())>::value) {
+      read();
+      return true;
+    } else {
+      return read();
+    }
+  }
 
  private:
-  void report(int level, const std::string& text);
+  // Answered: the answer waits for the reader. Succeeded: a row took the refusal for success.
+  enum class Outcome { Failed, Answered, Succeeded };
 
-  bool m_leftToOperation = false;
+  struct Check {
+    bool refused;
+    std::string text;
+  };
+
+  Outcome exchange();
+  Outcome refused();
+  Outcome failedAt(FrameStep step);
+  void tell(int level, const std::string& text);
+
+  const char* m_guardName = nullptr;
+  const char* m_guardPrefix = "";
+  std::vector<Check> m_checks;
+  HuaweiJSONBase* m_request = nullptr;
+  PlainCall m_call{HUAWEI_REQ_GET, "", 0};
+  FirstGenerationTexts m_texts;
+  CodeReactions m_reactions;
+  FirstGenerationAdoption* m_adoption = nullptr;
+  bool m_readingRefusals = false;
 };

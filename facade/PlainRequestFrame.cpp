@@ -48,13 +48,6 @@ FrameStep PlainRequestFrame::readAnswer(HuaweiJSONBase& request) {
   return FrameStep::Completed;
 }
 
-unsigned long long PlainRequestFrame::arrayCode() const {
-  unsigned long long code = 0;
-  std::string text;
-  errorInfo(code, text);
-  return code;
-}
-
 void PlainRequestFrame::errorInfo(unsigned long long& code, std::string& message) const {
   m_transport.getErrorInfo(code, message);
 }

@@ -20,9 +20,6 @@ struct PlainCall {
   REQ_TYPE_HUAWEI method;
   ResourcePath resource;
   int opType;
-  // The array's error document of a refused send is read as the answer, for the request's parser
-  // to judge, instead of failing the send.
-  bool refusalIsAnswer = false;
 };
 
 // MissingValue: the answer lacked a required value and the embedder contains such failures to the
@@ -40,8 +37,6 @@ class PlainRequestFrame {
 
   const HuaweiApi::ResultStatus& status() const { return m_status; }
   bool sent() const { return m_sent; }
-  // The array's code of the last classified answer, as the transport keeps it.
-  unsigned long long arrayCode() const;
   // Code and message of the last classified answer, as the transport keeps them.
   void errorInfo(unsigned long long& code, std::string& message) const;
   // The array's description of that answer.
@@ -63,14 +58,9 @@ class PlainFrameCall {
   PlainFrameCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log)
       : m_frame(transport), m_sessionOpen(sessionOpen), m_log(log) {}
 
-  // The code of the last answer that the transport classified (not necessarily this call's).
-  unsigned long long arrayCode() const { return m_frame.arrayCode(); }
   std::string arrayDescription() const { return m_frame.arrayDescription(); }
   // The status of this call's last send.
   const HuaweiApi::ResultStatus& status() const { return m_frame.status(); }
-  // Whether this call's send failed and the code the operation reads (the transport's last
-  // classified) is `code`.
-  bool failedWith(unsigned long long code) const { return status().IsError() && arrayCode() == code; }
   // Whether the last exchange reached the send, so that its status tells the array's answer.
   bool sent() const { return m_frame.sent(); }
   OperationLog& log() { return m_log; }

@@ -23,14 +23,15 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
   (void)parentType;  // the request always names a file system
   HuaweiJSONGetChangeListSession request(m_jobId, baseSnapshotId, incrementalSnapshotId, parentId);
   OperationLog log = OperationLog::event("ZrManageHuawei::createSnapshotChangeListSession", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.run("createSnapshotChangeListSession", request,
-                {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
-                FirstGenerationTexts("Unable to create change list session information"))) {
-    return std::string();
-  }
-  const std::string sessionId = request.getSessionId();
-  log.line(5, "Successfully created a Session with ID[%s]", sessionId.c_str());
+  std::string sessionId;
+  firstGeneration(log)
+      .guard("createSnapshotChangeListSession")
+      .sends(request, {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
+             FirstGenerationTexts("Unable to create change list session information"))
+      .run([&] {
+        sessionId = request.getSessionId();
+        log.line(5, "Successfully created a Session with ID[%s]", sessionId.c_str());
+      });
   return sessionId;
 }
 
@@ -68,28 +69,27 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
   }
 
   const ResourcePath resource = ResourcePath("fs_snapchangelist_result")
-                                   .add("sessionID", info.sessionId)
-                                   .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
-                                   .add("posType", info.posType)
-                                   .add("posObj", info.posObj)
-                                   .add("posOffset", info.posOffset)
-                                   .add("linkPosType", info.linkPosType)
-                                   .add("linkPos", info.linkPos);
-  // No guard here: only the session operations that this one calls test the session.
-  FirstGenerationCall call = firstGeneration(log);
+                                    .add("sessionID", info.sessionId)
+                                    .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
+                                    .add("posType", info.posType)
+                                    .add("posObj", info.posObj)
+                                    .add("posOffset", info.posOffset)
+                                    .add("linkPosType", info.linkPosType)
+                                    .add("linkPos", info.linkPos);
   const std::string failure =
       YbString::Format("Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].",
                        baseSnapshotId.c_str(), incrementalSnapshotId.c_str());
-  const bool fetched =
-      call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST}, FirstGenerationTexts(failure));
-
+  bool sessionOver = true;
+  // No guard here: only the session operations that this one calls test the session.
+  const bool fetched = firstGeneration(log)
+                           .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
+                                  FirstGenerationTexts(failure))
+                           .run([&] {
+                             info = std::move(request).getChangeListInfo(info.sessionId);
+                             // The walk ends on a page that is both empty and complete.
+                             sessionOver = info.changes.empty() && info.progress == kWalkComplete;
+                           });
   if (RequiredValueContainment::failed()) return failedKeepingThePage();
-  bool sessionOver = !fetched;
-  if (fetched) {
-    info = std::move(request).getChangeListInfo(info.sessionId);
-    // The walk ends on a page that is both empty and complete.
-    sessionOver = info.changes.empty() && info.progress == kWalkComplete;
-  }
   if (sessionOver) {
     info.sessionFailed = fetched ? 0 : 1;
     if (!deleteSnapshotChangeListSession(info.sessionId)) {
@@ -102,13 +102,11 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
 bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionId) {
   HuaweiJSONDeleteChangeListSession request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.run("deleteSnapshotChangeListSession", request,
-                {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
-                 HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
-                FirstGenerationTexts("Unable to delete change list session information"))) {
-    return false;
-  }
-  log.line(0, "Successfully deleted the Session ID[%s]", sessionId.c_str());
-  return true;
+  return firstGeneration(log)
+      .guard("deleteSnapshotChangeListSession")
+      .sends(request,
+             {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
+              HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
+             FirstGenerationTexts("Unable to delete change list session information"))
+      .run([&] { log.line(0, "Successfully deleted the Session ID[%s]", sessionId.c_str()); });
 }

@@ -13,76 +13,83 @@
 bool ZrManageHuawei::getSystemInformation(_HuaweiSystemInformation& info) {
   HuaweiJSONGetSystemInformation request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getSystemInformation", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.run("getSystemInformation", request, {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
-                FirstGenerationTexts("Unable to get the system information."))) {
-    return false;
-  }
-  request.getSystemInfo(info);
-  log.line(0, "Successfully got the system information for [%s].", info.name.c_str());
-  return true;
+  return firstGeneration(log)
+      .guard("getSystemInformation")
+      .sends(request, {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
+             FirstGenerationTexts("Unable to get the system information."))
+      .run([&] {
+        request.getSystemInfo(info);
+        log.line(0, "Successfully got the system information for [%s].", info.name.c_str());
+      });
 }
 
 bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings, std::string vstoreId) {
   HuaweiJSONGetNDMPSettingsInfo request(m_jobId);
   OperationLog log = OperationLog::facadeErrors(m_debug, "getNDMPServiceSettings", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
   // The vStore goes into the path here, not into a query.
-  const ResourcePath resource =
-      HuaweiVstore::isNone(vstoreId) ? ResourcePath("ndmpservice") : ResourcePath("ndmpservice").segment(vstoreId, "vstoreId");
-  if (!call.run("getNDMPServiceSettings", request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
-                FirstGenerationTexts("Unable to get the NDMP Service settings.").emptyResponseSays(kParseFailedText))) {
-    return false;
-  }
-  request.getNDMPSettings(settings);
-  log.line(0, "Successfully got the NDMP Settings information.");
-  return true;
+  const ResourcePath resource = HuaweiVstore::isNone(vstoreId)
+                                    ? ResourcePath("ndmpservice")
+                                    : ResourcePath("ndmpservice").segment(vstoreId, "vstoreId");
+  return firstGeneration(log)
+      .guard("getNDMPServiceSettings")
+      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
+             FirstGenerationTexts("Unable to get the NDMP Service settings.").emptyResponseSays(kParseFailedText))
+      .run([&] {
+        request.getNDMPSettings(settings);
+        log.line(0, "Successfully got the NDMP Settings information.");
+      });
 }
 
 bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::string& vstoreName) {
   HuaweiJSONGetVStoreInfo request(m_jobId);
   OperationLog log = OperationLog::facadeErrors(m_debug, "getVStoreNameFromId", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("getVStoreName") || !call.argument(vstoreId, "VStoreID")) return false;
   const std::string failure = YbString::Format("Unable to get the VStoreName from VStoreId [%s]", vstoreId.c_str());
-  if (!call.exchange(request, {HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
-                     FirstGenerationTexts(failure).emptyResponseSays(kParseFailedText))) {
-    return false;
-  }
-  _HuaweiVStoreInfo info;
-  request.getVStoreInfo(info);
-  vstoreName = info.name;
-  log.line(0, "Successfully got the VStoreName [%s] from VStoreId [%s]", vstoreName.c_str(), vstoreId.c_str());
-  return true;
+  return firstGeneration(log)
+      .guard("getVStoreName")
+      .required(vstoreId, "VStoreID")
+      .sends(
+          request,
+          {HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
+          FirstGenerationTexts(failure).emptyResponseSays(kParseFailedText))
+      .run([&] {
+        _HuaweiVStoreInfo info;
+        request.getVStoreInfo(info);
+        vstoreName = info.name;
+        log.line(0, "Successfully got the VStoreName [%s] from VStoreId [%s]", vstoreName.c_str(), vstoreId.c_str());
+      });
 }
 
 bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileSystems, std::string vstoreId) {
   HuaweiJSONGetFileSystems request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemsList", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
   // No paging: one GET returns every file system.
-  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId),
-                      HuaweiOpType::GET_FILE_SYSTEMS_LIST};
-  if (!call.run("getFileSystemsList", request, get, FirstGenerationTexts("Unable to get the file systems list."))) {
-    return RequiredValueContainment::failEmptying(fileSystems);
-  }
-  request.getFileSystems(fileSystems);
-  log.line(0, "Successfully got the File Systems. Count[%zd].", fileSystems.size());
-  return true;
+  return firstGeneration(log)
+             .guard("getFileSystemsList")
+             .sends(request,
+                    {HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST},
+                    FirstGenerationTexts("Unable to get the file systems list."))
+             .run([&] {
+               request.getFileSystems(fileSystems);
+               log.line(0, "Successfully got the File Systems. Count[%zd].", fileSystems.size());
+             }) ||
+         RequiredValueContainment::failEmptying(fileSystems);
 }
 
 bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& interfaces) {
   HuaweiJSONGetArrayInterfaces request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getArrayInterfaces", m_jobId);
+  // Held to the end: the NDMP lookup below belongs to this operation.
   FirstGenerationCall call = firstGeneration(log);
-  if (!call.run("getArrayInterfaces", request, {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
-                FirstGenerationTexts("Unable to get the array interfaces list."))) {
-    return RequiredValueContainment::failEmptying(interfaces);
-  }
   // Read aside: an NDMP answer without a required value fails the whole operation.
   std::list<_HuaweiArrayInterfaces> found;
-  request.getArrayInterfaces(found);
-  log.line(0, "Successfully got the Array Interfaces. Count[%zd].", found.size());
+  call.guard("getArrayInterfaces")
+      .sends(request, {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
+             FirstGenerationTexts("Unable to get the array interfaces list."));
+  const bool listed = call.run([&] {
+    request.getArrayInterfaces(found);
+    log.line(0, "Successfully got the Array Interfaces. Count[%zd].", found.size());
+  });
+  if (!listed) return RequiredValueContainment::failEmptying(interfaces);
 
   // The list stands even when the NDMP service cannot be placed.
   _HuaweiNDMPServiceSettings settings;

@@ -86,20 +86,21 @@ bool ZrManageHuawei::setTokenInfo() {
   HuaweiJSONGetTokenInfo request(m_jobId, m_restApi.getUserName(), m_restApi.getPassword());
   OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::setTokenInfo", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
-  const bool done = call.run("setTokenInfo", request, {HUAWEI_REQ_POST, "", HuaweiOpType::SET_TOKEN_INFO},
-                             FirstGenerationTexts("Unable to get the base token information"));
+  call.guard("setTokenInfo")
+      .sends(request, {HUAWEI_REQ_POST, "", HuaweiOpType::SET_TOKEN_INFO},
+             FirstGenerationTexts("Unable to get the base token information"));
+  const bool done = call.run([&] {
+    std::string baseToken;
+    std::string deviceId;
+    request.getTokenInformation(baseToken, deviceId, m_vstoreId);
+    m_restApi.setBaseToken(baseToken);
+    m_restApi.setDeviceId(deviceId);
+    log.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]", baseToken.c_str(),
+             deviceId.c_str(), m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
+  });
   // GetErrorInfo tells the outcome of the login's send; a login that never went out leaves it.
   if (call.sent()) m_lastResult = call.status();
-  if (!done) return false;
-
-  std::string baseToken;
-  std::string deviceId;
-  request.getTokenInformation(baseToken, deviceId, m_vstoreId);
-  m_restApi.setBaseToken(baseToken);
-  m_restApi.setDeviceId(deviceId);
-  log.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]", baseToken.c_str(),
-           deviceId.c_str(), m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
-  return true;
+  return done;
 }
 
 bool ZrManageHuawei::closeSession() {

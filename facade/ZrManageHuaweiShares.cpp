@@ -66,6 +66,34 @@ std::string quotaNameOf(const std::string& sharePath) {
   return sharePath.substr(slash + 1);
 }
 
+// Takes the share that the lookup by name found, and logs it. A share that is not there is
+// deliberately a success: callers learn that it does not exist by an identifier that stayed empty.
+bool takeNamedShare(OperationLog& log, const _HuaweiShareInfo* share, const std::string& protocol,
+                    const std::string& shareName, bool inVstore, _HuaweiShareInfo& info) {
+  if (share == nullptr) {
+    log.failure("[ERROR] Unable to find the share details for the [%s] share [%s]", protocol.c_str(),
+                shareName.c_str());
+    return true;
+  }
+  info = *share;
+  if (info.sharePath.empty()) {
+    log.failure("[ERROR] Local share path for the share [%s] is not found", shareName.c_str());
+    return false;
+  }
+  info.quotaName = quotaNameOf(info.sharePath);
+  log.line(0, "Successfully got the share information.");
+  log.line(3, "Share ID : [%s]", info.id.c_str());
+  log.line(3, "Share Name : [%s]", info.name.c_str());
+  log.line(3, "Share Path : [%s]", info.sharePath.c_str());
+  log.line(3, "FileSystem ID : [%s]", info.fileSystemId.c_str());
+  log.line(3, "Quota Name : [%s]", info.quotaName.empty() ? "EMPTY" : info.quotaName.c_str());
+  if (inVstore) {
+    log.line(3, "VStore ID : [%s]", info.vstoreId.c_str());
+    log.line(3, "VStore Name : [%s]", info.vstoreName.c_str());
+  }
+  return true;
+}
+
 // Appends the permissions of one share out of all that `listAll` fetched.
 template <typename Permission>
 bool permissionsOfShare(OperationLog& log, const char* emptyShareText, const std::string& shareId,
@@ -90,124 +118,112 @@ bool permissionsOfShare(OperationLog& log, const char* emptyShareText, const std
   return true;
 }
 
+// A CIFS share whose name is in use is taken as the one asked for: its identifier is looked up.
+class CIFSShareAdoption final : public FirstGenerationAdoption {
+ public:
+  CIFSShareAdoption(ZrManageHuawei& facade, OperationLog& log, const std::string& name, const std::string& vstoreId,
+                    std::string& shareId)
+      : m_facade(facade), m_log(log), m_name(name), m_vstoreId(vstoreId), m_shareId(shareId) {}
+
+  bool adopt() override {
+    _HuaweiShareInfo existing;
+    if (!m_facade.getShareInfoByName(existing, kCIFSProtocol, m_name, m_vstoreId)) {
+      m_log.failure("Unable to get the CIFS share with Name [%s]", m_name.c_str());
+      return false;
+    }
+    m_shareId = existing.id;
+    m_log.line(3, "The CIFS share [%s] already exists and the ID is [%s]", m_name.c_str(), m_shareId.c_str());
+    return true;
+  }
+
+ private:
+  ZrManageHuawei& m_facade;
+  OperationLog& m_log;
+  const std::string& m_name;
+  const std::string& m_vstoreId;
+  std::string& m_shareId;
+};
+
 }  // namespace
 
 bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string const& protocol,
                                         std::string const& shareName, std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "getShareInfoByName", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("getShareInfoByName", kErrorPrefix)) return false;
-  if (shareName.empty()) {
-    log.failure("[ERROR] The share name is empty.");
-    return false;
-  }
-  const ResourcePath resource = lookupResource(protocol, shareName, vstoreId);
-  if (resource.str().empty()) {
-    log.failure("[ERROR] Unable to get the resource details.");
-    return false;
-  }
   HuaweiJSONGetShareInfo request(m_jobId);
-  const std::string failed = YbString::Format("[ERROR] Unable to get the share information for [%s].", shareName.c_str());
-  if (!call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))) {
-    return false;
-  }
-  std::list<_HuaweiShareInfo> shares;
-  request.getShareInfo(shares);
-  // The array's name filter narrowed the CIFS list already; the exact test here is final.
-  const _HuaweiShareInfo* share = protocol == kCIFSProtocol
-                                      ? findShare(shares, &_HuaweiShareInfo::name, shareName)
-                                      : findNFSShare(log, shares, shareName);
-  if (share == nullptr) {
-    // Deliberately a success: callers learn that a share does not exist by an identifier that
-    // stayed empty.
-    log.failure("[ERROR] Unable to find the share details for the [%s] share [%s]", protocol.c_str(),
-                shareName.c_str());
-    return true;
-  }
-  info = *share;
-  if (info.sharePath.empty()) {
-    log.failure("[ERROR] Local share path for the share [%s] is not found", shareName.c_str());
-    return false;
-  }
-  info.quotaName = quotaNameOf(info.sharePath);
-  log.line(0, "Successfully got the share information.");
-  log.line(3, "Share ID : [%s]", info.id.c_str());
-  log.line(3, "Share Name : [%s]", info.name.c_str());
-  log.line(3, "Share Path : [%s]", info.sharePath.c_str());
-  log.line(3, "FileSystem ID : [%s]", info.fileSystemId.c_str());
-  log.line(3, "Quota Name : [%s]", info.quotaName.empty() ? "EMPTY" : info.quotaName.c_str());
-  if (!HuaweiVstore::isNone(vstoreId)) {
-    log.line(3, "VStore ID : [%s]", info.vstoreId.c_str());
-    log.line(3, "VStore Name : [%s]", info.vstoreName.c_str());
-  }
-  return true;
+  OperationLog log = OperationLog::facade(m_debug, "getShareInfoByName", m_jobId);
+  const ResourcePath resource = lookupResource(protocol, shareName, vstoreId);
+  const std::string failed =
+      YbString::Format("[ERROR] Unable to get the share information for [%s].", shareName.c_str());
+  return firstGeneration(log)
+      .guard("getShareInfoByName", kErrorPrefix)
+      .refusing(shareName.empty(), "[ERROR] The share name is empty.")
+      .refusing(resource.str().empty(), "[ERROR] Unable to get the resource details.")
+      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))
+      .run([&] {
+        std::list<_HuaweiShareInfo> shares;
+        request.getShareInfo(shares);
+        // The array's name filter narrowed the CIFS list already; the exact test here is final.
+        const _HuaweiShareInfo* share = protocol == kCIFSProtocol
+                                            ? findShare(shares, &_HuaweiShareInfo::name, shareName)
+                                            : findNFSShare(log, shares, shareName);
+        return takeNamedShare(log, share, protocol, shareName, !HuaweiVstore::isNone(vstoreId), info);
+      });
 }
 
 bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string const& protocol,
                                         std::string const& fileSystemId, std::string vstoreId) {
+  HuaweiJSONGetShareInfo request(m_jobId);
   OperationLog log = OperationLog::facade(m_debug, "getShareInfoByFSID", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("getShareInfoByFSID", kErrorPrefix)) return false;
-  if (protocol != kNFSProtocol) {
-    log.failure("[ERROR] API is supported only for NFS shares");
-    return false;
-  }
-  if (fileSystemId.empty()) {
-    log.failure("[ERROR] The file system ID is empty");
-    return false;
-  }
   // The vStore follows as a bare "&<id>", without a key; the array has always been asked so.
   const ResourcePath resource =
       ResourcePath("nfshare").add("filter", "FSID:" + fileSystemId).add("range", "[0-1]").bareVstore(vstoreId);
-  HuaweiJSONGetShareInfo request(m_jobId);
   const std::string failed = YbString::Format("[ERROR] Unable to find NFS Share with FSID [%s].", fileSystemId.c_str());
-  if (!call.exchange(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))) {
-    return false;
-  }
-  std::list<_HuaweiShareInfo> shares;
-  request.getShareInfo(shares);
-  // Only a single share of that file system counts; two are as good as none.
-  if (shares.size() != 1 || shares.front().fileSystemId != fileSystemId) {
-    log.line(0, "Unable to fetch the share details for the NFS share with File System ID [%s]", fileSystemId.c_str());
-    return false;
-  }
-  log.line(0, "Successfully retrieved the share details for the NFS share with File System ID [%s]",
-           fileSystemId.c_str());
-  info = shares.front();
-  return true;
+  return firstGeneration(log)
+      .guard("getShareInfoByFSID", kErrorPrefix)
+      .refusing(protocol != kNFSProtocol, "[ERROR] API is supported only for NFS shares")
+      .refusing(fileSystemId.empty(), "[ERROR] The file system ID is empty")
+      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))
+      .run([&] {
+        std::list<_HuaweiShareInfo> shares;
+        request.getShareInfo(shares);
+        // Only a single share of that file system counts; two are as good as none.
+        if (shares.size() != 1 || shares.front().fileSystemId != fileSystemId) {
+          log.line(0, "Unable to fetch the share details for the NFS share with File System ID [%s]",
+                   fileSystemId.c_str());
+          return false;
+        }
+        log.line(0, "Successfully retrieved the share details for the NFS share with File System ID [%s]",
+                 fileSystemId.c_str());
+        info = shares.front();
+        return true;
+      });
 }
 
 bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& name, std::string const& sharePath,
                                      std::string const& fileSystemId, std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "createCIFSShare", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  // The guard has always named the grant; operators search the logs for that text.
-  if (!call.guard("addCIFSSharePermission")) return false;
   HuaweiJSONCreateCIFSShare request(m_jobId, shareId, name, sharePath, fileSystemId, vstoreId);
-  // The operation reads the array's code of every refusal and decides.
-  if (call.exchange(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE},
-                    FirstGenerationTexts().handlingEveryFailedSend())) {
-    shareId = request.getCIFSShareID();
-    log.line(0, "Successfully created CIFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
-             sharePath.c_str(), shareId.c_str());
-    return true;
-  }
-  if (!call.failedWith(HuaweiArrayCode::CIFS_SHARE_ALREADY_EXISTS)) return false;  // other refusals fail without a line of their own
-  log.line(0, "The CIFS share with Name [%s] already exists.Get the share details", name.c_str());
-  _HuaweiShareInfo existing;
-  if (!getShareInfoByName(existing, kCIFSProtocol, name, vstoreId)) {
-    log.failure("Unable to get the CIFS share with Name [%s]", name.c_str());
-    return false;
-  }
-  shareId = existing.id;
-  log.line(3, "The CIFS share [%s] already exists and the ID is [%s]", name.c_str(), shareId.c_str());
-  return true;
+  OperationLog log = OperationLog::facade(m_debug, "createCIFSShare", m_jobId);
+  CIFSShareAdoption existing(*this, log, name, vstoreId, shareId);
+  // The guard has always named the grant; operators search the logs for that text. Other refusals
+  // fail without a line of their own.
+  return firstGeneration(log)
+      .guard("addCIFSSharePermission")
+      .sends(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE}, FirstGenerationTexts())
+      .reacting({on(HuaweiArrayCode::CIFS_SHARE_ALREADY_EXISTS)
+                     .line(0, YbString::Format("The CIFS share with Name [%s] already exists.Get the share details",
+                                               name.c_str()))
+                     .adopts()})
+      .adopting(existing)
+      .run([&] {
+        shareId = request.getCIFSShareID();
+        log.line(0, "Successfully created CIFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
+                 sharePath.c_str(), shareId.c_str());
+      });
 }
 
 bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string vstoreId) {
   OperationLog log = OperationLog::facade(m_debug, "deleteCIFSShare", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("deleteCIFSShare")) return false;
+  if (!call.guard("deleteCIFSShare").checked()) return false;
   _HuaweiShareInfo share;
   if (!getShareInfoByName(share, kCIFSProtocol, shareName, vstoreId)) {
     log.failure("Unable to get CIFS Share information for the share name [%s]", shareName.c_str());
@@ -218,27 +234,32 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
     return true;
   }
   HuaweiJSONDeleteCIFSShare request(m_jobId, shareName);
-  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("cifshare").segment(share.id, "share ID").vstore(vstoreId),
-                      HuaweiOpType::DELETE_CIFS_SHARE};
-  if (!call.exchange(request, del, FirstGenerationTexts("Unable to delete the CIFS share"))) return false;
-  log.line(0, "Successfully deleted the CIFS Share[%s] with ID[%s]", shareName.c_str(), share.id.c_str());
-  return true;
+  return call
+      .sends(request,
+             {HUAWEI_REQ_DELETE, ResourcePath("cifshare").segment(share.id, "share ID").vstore(vstoreId),
+              HuaweiOpType::DELETE_CIFS_SHARE},
+             FirstGenerationTexts("Unable to delete the CIFS share"))
+      .run([&] {
+        log.line(0, "Successfully deleted the CIFS Share[%s] with ID[%s]", shareName.c_str(), share.id.c_str());
+      });
 }
 
 bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
                                              std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissions", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONGetCIFSSharePermissionInfo request(m_jobId);
+  OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissions", m_jobId);
   // No filter: every permission of the array (or vStore) comes, and callers narrow the list.
-  const PlainCall get{HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId),
-                      HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS};
-  if (!call.run("getCIFSSharePermissions", request, get, FirstGenerationTexts("Unable to get the permissions list for CIFS Share."))) {
-    return RequiredValueContainment::failEmptying(permissions);
-  }
-  request.getCIFSSharePermissionInfo(permissions);
-  log.line(3, "Successfully got the permission list. Count[%zu].", permissions.size());
-  return true;
+  return firstGeneration(log)
+             .guard("getCIFSSharePermissions")
+             .sends(request,
+                    {HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId),
+                     HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS},
+                    FirstGenerationTexts("Unable to get the permissions list for CIFS Share."))
+             .run([&] {
+               request.getCIFSSharePermissionInfo(permissions);
+               log.line(3, "Successfully got the permission list. Count[%zu].", permissions.size());
+             }) ||
+         RequiredValueContainment::failEmptying(permissions);
 }
 
 bool ZrManageHuawei::getCIFSSharePermissionsFromParentId(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
@@ -252,70 +273,76 @@ bool ZrManageHuawei::getCIFSSharePermissionsFromParentId(std::list<_HuaweiCIFSSh
 bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::string const& name,
                                             std::string const& shareId, std::string const& domainType,
                                             std::string const& permission, std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "addCIFSSharePermission", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("addCIFSSharePermission")) return false;
   HuaweiJSONAddCIFSSharePermissions request(m_jobId, name, shareId, domainType, permission, vstoreId);
+  OperationLog log = OperationLog::facade(m_debug, "addCIFSSharePermission", m_jobId);
   // Other refusals go on to the parser, which reports the array's code.
-  PlainCall post{HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION};
-  post.refusalIsAnswer = true;
-  if (!call.exchange(request, post, FirstGenerationTexts().handling({HuaweiArrayCode::CIFS_PERMISSION_ALREADY_EXISTS}))) {
-    if (!call.refusalLeftToOperation()) return false;
-    log.line(0, "The permission with Name [%s] Permission [%s] already exists for the CIFS Share with ID [%s]",
-             name.c_str(), permission.c_str(), shareId.c_str());
-    return true;
-  }
-  permissionId = request.getPermissionId();
-  log.line(0, "Successfully added the permission with ID [%s] Name [%s] Permission [%s] to the CIFS Share with ID [%s]",
-           permissionId.c_str(), name.c_str(), permission.c_str(), shareId.c_str());
-  return true;
+  return firstGeneration(log)
+      .guard("addCIFSSharePermission")
+      .sends(request, {HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION},
+             FirstGenerationTexts())
+      .reacting({on(HuaweiArrayCode::CIFS_PERMISSION_ALREADY_EXISTS)
+                     .line(0, YbString::Format("The permission with Name [%s] Permission [%s] already exists for the "
+                                               "CIFS Share with ID [%s]",
+                                               name.c_str(), permission.c_str(), shareId.c_str()))
+                     .done()})
+      .readingRefusals()
+      .run([&] {
+        permissionId = request.getPermissionId();
+        log.line(0,
+                 "Successfully added the permission with ID [%s] Name [%s] Permission [%s] to the CIFS Share with "
+                 "ID [%s]",
+                 permissionId.c_str(), name.c_str(), permission.c_str(), shareId.c_str());
+      });
 }
 
 bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fileSystemId, std::string const& name,
                                     std::string const& sharePath, std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "createNFSShare", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONCreateNFSShare request(m_jobId, shareId, fileSystemId, name, sharePath, vstoreId);
+  OperationLog log = OperationLog::facade(m_debug, "createNFSShare", m_jobId);
   // No code is looked at: a share that exists is a failure like any other.
   const std::string failed =
       YbString::Format("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name.c_str(),
                        sharePath.c_str(), fileSystemId.c_str());
-  if (!call.run("createNFSShare", request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE}, FirstGenerationTexts(failed))) {
-    return false;
-  }
-  shareId = request.getNFShareID();
-  log.line(0, "Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
-           sharePath.c_str(), shareId.c_str());
-  return true;
+  return firstGeneration(log)
+      .guard("createNFSShare")
+      .sends(request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE}, FirstGenerationTexts(failed))
+      .run([&] {
+        shareId = request.getNFShareID();
+        log.line(0, "Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
+                 sharePath.c_str(), shareId.c_str());
+      });
 }
 
 bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "deleteNFSShare", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("deleteNFSShare") || !call.argument(shareId, "ShareID")) return false;
   HuaweiJSONDeleteNFSShare request(m_jobId, shareId);
+  OperationLog log = OperationLog::facade(m_debug, "deleteNFSShare", m_jobId);
   // A share that is gone is a failure.
-  const PlainCall del{HUAWEI_REQ_DELETE, ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId),
-                      HuaweiOpType::DELETE_NFS_SHARE};
   const std::string failed = YbString::Format("[ERROR] Unable to delete the NFS share with ID [%s].", shareId.c_str());
-  if (!call.exchange(request, del, FirstGenerationTexts(failed))) return false;
-  log.line(0, "Successfully deleted the NFS Share with ID[%s]", shareId.c_str());
-  return true;
+  return firstGeneration(log)
+      .guard("deleteNFSShare")
+      .required(shareId, "ShareID")
+      .sends(request,
+             {HUAWEI_REQ_DELETE, ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId),
+              HuaweiOpType::DELETE_NFS_SHARE},
+             FirstGenerationTexts(failed))
+      .run([&] { log.line(0, "Successfully deleted the NFS Share with ID[%s]", shareId.c_str()); });
 }
 
 bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
                                             std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissions", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONGetNFSSharePermissionInfo request(m_jobId);
-  const PlainCall get{HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId),
-                      HuaweiOpType::GET_NFS_SHARE_PERMISSIONS};
-  if (!call.run("getNFSSharePermissions", request, get, FirstGenerationTexts("Unable to get the permissions list for NFS Share"))) {
-    return RequiredValueContainment::failEmptying(permissions);
-  }
-  request.getNFSSharePermissionInfo(permissions);
-  log.line(3, "Successfully got the permission list for NFS Share. Count[%zu].", permissions.size());
-  return true;
+  OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissions", m_jobId);
+  return firstGeneration(log)
+             .guard("getNFSSharePermissions")
+             .sends(request,
+                    {HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId),
+                     HuaweiOpType::GET_NFS_SHARE_PERMISSIONS},
+                    FirstGenerationTexts("Unable to get the permissions list for NFS Share"))
+             .run([&] {
+               request.getNFSSharePermissionInfo(permissions);
+               log.line(3, "Successfully got the permission list for NFS Share. Count[%zu].", permissions.size());
+             }) ||
+         RequiredValueContainment::failEmptying(permissions);
 }
 
 bool ZrManageHuawei::getNFSSharePermissionsFromParentId(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
@@ -331,44 +358,37 @@ bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::strin
                                            std::string const& sync, std::string const& allSquash,
                                            std::string const& rootSquash, std::string vstoreId) {
   (void)permissionId;  // the answer carries no identifier that is read; callers list the permissions
-  OperationLog log = OperationLog::facade(m_debug, "addNFSSharePermission", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
   HuaweiJSONAddNFSSharePermissions request(m_jobId, name, shareId, accessVal, sync, allSquash, rootSquash, vstoreId);
+  OperationLog log = OperationLog::facade(m_debug, "addNFSSharePermission", m_jobId);
   // Every refusal alike, a client that has its permission already included, and told at level 0.
-  const auto texts = FirstGenerationTexts(YbString::Format("Unable to add IP [%s] to the NFS share [%s].", name.c_str(),
-                                                          shareId.c_str()))
-                         .refusalLoggedAt(0);
-  if (!call.run("addNFSSharePermission", request,
-                {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION}, texts)) {
-    return false;
-  }
-  log.line(0, "Successfully added the IP [%s] to the NFS Share with ID [%s]", name.c_str(), shareId.c_str());
-  return true;
+  const std::string failed =
+      YbString::Format("Unable to add IP [%s] to the NFS share [%s].", name.c_str(), shareId.c_str());
+  return firstGeneration(log)
+      .guard("addNFSSharePermission")
+      .sends(request, {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION},
+             FirstGenerationTexts())
+      .reacting({otherwise().fails(failed, 0)})
+      .run([&] {
+        log.line(0, "Successfully added the IP [%s] to the NFS Share with ID [%s]", name.c_str(), shareId.c_str());
+      });
 }
 
 bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, std::string vstoreId) {
-  OperationLog log = OperationLog::event("deleteNFSSharePermission", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("deleteNFSSharePermission") || !call.argument(permissionId, "PermissionID")) return false;
   HuaweiJSONDeleteNFSSharePermission request(m_jobId, permissionId);
-  const PlainCall del{HUAWEI_REQ_DELETE,
-                      ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),
-                      HuaweiOpType::DELETE_NFS_SHARE_PERMISSION};
-  if (call.exchange(request, del, FirstGenerationTexts().handlingEveryFailedSend())) {
-    log.line(0, "Successfully deleted the NFS share permission with ID[%s]", permissionId.c_str());
-    return true;
-  }
-  if (!call.status().IsError()) return false;
-  if (call.failedWith(HuaweiArrayCode::NFS_PERMISSION_DOES_NOT_EXIST)) {
-    // Gone already is what a deletion wants; the prefix stands in the text all the same.
-    log.line(3, "[ERROR] Unable to delete the NFS share permission with ID [%s] as the permission does not exist",
-             permissionId.c_str());
-    return true;
-  }
-  unsigned long long code = 0;
-  std::string description;
-  m_restApi.getErrorInfo(code, description);
-  log.failure("[ERROR] Unable to delete the NFS share permission with ID [%s]", permissionId.c_str());
-  log.line(3, "[ERRORCODE: [%llu]] [MESSAGE: [%s]]", code, description.c_str());
-  return false;
+  OperationLog log = OperationLog::event("deleteNFSSharePermission", m_jobId);
+  const std::string failed =
+      YbString::Format("[ERROR] Unable to delete the NFS share permission with ID [%s]", permissionId.c_str());
+  // Gone already is what a deletion wants; the prefix stands in the text all the same.
+  return firstGeneration(log)
+      .guard("deleteNFSSharePermission")
+      .required(permissionId, "PermissionID")
+      .sends(request,
+             {HUAWEI_REQ_DELETE, ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),
+              HuaweiOpType::DELETE_NFS_SHARE_PERMISSION},
+             FirstGenerationTexts())
+      .reacting({on(HuaweiArrayCode::NFS_PERMISSION_DOES_NOT_EXIST)
+                     .line(3, failed + " as the permission does not exist")
+                     .done(),
+                 otherwise().line(kFailureLevel, failed).detailedLine(3, std::string())})
+      .run([&] { log.line(0, "Successfully deleted the NFS share permission with ID[%s]", permissionId.c_str()); });
 }

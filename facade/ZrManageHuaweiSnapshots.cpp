@@ -3,8 +3,9 @@
 #include "HuaweiArrayCodes.h"
 #include "HuaweiJSONSnapshotRequests.h"
 #include "HuaweiOpTypes.h"
-#include "ResourcePath.h"
 #include "OperationLog.h"
+#include "ResourcePath.h"
+#include "YbString.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -14,51 +15,57 @@ const char kIncrementalBackupSnapshotType[] = "8";
 bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSystemId, std::string& snapshot,
                                               bool enableSnapDiff, std::string vstoreId) {
   OperationLog log = OperationLog::event("ZrManageHuawei::createFileSystemSnapshot", m_jobId);
+  const std::string retry = YbString::Format(
+      "File System with Id[%llu] does not support SnapDiff functionality. Trying again by turning off "
+      "ENABLESNAPDIFF option.",
+      fileSystemId);
   // A file system that cannot take the SnapDiff option is asked again without it, for as long as
-  // the array refuses: the retry is deliberately unbounded.
-  bool snapDiff = enableSnapDiff;
-  for (;;) {
+  // the array refuses: the retry is deliberately unbounded. Only each attempt's own answer counts,
+  // so that a connection lost after a refusal does not become an endless loop of sends.
+  bool refusedSnapDiff = true;
+  const CodeReactions reactions =
+      CodeReactions{on(HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED).setting(refusedSnapDiff).fails(retry, 0)}
+          .countingOnlyThisAnswer();
+  bool created = false;
+  for (bool snapDiff = enableSnapDiff; !created && refusedSnapDiff; snapDiff = false) {
+    refusedSnapDiff = false;
     HuaweiJSONCreateSnapshot request(m_jobId, fileSystemId, snapshot, snapDiff, vstoreId);
-    FirstGenerationCall call = firstGeneration(log);
-    if (!call.guard("createFileSystemSnapshot")) return false;
-    // Only this attempt's own answer counts as a refusal: a lost connection after one refusal must
-    // not turn into an endless loop of sends.
-    const auto texts = FirstGenerationTexts("Unable to create snapshot.")
-                           .handling({HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED})
-                           .handlingOnlyThisAnswer();
-    if (call.exchange(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT}, texts)) {
-      snapshot = request.getSnapshotUUID();
-      log.line(0, "Successfully created snapshot[%s]", snapshot.c_str());
-      return true;
-    }
-    if (!call.refusalLeftToOperation()) return false;
-    log.line(0,
-             "File System with Id[%llu] does not support SnapDiff functionality. Trying again by turning off "
-             "ENABLESNAPDIFF option.",
-             fileSystemId);
-    snapDiff = false;
+    created = firstGeneration(log)
+                  .guard("createFileSystemSnapshot")
+                  .sends(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
+                         FirstGenerationTexts("Unable to create snapshot."))
+                  .reacting(reactions)
+                  .run([&] {
+                    snapshot = request.getSnapshotUUID();
+                    log.line(0, "Successfully created snapshot[%s]", snapshot.c_str());
+                  });
   }
+  return created;
 }
 
 bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _HuaweiSnapshotInfo& info,
                                                std::string vstoreId) {
   HuaweiJSONGetSnapshotInfo request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemSnapshotInfo", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("getFileSystemSnapshotInfo")) return false;
-  const PlainCall get{HUAWEI_REQ_GET, ResourcePath("fssnapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
-                      HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO};
-  if (!call.exchange(request, get, FirstGenerationTexts("Unable to get the snapshot information."))) {
-    // An absent snapshot, as the transport's last classified answer tells, marks the record.
-    if (call.failedWith(HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST)) {
-      info.id = snapshotId;
-      info.notExist = true;
-    }
-    return false;
+  // An absent snapshot, as the transport's last classified answer tells, marks the record.
+  bool absent = false;
+  const bool found =
+      firstGeneration(log)
+          .guard("getFileSystemSnapshotInfo")
+          .sends(request,
+                 {HUAWEI_REQ_GET, ResourcePath("fssnapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
+                  HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO},
+                 FirstGenerationTexts("Unable to get the snapshot information."))
+          .reacting({on(HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST).setting(absent)})
+          .run([&] {
+            request.getSnapshotInfo(info);
+            log.line(0, "Successfully got the snapshot information for [%s].", info.id.c_str());
+          });
+  if (absent) {
+    info.id = snapshotId;
+    info.notExist = true;
   }
-  request.getSnapshotInfo(info);
-  log.line(0, "Successfully got the snapshot information for [%s].", info.id.c_str());
-  return true;
+  return found;
 }
 
 bool ZrManageHuawei::isSnapshotPresent(std::string const& snapshotId, std::string vstoreId) {
@@ -79,7 +86,7 @@ bool ZrManageHuawei::isSnapshotPresent(std::string const& snapshotId, std::strin
 bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std::string vstoreId) {
   OperationLog log = OperationLog::event("ZrManageHuawei::deleteFileSystemSnapshot", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("deleteFileSystemSnapshot") || !call.argument(snapshotId, "Snapshot ID")) return false;
+  if (!call.guard("deleteFileSystemSnapshot").required(snapshotId, "Snapshot ID").checked()) return false;
 
   // The lookup never stops the deletion: a snapshot whose type could not be learned keeps the
   // record's default type and is deleted as an incremental-backup snapshot.
@@ -92,10 +99,8 @@ bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std
   resource.vstore(vstoreId);
 
   HuaweiJSONDeleteSnapshot request(m_jobId, snapshotId);
-  if (!call.exchange(request, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
-                     FirstGenerationTexts("Unable to delete the snapshot"))) {
-    return false;
-  }
-  log.line(0, "Successfully deleted the Snapshot ID[%s]", snapshotId.c_str());
-  return true;
+  return call
+      .sends(request, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
+             FirstGenerationTexts("Unable to delete the snapshot"))
+      .run([&] { log.line(0, "Successfully deleted the Snapshot ID[%s]", snapshotId.c_str()); });
 }

@@ -49,6 +49,12 @@ TEST_F(Shares, CIFSCreateAnswersAnExistingShareAndDeleteTakesItsName) {
   EXPECT_EQ(requests().front().body, R"({"NAME":"docs", "SHAREPATH":"/fs1/docs", "FSID":"" ,"vstoreId":"3" })");
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"POST CIFSHARE", "GET cifshare?filter=NAME:docs&vstoreId=3"}));
   EXPECT_TRUE(log.HasLine(0, "createCIFSShare", "The CIFS share with Name [docs] already exists.Get the share details"));
+  // A share that cannot be looked up is not adopted, and the identifier stays the caller's.
+  sim().faults().add(arraysim::FaultRule::On("GET", "cifshare").arrayError(1077949002, "Busy."));
+  again = "caller's";
+  EXPECT_FALSE(array_->createCIFSShare(again, "docs", "/fs1/docs", "7", "3"));
+  EXPECT_EQ(again, "caller's");
+  EXPECT_TRUE(log.HasLine(-1, "createCIFSShare", "Unable to get the CIFS share with Name [docs]")) << log.Dump();
 
   // A name the array does not know is deleted already: only the lookup goes out.
   sim().requests().clear();
@@ -193,8 +199,15 @@ TEST_F(Shares, NFSDeletionsToleratesOnlyAnAbsentPermission) {
   EXPECT_TRUE(log.HasLine(-1, "deleteNFSShare", "[ERROR] Unable to delete the NFS share with ID [" + share + "]."));
   // A refusal of another kind is a failure with the array's code at level 3.
   sim().faults().add(arraysim::FaultRule::On("DELETE", "NFS_SHARE_AUTH_CLIENT").arrayError(1077949002, "Busy."));
+  log.Clear();
   EXPECT_FALSE(array_->deleteNFSSharePermission("9", "-12345"));
-  EXPECT_TRUE(log.HasLine(3, "deleteNFSSharePermission", "[ERRORCODE: [1077949002]] [MESSAGE: [Busy.]]")) << log.Dump();
+  // The failure line, then the array's code beneath it.
+  std::vector<std::string> told;
+  for (const tklog::LogLine& line : log.Lines()) {
+    if (line.name == "deleteNFSSharePermission") told.push_back(std::to_string(line.level) + " " + line.text);
+  }
+  EXPECT_EQ(told, (std::vector<std::string>{"-1 [ERROR] Unable to delete the NFS share permission with ID [9]",
+                                            "3 [ERRORCODE: [1077949002]] [MESSAGE: [Busy.]]"}));
 }
 
 }  // namespace
