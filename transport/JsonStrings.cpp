@@ -110,7 +110,7 @@ namespace {
 // Text whose only bytes to escape are quotes and backslashes (a change list's page, thick with
 // escaped quotes) goes sixteen bytes a step: each half of a block is spread by one shuffle into its
 // bytes with a backslash laid before each quote and backslash.
-struct Spread {
+struct alignas(64) Spread {  // a line of cache each, found by a shift
   unsigned char shuffle[16];      // source byte of each output byte; 0x80 where a backslash goes
   unsigned char backslashes[16];  // the backslashes laid over those places
   unsigned char length;           // eight and one more per quote or backslash
@@ -146,36 +146,39 @@ bool canSpread() {
 }
 
 __attribute__((target("ssse3"))) __m128i spreadHalf(__m128i half, const Spread& spread) {
-  return _mm_or_si128(_mm_shuffle_epi8(half, _mm_loadu_si128(reinterpret_cast<const __m128i*>(spread.shuffle))),
-                      _mm_loadu_si128(reinterpret_cast<const __m128i*>(spread.backslashes)));
+  return _mm_or_si128(_mm_shuffle_epi8(half, _mm_load_si128(reinterpret_cast<const __m128i*>(spread.shuffle))),
+                      _mm_load_si128(reinterpret_cast<const __m128i*>(spread.backslashes)));
 }
 
 // Goes on while whole blocks lie before `end` and hold no control character and no byte outside
 // ASCII; answers where it stopped.
 __attribute__((target("ssse3"))) const char* spreadRun(const char* from, const char* stop, const char* end,
                                                         char*& to) {
+  if (end - from < 16) return from;
+  const char* const last = std::min(stop, end - 15);  // the blocks start before it
   const Spread* const table = spreads();
   const __m128i quote = _mm_set1_epi8('"');
   const __m128i backslash = _mm_set1_epi8('\\');
   const __m128i blank = _mm_set1_epi8(' ');
-  while (from < stop && end - from >= 16) {
+  char* out = to;  // a local, so that the stores need not reload it
+  for (; from < last; from += 16) {
     const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
     if (_mm_movemask_epi8(_mm_cmplt_epi8(block, blank)) != 0) break;
     const unsigned marks = static_cast<unsigned>(
         _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(block, quote), _mm_cmpeq_epi8(block, backslash))));
     if (marks == 0) {
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
-      to += 16;
-    } else {
-      const Spread& low = table[marks & 0xFF];
-      const Spread& high = table[marks >> 8];
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), spreadHalf(block, low));
-      to += low.length;
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), spreadHalf(_mm_srli_si128(block, 8), high));
-      to += high.length;
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(out), block);
+      out += 16;
+      continue;
     }
-    from += 16;
+    const Spread& low = table[marks & 0xFF];
+    const Spread& high = table[marks >> 8];
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), spreadHalf(block, low));
+    out += low.length;
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), spreadHalf(_mm_srli_si128(block, 8), high));
+    out += high.length;
   }
+  to = out;
   return from;
 }
 #endif
