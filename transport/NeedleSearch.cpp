@@ -18,11 +18,14 @@ bool memmemAny(std::string_view text, const std::string* needles, std::size_t co
   return false;
 }
 
-// How seldom a byte stands in an answer: digits, small letters and JSON's punctuation are
-// everywhere, capitals less so.
+// How seldom a byte stands in an answer: digits, JSON's punctuation and the most frequent small
+// letters are everywhere (a change list's names and numbers); other small letters less so,
+// capitals and the rest seldom.
 int rarity(char c) {
-  if ((c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || std::strchr("\"\\,:{}[] /._-", c)) return 0;
-  return c >= 'A' && c <= 'Z' ? 1 : 2;
+  if (c == '\0') return 3;
+  if ((c >= '0' && c <= '9') || std::strchr("\"\\,:{} /.etaoinsrhldcump", c)) return 0;
+  if ((c >= 'a' && c <= 'z') || std::strchr("[]_-", c)) return 1;
+  return c >= 'A' && c <= 'Z' ? 2 : 3;
 }
 
 #if defined(__x86_64__)
