@@ -177,6 +177,48 @@ __attribute__((target("ssse3"))) const char* spreadRun(const char* from, const c
   to = out;
   return from;
 }
+
+bool canSpreadWide() {
+  static const bool supported = [] {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("avx2") != 0;
+  }();
+  return supported;
+}
+
+// The same, thirty-two bytes a step: one test for all of them, then four spread quarters.
+__attribute__((target("avx2"))) const char* spreadRunWide(const char* from, const char* stop, const char* end,
+                                                           char*& to) {
+  if (end - from < 32) return from;
+  const char* const last = std::min(stop, end - 31);
+  const Spread* const table = spreads();
+  const __m256i quote = _mm256_set1_epi8('"');
+  const __m256i backslash = _mm256_set1_epi8('\\');
+  const __m256i blank = _mm256_set1_epi8(' ');
+  const __m128i backslashes = _mm_set1_epi8('\\');
+  char* out = to;
+  for (; from < last; from += 32) {
+    const __m256i block = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
+    if (_mm256_movemask_epi8(_mm256_cmpgt_epi8(blank, block)) != 0) break;
+    const unsigned marks = static_cast<unsigned>(_mm256_movemask_epi8(
+        _mm256_or_si256(_mm256_cmpeq_epi8(block, quote), _mm256_cmpeq_epi8(block, backslash))));
+    if (marks == 0) {
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out), block);
+      out += 32;
+      continue;
+    }
+    const __m128i lanes[2] = {_mm256_castsi256_si128(block), _mm256_extracti128_si256(block, 1)};
+    for (int quarter = 0; quarter < 4; ++quarter) {
+      const __m128i lane = lanes[quarter >> 1];
+      const Spread& spread = table[(marks >> (8 * quarter)) & 0xFF];
+      const __m128i half = quarter & 1 ? _mm_unpackhi_epi64(lane, backslashes) : _mm_unpacklo_epi64(lane, backslashes);
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(out), spreadHalf(half, spread));
+      out += spread.length;
+    }
+  }
+  to = out;
+  return from;
+}
 #endif
 
 // Escapes from `from` until at least `stop` (a UTF-8 sequence or a block of plain bytes may run a
@@ -190,6 +232,7 @@ const char* escapeRun(const char* from, const char* stop, const char* end, char*
 #endif
   while (from < stop) {
 #if defined(__x86_64__)
+    if (canSpreadWide()) from = spreadRunWide(from, stop, end, to);
     if (canSpread()) {
       from = spreadRun(from, stop, end, to);
       if (from >= stop) break;
