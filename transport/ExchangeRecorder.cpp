@@ -132,7 +132,7 @@ void ExchangeRecorder::hideSecrets(std::string& text) const {
 // nearly every page of a change list), else a copy in `changed` with the secrets replaced.
 std::string_view ExchangeRecorder::recordable(const char* data, std::size_t length, std::string& changed) const {
   const std::string_view body(data ? data : "", data ? length : 0);
-  if (!anonymiser_ && !secrets_.foundIn(body)) return body;
+  if (!secrets_.foundIn(body)) return body;
   changed.assign(body);
   hideSecrets(changed);
   return changed;
