@@ -69,6 +69,7 @@ void remember(std::vector<std::string>& secrets, std::string value) {
 
 ExchangeRecorder::ExchangeRecorder(const std::string& path, bool anonymised)
     : path_(path), anonymiser_(anonymised ? std::make_unique<RecordingAnonymiser>() : nullptr) {
+  secrets_.add("\"iBaseToken\"");
   fd_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   if (fd_ < 0) {
     throw std::runtime_error("Unable to create the recording file [" + path + "]: " + std::strerror(errno));
@@ -111,20 +112,9 @@ void ExchangeRecorder::learnSecrets(const std::string& request, const std::strin
     if (key == "iBaseToken") remember(tokens_, std::string(value));
     return false;
   });
-}
-
-bool ExchangeRecorder::mayHoldSecrets(std::string_view text) const {
-  const auto holds = [text](const std::string& secret) {
-    return !secret.empty() && memmem(text.data(), text.size(), secret.data(), secret.size()) != nullptr;
-  };
-  static const std::string kTokenKey = "\"iBaseToken\"";
-  if (holds(kTokenKey)) return true;
   for (const auto* secrets : {&passwords_, &tokens_, &deviceIds_}) {
-    for (const std::string& secret : *secrets) {
-      if (holds(secret)) return true;
-    }
+    for (const std::string& secret : *secrets) secrets_.add(secret);
   }
-  return false;
 }
 
 void ExchangeRecorder::hideSecrets(std::string& text) const {
@@ -142,7 +132,7 @@ void ExchangeRecorder::hideSecrets(std::string& text) const {
 // nearly every page of a change list), else a copy in `changed` with the secrets replaced.
 std::string_view ExchangeRecorder::recordable(const char* data, std::size_t length, std::string& changed) const {
   const std::string_view body(data ? data : "", data ? length : 0);
-  if (!anonymiser_ && !mayHoldSecrets(body)) return body;
+  if (!secrets_.foundIn(body)) return body;
   changed.assign(body);
   hideSecrets(changed);
   return changed;

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "JsonStrings.h"
+#include "NeedleSearch.h"
 #include "ZRLibCurlRecorder.h"
 
 namespace HuaweiTransport {
@@ -39,7 +40,6 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
  private:
   void appendLine(const ZRLibCurlExchange& exchange);
   void learnSecrets(const std::string& request, const std::string& answer);
-  bool mayHoldSecrets(std::string_view text) const;
   void hideSecrets(std::string& text) const;
   std::string_view recordable(const char* data, std::size_t length, std::string& changed) const;
   void writeLine(std::string_view text);
@@ -51,6 +51,7 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   std::vector<std::string> deviceIds_;
   std::vector<std::string> tokens_;
   std::vector<std::string> passwords_;
+  NeedleSearch secrets_;  // all of the above and the token's member name: what makes a body change
   TextBuffer line_;
 };
 

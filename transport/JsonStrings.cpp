@@ -108,12 +108,11 @@ namespace {
 
 #if defined(__x86_64__)
 // Text whose only bytes to escape are quotes and backslashes (a change list's page, thick with
-// escaped quotes) goes sixteen bytes a step: each half of a block is spread by one shuffle into its
-// bytes with a backslash laid before each quote and backslash.
-struct Spread {
-  unsigned char shuffle[16];      // source byte of each output byte; 0x80 where a backslash goes
-  unsigned char backslashes[16];  // the backslashes laid over those places
-  unsigned char length;           // eight and one more per quote or backslash
+// escaped quotes) goes sixteen bytes a step: each half of a block, beside eight backslashes, is
+// spread by one shuffle into its bytes with a backslash before each quote and backslash.
+struct alignas(32) Spread {  // found by a shift
+  unsigned char shuffle[16];  // source byte of each output byte: 0 to 7 the half's, 8 a backslash
+  unsigned char length;       // eight and one more per quote or backslash
 };
 
 const Spread* spreads() {
@@ -123,10 +122,7 @@ const Spread* spreads() {
       Spread& spread = all[marks];
       unsigned out = 0;
       for (unsigned i = 0; i < 8; ++i) {
-        if (marks & (1u << i)) {
-          spread.shuffle[out] = 0x80;
-          spread.backslashes[out++] = '\\';
-        }
+        if (marks & (1u << i)) spread.shuffle[out++] = 8;
         spread.shuffle[out++] = static_cast<unsigned char>(i);
       }
       spread.length = static_cast<unsigned char>(out);
@@ -145,37 +141,82 @@ bool canSpread() {
   return supported;
 }
 
+// `half` holds eight bytes of text, then eight backslashes.
 __attribute__((target("ssse3"))) __m128i spreadHalf(__m128i half, const Spread& spread) {
-  return _mm_or_si128(_mm_shuffle_epi8(half, _mm_loadu_si128(reinterpret_cast<const __m128i*>(spread.shuffle))),
-                      _mm_loadu_si128(reinterpret_cast<const __m128i*>(spread.backslashes)));
+  return _mm_shuffle_epi8(half, _mm_load_si128(reinterpret_cast<const __m128i*>(spread.shuffle)));
 }
 
 // Goes on while whole blocks lie before `end` and hold no control character and no byte outside
 // ASCII; answers where it stopped.
 __attribute__((target("ssse3"))) const char* spreadRun(const char* from, const char* stop, const char* end,
                                                         char*& to) {
+  if (end - from < 16) return from;
+  const char* const last = std::min(stop, end - 15);  // the blocks start before it
   const Spread* const table = spreads();
   const __m128i quote = _mm_set1_epi8('"');
   const __m128i backslash = _mm_set1_epi8('\\');
   const __m128i blank = _mm_set1_epi8(' ');
-  while (from < stop && end - from >= 16) {
+  char* out = to;  // a local, so that the stores need not reload it
+  for (; from < last; from += 16) {
     const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
     if (_mm_movemask_epi8(_mm_cmplt_epi8(block, blank)) != 0) break;
     const unsigned marks = static_cast<unsigned>(
         _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(block, quote), _mm_cmpeq_epi8(block, backslash))));
     if (marks == 0) {
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
-      to += 16;
-    } else {
-      const Spread& low = table[marks & 0xFF];
-      const Spread& high = table[marks >> 8];
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), spreadHalf(block, low));
-      to += low.length;
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), spreadHalf(_mm_srli_si128(block, 8), high));
-      to += high.length;
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(out), block);
+      out += 16;
+      continue;
     }
-    from += 16;
+    const Spread& low = table[marks & 0xFF];
+    const Spread& high = table[marks >> 8];
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), spreadHalf(_mm_unpacklo_epi64(block, backslash), low));
+    out += low.length;
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), spreadHalf(_mm_unpackhi_epi64(block, backslash), high));
+    out += high.length;
   }
+  to = out;
+  return from;
+}
+
+bool canSpreadWide() {
+  static const bool supported = [] {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("avx2") != 0;
+  }();
+  return supported;
+}
+
+// The same, thirty-two bytes a step: one test for all of them, then four spread quarters.
+__attribute__((target("avx2"))) const char* spreadRunWide(const char* from, const char* stop, const char* end,
+                                                           char*& to) {
+  if (end - from < 32) return from;
+  const char* const last = std::min(stop, end - 31);
+  const Spread* const table = spreads();
+  const __m256i quote = _mm256_set1_epi8('"');
+  const __m256i backslash = _mm256_set1_epi8('\\');
+  const __m256i blank = _mm256_set1_epi8(' ');
+  const __m128i backslashes = _mm_set1_epi8('\\');
+  char* out = to;
+  for (; from < last; from += 32) {
+    const __m256i block = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
+    if (_mm256_movemask_epi8(_mm256_cmpgt_epi8(blank, block)) != 0) break;
+    const unsigned marks = static_cast<unsigned>(_mm256_movemask_epi8(
+        _mm256_or_si256(_mm256_cmpeq_epi8(block, quote), _mm256_cmpeq_epi8(block, backslash))));
+    if (marks == 0) {
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out), block);
+      out += 32;
+      continue;
+    }
+    const __m128i lanes[2] = {_mm256_castsi256_si128(block), _mm256_extracti128_si256(block, 1)};
+    for (int quarter = 0; quarter < 4; ++quarter) {
+      const __m128i lane = lanes[quarter >> 1];
+      const Spread& spread = table[(marks >> (8 * quarter)) & 0xFF];
+      const __m128i half = quarter & 1 ? _mm_unpackhi_epi64(lane, backslashes) : _mm_unpacklo_epi64(lane, backslashes);
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(out), spreadHalf(half, spread));
+      out += spread.length;
+    }
+  }
+  to = out;
   return from;
 }
 #endif
@@ -191,6 +232,7 @@ const char* escapeRun(const char* from, const char* stop, const char* end, char*
 #endif
   while (from < stop) {
 #if defined(__x86_64__)
+    if (canSpreadWide()) from = spreadRunWide(from, stop, end, to);
     if (canSpread()) {
       from = spreadRun(from, stop, end, to);
       if (from >= stop) break;
