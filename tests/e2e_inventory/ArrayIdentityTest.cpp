@@ -1,4 +1,5 @@
-// The array's identity over HTTPS: system record, NDMP settings, vStore names.
+// The array's identity over HTTPS: NDMP settings and vStore names. (The system record as read
+// is pinned by the inventory recording.)
 #include <gtest/gtest.h>
 
 #include "ArrayClientTest.h"
@@ -8,22 +9,6 @@ namespace zrtest {
 namespace {
 
 class ArrayIdentity : public ArrayClientTest {};
-
-TEST_F(ArrayIdentity, SystemInformationCopiesTheRecord) {
-  sim().system().setSystemField("NAME", "lab array 2");
-  sim().system().setSystemField("HEALTHSTATUS", "2");
-  sim().system().setSystemField("RUNNINGSTATUS", "28");
-  sim().system().setSystemField("PRODUCTVERSION", "V700R001C00");
-  auto array = loggedInFacade();
-  LogCapture log;
-  _HuaweiSystemInformation info;
-  ASSERT_TRUE(array->getSystemInformation(info));
-  EXPECT_EQ(info.id + "|" + info.name + "|" + info.healthStatus + "|" + info.runningStatus + "|" + info.productVersion,
-            sim().deviceId() + "|lab array 2|2|28|V700R001C00");
-  EXPECT_TRUE(log.HasLine(0, "ZrManageHuawei::getSystemInformation",
-                          "Successfully got the system information for [lab array 2]."))
-      << log.Dump();
-}
 
 // Both flags arrive as text; only the exact word "false" reads as false.
 TEST_F(ArrayIdentity, NdmpFlagsAreFalseOnlyForTheWordFalse) {

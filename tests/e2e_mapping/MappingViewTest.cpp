@@ -64,23 +64,10 @@ TEST_F(MappingViews, DetachingAnAbsentGroupSucceedsAndOtherRefusalsAreTheArraysW
   EXPECT_FALSE(array->removeLunGroupAssociatedToMappingView("404", view, "-12345").IsError());
   EXPECT_TRUE(log.HasLine(0, "removeLunGroupAssociatedToMappingView", "The lungroup [404] does not exist"));
   // The description is rendered as a format twice, in the transport's status and in the error,
-  // never with arguments: "%%%%" comes back as one "%", "%%s" as "%s", other directives as sent.
-  const struct {
-    const char* description;
-    const char* once;   // in the transport's status and its log line
-    const char* twice;  // in the error
-  } descriptions[] = {{"At 100%%%% load", "At 100%% load", "At 100% load"},
-                      {"%%s%%s%%s%%s", "%s%s%s%s", "%s%s%s%s"},
-                      {"%s%n%d %%%", "%s%n%d %%", "%s%n%d %"}};
-  for (const auto& row : descriptions) {
-    log.Clear();
-    sim().faults().add(
-        arraysim::FaultRule::On("PUT", "mappingview/remove_associate").arrayError(1077949002, row.description));
-    EXPECT_EQ(array->removeLunGroupAssociatedToMappingView("404", view, "-12345").AsString(), row.twice);
-    EXPECT_TRUE(log.ContainsLineWith(
-        -1, std::string("API Error Code[1077949002], API Error Message [") + row.once + "]"))
-        << log.Dump();
-  }
+  // never with arguments (the rules of the rendering are the format's own unit test's).
+  sim().faults().add(arraysim::FaultRule::On("PUT", "mappingview/remove_associate").arrayError(1077949002, "%s At 100%%%%"));
+  EXPECT_EQ(array->removeLunGroupAssociatedToMappingView("404", view, "-12345").AsString(), "%s At 100%");
+  EXPECT_TRUE(log.ContainsLineWith(-1, "API Error Code[1077949002], API Error Message [%s At 100%%]")) << log.Dump();
 }
 
 TEST_F(MappingViews, LookupByIdTrustsOnlyASingleMatchingAnswerWhereListsTakeNoneAsEmpty) {

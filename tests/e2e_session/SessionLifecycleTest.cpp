@@ -97,7 +97,8 @@ TEST_F(SessionLifecycle, LoginsThatCannotStartSendNothing) {
                                   host()));
 }
 
-TEST_F(SessionLifecycle, WrongPasswordReportsTheArraysCodeAndMasksThePassword) {
+// (That the password stays out of every line is PasswordNeverReachesALogLineOrAFile's.)
+TEST_F(SessionLifecycle, WrongPasswordReportsTheArraysCode) {
   zrtest::LogCapture log;
   ZrManageHuawei array(kJobId);
   EXPECT_FALSE(array.createSession("admin", "wrongpass", host()));
@@ -107,8 +108,6 @@ TEST_F(SessionLifecycle, WrongPasswordReportsTheArraysCodeAndMasksThePassword) {
   EXPECT_EQ(code, 1077949061ULL);
   EXPECT_EQ(text, "The user name or password is incorrect.");
   EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::setTokenInfo", "Unable to get the base token information"));
-  EXPECT_TRUE(log.ContainsLineWith(-1, R"(Body[{"username":"admin", "password":"*********", "scope":"0" }])"));
-  EXPECT_FALSE(log.ContainsText("wrongpass"));
 }
 
 TEST_F(SessionLifecycle, CookieFileIsKeptWhateverFileSystemTheWorkingDirectoryIsOn) {
