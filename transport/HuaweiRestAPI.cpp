@@ -164,20 +164,22 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Empty Resource. Invalid arguement");
   }
 
-  // The copies serve the log lines only; the request always carries the caller's body. No text
-  // logged here shows the password, wherever it stands.
-  std::string logBody = HuaweiTransport::withoutPassword(body, m_password);
-  if (login) maskPasswordInRequestBody(logBody);
-  const std::string logResource = HuaweiTransport::withoutPassword(resource, m_password);
+  // Copies for the log lines, made only when a line is written; the request always carries the
+  // caller's body. No text logged here shows the password, wherever it stands.
+  const auto shown = [this](const std::string& text) { return HuaweiTransport::withoutPassword(text, m_password); };
+  const auto shownBody = [&] {
+    std::string text = shown(body);
+    if (login) maskPasswordInRequestBody(text);
+    return text;
+  };
 
   if (!validateServerParams(opType)) {
     debug.DebugLvl(kLog, -1, m_jobId, "Incorrect server params. Unable to send the request for Type[%d] Resource[%s] Body[%s]",
-                   type, logResource.c_str(), logBody.c_str());
+                   type, shown(resource).c_str(), shownBody().c_str());
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Incorrect server params");
   }
 
   const std::string url = formRequestURL(resource, opType);
-  const std::string logUrl = HuaweiTransport::withoutPassword(url, m_password);
   if (url.empty()) {
     debug.DebugLvl(kLog, -1, m_jobId, "Request URL is empty.");
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Request URL is empty");
@@ -214,11 +216,11 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
                         : client->ZRLibCurlSendHttpReq(method, url.c_str(), body.c_str(), body.length(), false, nullptr);
   if (!sent) {
     if (body.empty()) {
-      debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s]", logUrl.c_str(),
-                     logResource.c_str());
+      debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s]", shown(url).c_str(),
+                     shown(resource).c_str());
     } else {
       debug.DebugLvl(kLog, -1, m_jobId, "Error while sending the request. URL[%s] Resource[%s] Body[%s]",
-                     logUrl.c_str(), logResource.c_str(), logBody.c_str());
+                     shown(url).c_str(), shown(resource).c_str(), shownBody().c_str());
     }
     deInit(client);
     return ResultStatus(HuaweiApi::RESULT_CLIENT_FAILURE, "Error while sending the request");
@@ -229,16 +231,15 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
   const long httpCode = client->GetHttpErrorCode();
   deInit(client);
 
-  const char* loggedResource = login ? "LOGIN" : logResource.c_str();
-  const char* loggedBody = login ? "LOGIN INFO" : logBody.c_str();
+  const auto loggedResource = [&] { return login ? std::string("LOGIN") : shown(resource); };
+  const auto loggedBody = [&] { return login ? std::string("LOGIN INFO") : shownBody(); };
   if (size == 0 || response.empty()) {
     debug.DebugLvl(kLog, -1, m_jobId, "Empty response received for request. Type[%d] URL[%s] Resource[%s] Body[%s]",
-                   type, logUrl.c_str(), loggedResource, loggedBody);
+                   type, shown(url).c_str(), loggedResource().c_str(), loggedBody().c_str());
   } else if (tklog::Enabled(5)) {
     // An array that echoes the password back must not have it logged; masked only when shown.
     debug.DebugLvl(kLog, 5, m_jobId, "Response received for request. Type[%d] URL[%s] Resource[%s] Body[%s] Response[%s]",
-                   type, logUrl.c_str(), loggedResource, loggedBody,
-                   HuaweiTransport::withoutPassword(response, m_password).c_str());
+                   type, shown(url).c_str(), loggedResource().c_str(), loggedBody().c_str(), shown(response).c_str());
   }
 
   ResultStatus status(HuaweiApi::RESULT_GENERIC_FAILURE, "Unknown error");
@@ -246,7 +247,7 @@ ResultStatus HuaweiRestAPI::sendReq(int type, std::string const& resource, std::
     debug.DebugLvl(kLog, -1, m_jobId,
                    "The HTTP request for Resource[%s] failed. URL[%s], Body[%s], HTTP Error Code[%ld], API Error "
                    "Code[%llu], API Error Message [%s]",
-                   logResource.c_str(), logUrl.c_str(), logBody.c_str(), httpCode, status.GetErrorCode(),
+                   shown(resource).c_str(), shown(url).c_str(), shownBody().c_str(), httpCode, status.GetErrorCode(),
                    status.GetErrorString().c_str());
     return status;
   }

@@ -1,5 +1,7 @@
 #include "TkDebug.h"
 
+#include <cstring>
+
 #include "PrintfToString.h"
 #include "TkLogSink.h"
 
@@ -13,7 +15,16 @@ void WriteLine(const char* name, int level, bool hasJobId, long long jobId, cons
   line.level = level;
   line.hasJobId = hasJobId;
   line.jobId = jobId;
-  line.text = zrplatform::VFormat(format, arguments);
+  // Most lines are a fixed text or a text formatted before ("%s", as the operations pass theirs):
+  // those are taken as they are, as printf would write them, without its machinery.
+  if (format != nullptr && std::strchr(format, '%') == nullptr) {
+    line.text = format;
+  } else if (format != nullptr && format[0] == '%' && format[1] == 's' && format[2] == '\0') {
+    const char* text = va_arg(arguments, const char*);
+    line.text = text ? text : "(null)";  // what printf writes for a null string
+  } else {
+    line.text = zrplatform::VFormat(format, arguments);
+  }
   tklog::Write(line);
 }
 

@@ -1,14 +1,13 @@
 #include "RequestHeaders.h"
 
+#include <cstring>
+
 namespace zrcurl {
 namespace {
 
-// A plain loop: find_first_of with a set of characters costs a search of the set per character.
+// Two memchr scans, which go a vector at a time, rather than a test of every character.
 bool IsSafe(const std::string& text) {
-  for (const char c : text) {
-    if (c == '\r' || c == '\n') return false;
-  }
-  return true;
+  return std::memchr(text.data(), '\r', text.size()) == nullptr && std::memchr(text.data(), '\n', text.size()) == nullptr;
 }
 
 bool Append(HeaderList& list, const std::string& line) {

@@ -59,6 +59,20 @@ TEST(TkDebug, EachFormCarriesNameLevelAndJobIdentifierAsGiven) {
   EXPECT_EQ(lines[0].jobId, 123456789012LL);
 }
 
+// A text passed whole through "%s" arrives as printf would write it, directives in it untouched.
+TEST(TkDebug, PreformattedTextArrivesAsPrintfWritesIt) {
+  zrtest::LogCapture log;
+  const char* volatile absent = nullptr;  // hidden from the compiler's format checks
+  TkDebug().DebugLvl("Text", 0, 1, "%s", "100% [%d] done");
+  TkEvent().DebugLvl("Text", 0, "%s", "");
+  TkDebug().Error("Text", "%s", absent);
+  TkDebug().DebugLvl("Text", 0, 1, "%s%s", "a", "b");
+  TkDebug().DebugLvl("Text", 0, 1, "%%s");
+  EXPECT_THAT(log.Lines(), ElementsAre(LogLineIs(0, "Text", "100% [%d] done"), LogLineIs(0, "Text", ""),
+                                       LogLineIs(-1, "Text", "(null)"), LogLineIs(0, "Text", "ab"),
+                                       LogLineIs(0, "Text", "%s")));
+}
+
 TEST(LogWriter, DefaultWriterFollowsTheSinkLevelAndWritesUnderTheFunctionText) {
   const char* function = "bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::string&)";
   zrtest::LogCapture log(5);

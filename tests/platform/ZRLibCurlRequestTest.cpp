@@ -56,6 +56,7 @@ TEST_F(ZRLibCurlRequest, HeaderListCanBeFreedAndRefusesSmuggledLines) {
   ASSERT_TRUE(client.ZRLibCurlInit("Content-Type: application/json", true, true, nullptr));
   EXPECT_FALSE(client.ZRLibCurlAppendHeader(HTTP_HDR_CUSTOM, "iBaseToken: a\r\nX-Injected: b"));
   EXPECT_FALSE(client.ZRLibCurlAppendHeader(HTTP_HDR_ACCEPT, "text/plain\nX-Injected: b"));
+  EXPECT_FALSE(client.ZRLibCurlAppendHeader(HTTP_HDR_CONTENT_TYPE, "text/xml\rX-Injected: b"));
   EXPECT_FALSE(client.ZRLibCurlAppendHeader(HTTP_HDR_CUSTOM, nullptr));
   ASSERT_TRUE(client.ZRLibCurlAppendHeader(HTTP_HDR_CUSTOM, "iBaseToken: first"));
   ASSERT_TRUE(client.ZRLibCurlAppendHeader(HTTP_HDR_ACCEPT, "text/plain"));
