@@ -75,7 +75,7 @@ TEST(ChangeListPage, EveryBackslashSqueezeKeepsAllButTheBackslashes) {
 TEST(FileNameEntities, DecodeInOnePassFromTheLeft) {
   const std::pair<std::string, std::string> rows[] = {
       {"a&amp;b&#40;1&#41;.txt", "a&b(1).txt"}, {"x&lt;y&gt;", "x<y>"}, {"a&b", "ab"},   {"a&", "a"},
-      {"&amp;amp;", "&amp;"},                   {"it&#39;s", "it#39;s"}, {"&&lt;", "<"}, {"plain", "plain"}};
+      {"&amp;amp;", "&amp;"},                   {"&&lt;", "<"}};
   HuaweiJSONGetChangeListResult request(1);
   for (auto [name, decoded] : rows) {
     ASSERT_TRUE(request.handleSpecialCharactersInFileName(name));

@@ -44,20 +44,15 @@ void ExpectRequestRefusesPage(std::string text, const std::string& why) {
       << log.Dump();
 }
 
+// (Names the array writes itself, quotes, backslashes and raw bytes among them: e2e_exact_names.)
 TEST(ExactChangeList, NamesComeOutAsTheArrayHoldsThem) {
   const std::pair<std::string, std::string> rows[] = {
-      {"/tenantA/.\\\\./tenantB/payroll.xlsx", "/tenantA/.\\./tenantB/payroll.xlsx"},
-      {"say \\\"hi\\\".txt", "say \"hi\".txt"},
-      {"back\\\\slash", "back\\slash"},
       {"tab\\tx\\/\\b\\f\\n\\r", "tab\tx/\b\f\n\r"},
-      {"it&#39;s", "it's"},
       {"a&amp;b&lt;&gt;&quot;&apos;&#40;&#x29;&#X2a;", "a&b<>\"'()*"},
       {"&amp;lt; a&b a& &#65 &unknown; &#;", "&lt; a&b a& &#65 &unknown; &#;"},
       {"caf\\u00e9 \\u65E5 \\ud83d\\ude00 \\uD83D\\uDE00",
        "caf\xc3\xa9 \xe6\x97\xa5 \xf0\x9f\x98\x80 \xf0\x9f\x98\x80"},
-      {"raw caf\xc3\xa9 \xff", "raw caf\xc3\xa9 \xff"},
       {"&#128512;&#x10FFFF;", "\xf0\x9f\x98\x80\xf4\x8f\xbf\xbf"},
-      {"\\\\\\\" ]\\\" \\\"[", "\\\" ]\" \"["},
   };
   for (const auto& [body, name] : rows) {
     _HuaweiSnapshotChangeListInfo info;

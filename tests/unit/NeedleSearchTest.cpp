@@ -15,6 +15,7 @@ using HuaweiTransport::NeedleSearch;
 TEST(NeedleSearch, FindsEachNeedleAtEveryPlaceOfTextsOfEveryLength) {
   // A change-list-like filler, thick with the bytes the search takes for common.
   const std::string filler = R"({\"inode\":30342,\"filePath\":\"/d0/n7.dat\",\"size\":4096},)";
+  EXPECT_FALSE(NeedleSearch().foundIn(filler));
   const std::vector<std::vector<std::string>> sets = {
       {"\"iBaseToken\""},
       {"\"iBaseToken\"", "Pass-W0rd!", "8c3fe1a0b2d94e7f8a6b5c4d3e2f1a0b", "2102351"},
@@ -40,7 +41,8 @@ TEST(NeedleSearch, FindsEachNeedleAtEveryPlaceOfTextsOfEveryLength) {
           std::string with = text;
           with.replace(at, needle.size(), needle);
           ASSERT_TRUE(search.foundIn(with)) << needle << " at " << at << " of " << length;
-          // One byte off at either end, it matches only where the text really holds a needle.
+          // One byte off at either end, its rarer bytes still stand at their distance: it matches
+          // only where the text really holds a needle.
           for (std::size_t end : {at, at + needle.size() - 1}) {
             std::string off = with;
             off[end] ^= 0x20;
@@ -50,19 +52,6 @@ TEST(NeedleSearch, FindsEachNeedleAtEveryPlaceOfTextsOfEveryLength) {
       }
     }
   }
-}
-
-TEST(NeedleSearch, RareBytesAtTheirDistanceAreNoMatch) {
-  NeedleSearch search;
-  search.add("\"iBaseToken\"");
-  std::string text(300, 'a');
-  for (std::size_t at = 0; at + 12 <= text.size(); at += 7) {
-    text[at + 2] = 'B';
-    text[at + 6] = 'T';
-  }
-  EXPECT_FALSE(search.foundIn(text));
-  EXPECT_TRUE(NeedleSearch().empty());
-  EXPECT_FALSE(NeedleSearch().foundIn(text));
 }
 
 }  // namespace
