@@ -1,18 +1,18 @@
 // Requests of the file-system and interface lists.
 #pragma once
 
-#include "DataReadingRequests.h"
+#include "RecordRequests.h"
 
-class HuaweiJSONGetFileSystems : public HuaweiJSONGetDataList<_HuaweiFileSystemsInfo> {
+class HuaweiJSONGetFileSystems : public HuaweiJSONRecordList<_HuaweiFileSystemsInfo, std::list> {
  public:
   explicit HuaweiJSONGetFileSystems(unsigned long long const& jobId)
-      : HuaweiJSONGetDataList(jobId, "HuaweiJSONGetFileSystems::parseResponse") {}
+      : HuaweiJSONRecordList(jobId, HuaweiResponse::plainRules("HuaweiJSONGetFileSystems::parseResponse")) {}
   void getFileSystems(std::list<_HuaweiFileSystemsInfo>& fileSystems) { fileSystems = m_records; }
 };
 
-class HuaweiJSONGetArrayInterfaces : public HuaweiJSONGetDataList<_HuaweiArrayInterfaces> {
+class HuaweiJSONGetArrayInterfaces : public HuaweiJSONRecordList<_HuaweiArrayInterfaces, std::list> {
  public:
   explicit HuaweiJSONGetArrayInterfaces(unsigned long long const& jobId)
-      : HuaweiJSONGetDataList(jobId, "HuaweiJSONGetArrayInterfaces::parseResponse") {}
+      : HuaweiJSONRecordList(jobId, HuaweiResponse::plainRules("HuaweiJSONGetArrayInterfaces::parseResponse")) {}
   void getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& interfaces) { interfaces = m_records; }
 };

@@ -5,38 +5,38 @@
 using HandBuiltPiece::bare;
 using HandBuiltPiece::quoted;
 using HandBuiltPiece::vstore;
-using HuaweiSanAnswer::textOrEmpty;
 
 namespace {
 
-// The lookup's own reading: the identifier may be missing from a single object, and the host's
-// name lands in `name`.
-_HuaweiInitiator lookedUp(const jsonxx::Object& data, bool idRequired) {
+// The lookup gives the host's name where the initiator's would stand; a single object may lack
+// its identifier.
+_HuaweiInitiator lookedUp(const jsonxx::Object& data, HuaweiKeys::Keys keys) {
   _HuaweiInitiator initiator;
-  initiator.id = idRequired ? data.get<std::string>("ID") : textOrEmpty(data, "ID");
-  initiator.parentId = textOrEmpty(data, "PARENTID");
-  initiator.name = textOrEmpty(data, "PARENTNAME");
-  initiator.vstoreId = textOrEmpty(data, "vstoreId");
-  initiator.vstoreName = textOrEmpty(data, "vstoreName");
+  HuaweiKeys::readKeys(data, initiator, keys);
+  initiator.name = initiator.parentName;
+  initiator.parentName.clear();
   return initiator;
 }
 
 }  // namespace
 
+// Reads a list and a single object alike.
 bool HuaweiJSONGetInitiatorInfo::parseResponse(std::string& response) {
   const char* logName = "HuaweiJSONGetInitiatorInfo::parseResponse";
   jsonxx::Object answer;
-  if (!HuaweiSanAnswer::open(logName, m_jobId, response, answer)) return false;
-  if (answer.has<jsonxx::Array>("data")) {
-    const jsonxx::Array& data = answer.get<jsonxx::Array>("data");
-    for (unsigned int i = 0; i < data.size(); ++i) m_initiators.push_back(lookedUp(data.get<jsonxx::Object>(i), true));
-    return true;
-  }
+  if (!HuaweiResponse::parseObject(HuaweiResponse::sanLog(logName), m_jobId, response, answer)) return false;
   if (answer.has<jsonxx::Object>("data")) {
-    m_initiators.push_back(lookedUp(answer.get<jsonxx::Object>("data"), false));
+    m_initiators.push_back(lookedUp(answer.get<jsonxx::Object>("data"), HuaweiKeys::Keys::AllOptional));
     return true;
   }
-  return HuaweiSanAnswer::unusable(logName, m_jobId, HuaweiSanAnswer::kNoDataList);
+  const auto readOne = [](const jsonxx::Object& element, _HuaweiInitiator& initiator) {
+    initiator = lookedUp(element, HuaweiKeys::Keys::All);
+    return true;
+  };
+  const auto readAll = [&](const jsonxx::Array& list) {
+    return HuaweiResponse::appendRecords(list, m_initiators, readOne);
+  };
+  return HuaweiResponse::readDataList(m_jobId, answer, HuaweiResponse::sanRules(logName), readAll);
 }
 
 bool HuaweiJSONCreateHost::buildRequest(std::string& body) {

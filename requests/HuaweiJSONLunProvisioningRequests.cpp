@@ -24,23 +24,18 @@ std::string HuaweiJSONGetStoragePool::getResourceUrl() {
   return getResourceUrl(QueryPieces().add("filter", "NAME::" + m_poolName).str());
 }
 
+// By name, the first exact match is kept and the rest only looked at.
 bool HuaweiJSONGetStoragePool::parseResponse(jsonxx::Object const& response) {
   HuaweiSelfDescribing::logParsing(m_jobId);
   const bool byName = !m_poolName.empty();
-  bool matched = false;
-  const bool read = HuaweiSelfDescribing::readDataElements(*this, response, [&](jsonxx::Object const& element) {
-    if (matched) return true;
-    const std::string& name = element.get<std::string>("NAME");
-    if (byName && name != m_poolName) return true;
-    _HuaweiStoragePoolInfo pool;
-    pool.name = name;
-    pool.id = element.get<std::string>("ID");
-    pool.parentId = element.get<std::string>("PARENTID");
-    m_pools.push_back(pool);
-    matched = byName;
-    return true;
-  });
-  if (!read) return false;
+  jsonxx::Array data;
+  if (!parseResponseForDataAsArray(data, response)) return false;
+  for (unsigned int index = 0; index < data.size(); ++index) {
+    const jsonxx::Object& element = data.get<jsonxx::Object>(index);
+    if ((byName && !m_pools.empty()) || (byName && element.get<std::string>("NAME") != m_poolName)) continue;
+    m_pools.emplace_back();
+    HuaweiKeys::readKeys(element, m_pools.back());
+  }
   return (byName || !m_objectId.empty()) ? m_pools.size() == 1 : true;
 }
 

@@ -5,14 +5,6 @@
 using HandBuiltPiece::quoted;
 using HandBuiltPiece::vstore;
 
-bool HuaweiJSONGetLUNInfo::parseResponse(std::string& response) {
-  const char* logName = "HuaweiJSONGetLUNInfo::parseResponse";
-  jsonxx::Object answer;
-  if (!HuaweiSanAnswer::open(logName, m_jobId, response, answer)) return false;
-  if (answer.has<jsonxx::Object>("data") && m_lun.parseFromJson(answer.get<jsonxx::Object>("data"))) return true;
-  return HuaweiSanAnswer::unusable(logName, m_jobId, HuaweiSanAnswer::kNoDataObject);
-}
-
 bool HuaweiJSONCreateLUNSnapshot::buildRequest(std::string& body) {
   // A copy names its source snapshot by ID, a snapshot its LUN by PARENTID.
   body = "{" + quoted(m_record.isCopy ? "ID" : "PARENTID", m_record.parentId) + ", " + quoted("NAME", m_record.name) +

@@ -4,50 +4,50 @@
 #include <string>
 #include <vector>
 
-#include "SanDataRequests.h"
-#include "SanRecordReaders.h"
+#include "RecordRequests.h"
 
-class HuaweiJSONGetLUNInfo : public HuaweiJSONBase {
+// The LUN's own reader decides: a record it refuses is a parse failure.
+class HuaweiJSONGetLUNInfo : public HuaweiJSONRecordObject<_HuaweiLUNInfo> {
  public:
-  explicit HuaweiJSONGetLUNInfo(unsigned long long const& jobId) : HuaweiJSONBase(jobId) {}
-  bool parseResponse(std::string& response) override;
-  void getLUNInfo(_HuaweiLUNInfo& info) { info = m_lun; }
+  explicit HuaweiJSONGetLUNInfo(unsigned long long const& jobId)
+      : HuaweiJSONRecordObject(jobId, HuaweiResponse::sanRules("HuaweiJSONGetLUNInfo::parseResponse")) {}
+  void getLUNInfo(_HuaweiLUNInfo& info) { info = m_record; }
 
  private:
-  _HuaweiLUNInfo m_lun;
+  bool readData(const jsonxx::Object& data) override { return m_record.parseFromJson(data); }
 };
 
-class HuaweiJSONGetLUNSnapshotInfo : public HuaweiJSONSanDataObject<_HuaweiLUNSnapshotInfo> {
+class HuaweiJSONGetLUNSnapshotInfo : public HuaweiJSONRecordObject<_HuaweiLUNSnapshotInfo> {
  public:
   explicit HuaweiJSONGetLUNSnapshotInfo(unsigned long long const& jobId)
-      : HuaweiJSONSanDataObject(jobId, "HuaweiJSONGetLUNSnapshotInfo::parseResponse", HuaweiSanRecords::read) {}
+      : HuaweiJSONRecordObject(jobId, HuaweiResponse::sanRules("HuaweiJSONGetLUNSnapshotInfo::parseResponse")) {}
   void getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& info) { info = m_record; }
 };
 
-class HuaweiJSONGetLUNSnapshotInfoByName : public HuaweiJSONSanDataList<_HuaweiLUNSnapshotInfo> {
+class HuaweiJSONGetLUNSnapshotInfoByName : public HuaweiJSONRecordList<_HuaweiLUNSnapshotInfo> {
  public:
   explicit HuaweiJSONGetLUNSnapshotInfoByName(unsigned long long const& jobId)
-      : HuaweiJSONSanDataList(jobId, "HuaweiJSONGetLUNSnapshotInfoByName::parseResponse", HuaweiSanRecords::read,
-                              MissingList::EmptyOnCodeZero) {}
+      : HuaweiJSONRecordList(jobId, HuaweiResponse::sanRules("HuaweiJSONGetLUNSnapshotInfoByName::parseResponse",
+                                                             HuaweiResponse::WithoutData::Status)) {}
   void getLUNSnapshotInfoByName(std::vector<_HuaweiLUNSnapshotInfo>& snapshots) { snapshots = m_records; }
 };
 
 // Creates a snapshot of the LUN in parentId, or, when isCopy is set, a copy of the snapshot in
 // parentId. Its lines carry job 0: the job identifier is not kept.
-class HuaweiJSONCreateLUNSnapshot : public HuaweiJSONSanDataObject<_HuaweiLUNSnapshotInfo> {
+class HuaweiJSONCreateLUNSnapshot : public HuaweiJSONRecordObject<_HuaweiLUNSnapshotInfo> {
  public:
   HuaweiJSONCreateLUNSnapshot(unsigned long long const&, _HuaweiLUNSnapshotInfo const& snapshot)
-      : HuaweiJSONSanDataObject(0, "HuaweiJSONCreateLUNSnapshot::parseResponse", HuaweiSanRecords::read, snapshot) {}
+      : HuaweiJSONRecordObject(0, HuaweiResponse::sanRules("HuaweiJSONCreateLUNSnapshot::parseResponse"), snapshot) {}
   bool buildRequest(std::string& body) override;
   void getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& info) { info = m_record; }
 };
 
-class HuaweiJSONActivateLUNSnapshot : public HuaweiJSONSanStatus {
+class HuaweiJSONActivateLUNSnapshot : public HuaweiJSONStatusAnswer {
  public:
   // snapshotList: the identifiers joined by commas, sent bare.
   HuaweiJSONActivateLUNSnapshot(unsigned long long const& jobId, std::string const& snapshotList,
                                 std::string const& vstoreId)
-      : HuaweiJSONSanStatus(jobId, "HuaweiJSONActivateLUNSnapshot::parseResponse"),
+      : HuaweiJSONStatusAnswer(jobId, "HuaweiJSONActivateLUNSnapshot::parseResponse"),
         m_snapshotList(snapshotList),
         m_vstoreId(vstoreId) {}
   bool buildRequest(std::string& body) override;
@@ -57,11 +57,11 @@ class HuaweiJSONActivateLUNSnapshot : public HuaweiJSONSanStatus {
   std::string m_vstoreId;
 };
 
-class HuaweiJSONDeActivateLUNSnapshot : public HuaweiJSONSanStatus {
+class HuaweiJSONDeActivateLUNSnapshot : public HuaweiJSONStatusAnswer {
  public:
   HuaweiJSONDeActivateLUNSnapshot(unsigned long long const& jobId, std::string const& snapshotId,
                                   std::string const& vstoreId)
-      : HuaweiJSONSanStatus(jobId, "HuaweiJSONDeActivateLUNSnapshot::parseResponse"),
+      : HuaweiJSONStatusAnswer(jobId, "HuaweiJSONDeActivateLUNSnapshot::parseResponse"),
         m_snapshotId(snapshotId),
         m_vstoreId(vstoreId) {}
   bool buildRequest(std::string& body) override;
@@ -71,21 +71,21 @@ class HuaweiJSONDeActivateLUNSnapshot : public HuaweiJSONSanStatus {
   std::string m_vstoreId;
 };
 
-class HuaweiJSONDeleteLUNSnapshot : public HuaweiJSONSanStatus {
+class HuaweiJSONDeleteLUNSnapshot : public HuaweiJSONStatusAnswer {
  public:
   HuaweiJSONDeleteLUNSnapshot(unsigned long long const& jobId, std::string const& snapshotId)
-      : HuaweiJSONSanStatus(jobId, "HuaweiJSONDeleteLUNSnapshot::parseResponse"), m_snapshotId(snapshotId) {}
+      : HuaweiJSONStatusAnswer(jobId, "HuaweiJSONDeleteLUNSnapshot::parseResponse"), m_snapshotId(snapshotId) {}
 
  private:
   std::string m_snapshotId;
 };
 
-class HuaweiJSONRevertLUNSnapshot : public HuaweiJSONSanStatus {
+class HuaweiJSONRevertLUNSnapshot : public HuaweiJSONStatusAnswer {
  public:
   HuaweiJSONRevertLUNSnapshot(unsigned long long const& jobId, std::string const& snapshotId,
                               std::string const& rollbackSpeed, std::string const& vstoreId)
-      : HuaweiJSONSanStatus(jobId, "HuaweiJSONRevertLUNSnapshot::parseResponse",
-                            HuaweiSanAnswer::CodeWidth::Unsigned64),
+      : HuaweiJSONStatusAnswer(jobId, "HuaweiJSONRevertLUNSnapshot::parseResponse",
+                               {HuaweiResponse::CodeWidth::Unsigned64}),
         m_snapshotId(snapshotId),
         m_rollbackSpeed(rollbackSpeed),
         m_vstoreId(vstoreId) {}

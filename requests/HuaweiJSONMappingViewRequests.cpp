@@ -1,19 +1,18 @@
 #include "HuaweiJSONMappingViewRequests.h"
 
 #include "HandBuiltBody.h"
-#include "ResponseReading.h"
-#include "jsonxx.h"
+
+HuaweiJSONCreateMappingView::HuaweiJSONCreateMappingView(unsigned long long const& jobId,
+                                                         _HuaweiLUNMappingView const& view)
+    : HuaweiJSONRecordObject(jobId, HuaweiResponse::sanRules("HuaweiJSONCreateMappingView::parseResponse"), view) {}
 
 bool HuaweiJSONCreateMappingView::buildRequest(std::string& body) {
-  body = closedWithVstore("{" + HandBuiltPiece::quoted("NAME", m_view.name) + " ", m_view.vstoreId);
+  body = closedWithVstore("{" + HandBuiltPiece::quoted("NAME", m_record.name) + " ", m_record.vstoreId);
   return true;
 }
 
-bool HuaweiJSONCreateMappingView::parseResponse(std::string& response) {
-  return HuaweiResponse::readCreated("HuaweiJSONCreateMappingView::parseResponse", m_jobId, response,
-                                     [this](const jsonxx::Object& data) {
-                                       HuaweiResponse::readRequiredStrings(
-                                           data, {{"ID", &m_view.id}, {"NAME", &m_view.name}});
-                                       m_view.vstoreName.clear();
-                                     });
+bool HuaweiJSONCreateMappingView::readData(const jsonxx::Object& data) {
+  HuaweiKeys::readKeys(data, m_record, HuaweiKeys::Keys::RequiredOnly);
+  m_record.vstoreName.clear();
+  return true;
 }

@@ -8,38 +8,39 @@
 #include "HuaweiJSONLunGroupRequests.h"
 
 // Also lists the views that hold a LUN group. Its refusals are logged as errors.
-class HuaweiJSONGetLUNMappingViewInfo : public HuaweiJSONGetRecordList<_HuaweiLUNMappingView> {
+class HuaweiJSONGetLUNMappingViewInfo : public HuaweiJSONRecordList<_HuaweiLUNMappingView> {
  public:
   explicit HuaweiJSONGetLUNMappingViewInfo(unsigned long long const& jobId)
-      : HuaweiJSONGetRecordList(jobId, "HuaweiJSONGetLUNMappingViewInfo::parseResponse", {-1, true}) {}
+      : HuaweiJSONRecordList(jobId, groupListRules("HuaweiJSONGetLUNMappingViewInfo::parseResponse",
+                                                   {HuaweiResponse::CodeWidth::Signed32, -1})) {}
   void getLUNMappingInfo(std::vector<_HuaweiLUNMappingView>& views) { views = m_records; }
 };
 
-class HuaweiJSONGetLunGroupAssociatedWithMappingView : public HuaweiJSONGetRecordList<_HuaweiLunGroupInfo> {
+class HuaweiJSONGetLunGroupAssociatedWithMappingView : public HuaweiJSONLunGroupList {
  public:
   explicit HuaweiJSONGetLunGroupAssociatedWithMappingView(unsigned long long const& jobId)
-      : HuaweiJSONGetRecordList(jobId, "HuaweiJSONGetLunGroupAssociatedWithMappingView::parseResponse", {3, true}) {}
+      : HuaweiJSONLunGroupList(jobId, "HuaweiJSONGetLunGroupAssociatedWithMappingView::parseResponse",
+                               {HuaweiResponse::CodeWidth::Signed32}) {}
   void getLunGroupInfo(std::vector<_HuaweiLunGroupInfo>& groups) { groups = m_records; }
 };
 
-class HuaweiJSONGetHostGroupAssociatedWithMappingView : public HuaweiJSONGetRecordList<_HuaweiHostGroupInfo> {
+class HuaweiJSONGetHostGroupAssociatedWithMappingView : public HuaweiJSONRecordList<_HuaweiHostGroupInfo> {
  public:
   explicit HuaweiJSONGetHostGroupAssociatedWithMappingView(unsigned long long const& jobId)
-      : HuaweiJSONGetRecordList(jobId, "HuaweiJSONGetHostGroupAssociatedWithMappingView::parseResponse", {3, true}) {}
+      : HuaweiJSONRecordList(jobId, groupListRules("HuaweiJSONGetHostGroupAssociatedWithMappingView::parseResponse",
+                                                   HuaweiResponse::StatusReport())) {}
   void getHostGroupInfo(std::vector<_HuaweiHostGroupInfo>& groups) { groups = m_records; }
 };
 
-class HuaweiJSONCreateMappingView : public HuaweiJSONBase {
+// Takes the array's ID and NAME; the vStore identifier stays as built, its name empty.
+class HuaweiJSONCreateMappingView : public HuaweiJSONRecordObject<_HuaweiLUNMappingView> {
  public:
-  HuaweiJSONCreateMappingView(unsigned long long const& jobId, _HuaweiLUNMappingView const& view)
-      : HuaweiJSONBase(jobId), m_view(view) {}
+  HuaweiJSONCreateMappingView(unsigned long long const& jobId, _HuaweiLUNMappingView const& view);
   bool buildRequest(std::string& body) override;
-  // Takes the array's ID and NAME; the vStore stays as built.
-  bool parseResponse(std::string& response) override;
-  void getMappingViewInfo(_HuaweiLUNMappingView& view) { view = m_view; }
+  void getMappingViewInfo(_HuaweiLUNMappingView& view) { view = m_record; }
 
  private:
-  _HuaweiLUNMappingView m_view;
+  bool readData(const jsonxx::Object& data) override;
 };
 
 class HuaweiJSONAssociateHostGroupWithMappingView : public HuaweiJSONAssociationRequest {

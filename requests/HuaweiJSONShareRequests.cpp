@@ -53,33 +53,17 @@ bool readCreatedId(std::string& response, unsigned long long jobId, std::string&
 
 }  // namespace
 
-bool HuaweiJSONGetShareInfo::parseResponse(std::string& response) {
-  jsonxx::Object answer;
-  if (!HuaweiResponse::parseObject(kParserLog, m_jobId, response, answer)) return false;
-  if (answer.has<jsonxx::Array>("data")) {
-    const jsonxx::Array& data = answer.get<jsonxx::Array>("data");
-    for (unsigned int i = 0; i < data.size(); ++i) {
-      _HuaweiShareInfo share;
-      HuaweiRecords::readRecord(data.get<jsonxx::Object>(i), share);
-      m_shares.push_back(share);
-    }
-    return true;
-  }
-  if (!answer.has<jsonxx::Object>("error")) return false;
-  const jsonxx::Object& error = answer.get<jsonxx::Object>("error");
-  const std::string& description = error.get<std::string>("description");
-  const unsigned long long code = HuaweiNumbers::toUnsigned64(error.get<long double>("code"));
-  if (code == 0) return true;
-  logLine(m_jobId, kParserLog.name, "Error:[%s], Error Code[%llu]", description, code);
-  return false;
-}
+// Nothing found is an answer with an error object of code 0 and no list.
+HuaweiJSONGetShareInfo::HuaweiJSONGetShareInfo(unsigned long long const& jobId)
+    : HuaweiJSONRecordList(jobId, {kParserLog, HuaweiResponse::WithoutData::Status,
+                                   {HuaweiResponse::CodeWidth::Unsigned64, kRequestLogLevel}}) {}
 
 HuaweiJSONGetCIFSSharePermissionInfo::HuaweiJSONGetCIFSSharePermissionInfo(unsigned long long const& jobId)
-    : HuaweiJSONGetDataList(jobId, kParserLog) {}
+    : HuaweiJSONRecordList(jobId, {kParserLog, HuaweiResponse::WithoutData::Fatal}) {}
 
-void HuaweiJSONGetCIFSSharePermissionInfo::readElement(const jsonxx::Object& element,
+bool HuaweiJSONGetCIFSSharePermissionInfo::readElement(const jsonxx::Object& element,
                                                        _HuaweiCIFSSharePermissionInfo& record) {
-  HuaweiRecords::readRecord(element, record);
+  HuaweiKeys::readKeys(element, record);
   if (!m_vstoreSeen) {
     HuaweiResponse::readOptionalString(element, "vstoreId", m_vstoreId);
     HuaweiResponse::readOptionalString(element, "vstoreName", m_vstoreName);
@@ -87,6 +71,7 @@ void HuaweiJSONGetCIFSSharePermissionInfo::readElement(const jsonxx::Object& ele
   }
   record.vstoreId = m_vstoreId;
   record.vstoreName = m_vstoreName;
+  return true;
 }
 
 HuaweiJSONAddCIFSSharePermissions::HuaweiJSONAddCIFSSharePermissions(unsigned long long const& jobId,
@@ -142,7 +127,7 @@ bool HuaweiJSONShareDeletion::parseResponse(std::string& response) {
 }
 
 HuaweiJSONGetNFSSharePermissionInfo::HuaweiJSONGetNFSSharePermissionInfo(unsigned long long const& jobId)
-    : HuaweiJSONGetDataList(jobId, kParserLog) {}
+    : HuaweiJSONRecordList(jobId, {kParserLog, HuaweiResponse::WithoutData::Fatal}) {}
 
 HuaweiJSONAddNFSSharePermissions::HuaweiJSONAddNFSSharePermissions(
     unsigned long long const& jobId, std::string const& name, std::string const& parentId,

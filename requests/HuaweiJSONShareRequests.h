@@ -5,24 +5,20 @@
 #include <list>
 #include <string>
 
-#include "DataReadingRequests.h"
 #include "HuaweiJSONBase.h"
+#include "RecordRequests.h"
 
 // Shares of either protocol. An answer with an error object of code 0 and no list is how the array
 // says it found nothing.
-class HuaweiJSONGetShareInfo : public HuaweiJSONBase {
+class HuaweiJSONGetShareInfo : public HuaweiJSONRecordList<_HuaweiShareInfo, std::list> {
  public:
-  explicit HuaweiJSONGetShareInfo(unsigned long long const& jobId) : HuaweiJSONBase(jobId) {}
-  bool parseResponse(std::string& response) override;
-  void getShareInfo(std::list<_HuaweiShareInfo>& shares) { shares = m_shares; }
-
- private:
-  std::list<_HuaweiShareInfo> m_shares;
+  explicit HuaweiJSONGetShareInfo(unsigned long long const& jobId);
+  void getShareInfo(std::list<_HuaweiShareInfo>& shares) { shares = m_records; }
 };
 
 // Every CIFS permission of the array (or vStore). Behind the first element that names a vStore,
 // every later one is given that element's vStore, whatever it says itself.
-class HuaweiJSONGetCIFSSharePermissionInfo : public HuaweiJSONGetDataList<_HuaweiCIFSSharePermissionInfo> {
+class HuaweiJSONGetCIFSSharePermissionInfo : public HuaweiJSONRecordList<_HuaweiCIFSSharePermissionInfo, std::list> {
  public:
   explicit HuaweiJSONGetCIFSSharePermissionInfo(unsigned long long const& jobId);
   void getCIFSSharePermissionInfo(std::list<_HuaweiCIFSSharePermissionInfo>& permissions) {
@@ -30,7 +26,7 @@ class HuaweiJSONGetCIFSSharePermissionInfo : public HuaweiJSONGetDataList<_Huawe
   }
 
  private:
-  void readElement(const jsonxx::Object& element, _HuaweiCIFSSharePermissionInfo& record) override;
+  bool readElement(const jsonxx::Object& element, _HuaweiCIFSSharePermissionInfo& record) override;
 
   bool m_vstoreSeen = false;
   std::string m_vstoreId;
@@ -123,7 +119,7 @@ class HuaweiJSONDeleteNFSSharePermission : public HuaweiJSONShareDeletion {
 };
 
 // Every NFS client permission of the array (or vStore), each element read by itself.
-class HuaweiJSONGetNFSSharePermissionInfo : public HuaweiJSONGetDataList<_HuaweiNFSSharePermissionInfo> {
+class HuaweiJSONGetNFSSharePermissionInfo : public HuaweiJSONRecordList<_HuaweiNFSSharePermissionInfo, std::list> {
  public:
   explicit HuaweiJSONGetNFSSharePermissionInfo(unsigned long long const& jobId);
   void getNFSSharePermissionInfo(std::list<_HuaweiNFSSharePermissionInfo>& permissions) { permissions = m_records; }

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "DataReadingRequests.h"
+#include "RecordRequests.h"
 #include "HuaweiJSONBase.h"
 
 class HuaweiJSONCreateSnapshot : public HuaweiJSONBase {
@@ -36,9 +36,9 @@ class HuaweiJSONDeleteSnapshot : public HuaweiJSONBase {
   std::string m_snapshotId;
 };
 
-class HuaweiJSONGetSnapshotInfo : public HuaweiJSONGetDataObject<_HuaweiSnapshotInfo> {
+class HuaweiJSONGetSnapshotInfo : public HuaweiJSONRecordObject<_HuaweiSnapshotInfo> {
  public:
   explicit HuaweiJSONGetSnapshotInfo(unsigned long long const& jobId)
-      : HuaweiJSONGetDataObject(jobId, "HuaweiJSONGetSnapshotInfo::parseResponse") {}
+      : HuaweiJSONRecordObject(jobId, HuaweiResponse::plainRules("HuaweiJSONGetSnapshotInfo::parseResponse")) {}
   void getSnapshotInfo(_HuaweiSnapshotInfo& info) { info = m_record; }
 };

@@ -1,5 +1,5 @@
 // Shapes shared by the self-describing requests: an answer with nothing to read, a creation that
-// answers the new object's ID, and a list read element by element from "data".
+// answers the new object's ID, and the records associated with one object.
 #pragma once
 
 #include <string>
@@ -8,6 +8,7 @@
 #include "HuaweiApiValues.h"
 #include "HuaweiJSONBaseV2.h"
 #include "HuaweiVstore.h"
+#include "RecordRequests.h"
 #include "ResourcePath.h"
 #include "TkDebug.h"
 
@@ -15,18 +16,6 @@ namespace HuaweiSelfDescribing {
 
 inline void logParsing(unsigned long long jobId) {
   TkDebug(nullptr).DebugLvl("parseResponse", 5, static_cast<long long>(jobId), "Parsing the JSON response...");
-}
-
-// Hands each element of "data" to read, in order, as an object; a bare object counts as a list
-// of one. False when "data" is absent or read refuses an element (the scan stops there).
-template <typename Read>
-bool readDataElements(HuaweiJSONBaseV2& request, jsonxx::Object const& response, Read read) {
-  jsonxx::Array data;
-  if (!request.parseResponseForDataAsArray(data, response)) return false;
-  for (unsigned int index = 0; index < data.size(); ++index) {
-    if (!read(data.get<jsonxx::Object>(index))) return false;
-  }
-  return true;
 }
 
 }  // namespace HuaweiSelfDescribing
@@ -84,12 +73,11 @@ class HuaweiJSONAssociatedRecords : public HuaweiJSONBaseV2 {
   }
   using HuaweiJSONBaseV2::parseResponse;
   bool parseResponse(jsonxx::Object const& response) override {
-    return HuaweiSelfDescribing::readDataElements(*this, response, [this](jsonxx::Object const& element) {
-      Record record;
-      if (!record.parseFromJson(element)) return false;
-      m_records.push_back(record);
-      return true;
-    });
+    jsonxx::Array data;
+    return parseResponseForDataAsArray(data, response) &&
+           HuaweiResponse::appendRecords(data, m_records, [](jsonxx::Object const& element, Record& record) {
+             return record.parseFromJson(element);
+           });
   }
 
  protected:
