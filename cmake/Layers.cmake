@@ -40,8 +40,9 @@ zr_layer(zr_model FOLDERS model SHOWN model BELOW jsonxx ZrLib XoUtils Boost::he
 zr_layer(zr_request_vocabulary FOLDERS requests/vocabulary SHOWN requests/vocabulary)
 zr_layer(zr_transport FOLDERS transport SHOWN transport BELOW zr_model zr_request_vocabulary zrlibcurl)
 zr_layer(zr_requests FOLDERS requests SHOWN requests BELOW zr_transport)
-# The frames, the operation log and the session's cookie files serve the facade alone.
-zr_layer(zr_facade FOLDERS facade facade/private SHOWN facade BELOW zr_requests)
+# The frames, the operation log and the session's cookie files serve the facade alone; users reach
+# ZrManageHuawei.h through the shared library.
+zr_layer(zr_facade FOLDERS facade facade/private BELOW zr_requests)
 # Number conversions of the change lists: lets the compiler inline the rounding of long doubles.
 set_source_files_properties(model/ArrayNumbers.cpp PROPERTIES COMPILE_OPTIONS -fno-math-errno)
 
