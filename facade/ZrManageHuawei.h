@@ -8,16 +8,17 @@
 #pragma once
 
 #include <list>
+#include <memory>
 #include <vector>
 #include <string>
 
 #include "CXoError.h"
 #include "HuaweiApiResultStatus.h"
 #include "HuaweiIncludes.h"
-#include "HuaweiRestAPI.h"
 #include "TkDebug.h"
 
 class HuaweiJSONBaseV2;
+class HuaweiRestAPI;
 class OperationLog;
 class FirstGenerationCall;
 class SecondGenerationCall;
@@ -40,10 +41,6 @@ class ZrManageHuawei {
   bool closeSession();
   // Code and text that the last login request returned.
   void GetErrorInfo(unsigned long long& code, std::string& text);
-
-  // Drives any self-describing request: opens the session when needed, sends, tolerates the
-  // request's ignorable codes, parses.
-  HuaweiApi::ResultStatus ProcessWithServer(std::string const& operationName, HuaweiJSONBaseV2* const& request);
 
   // ---- Array identity ----
   bool getSystemInformation(_HuaweiSystemInformation& info);
@@ -252,13 +249,20 @@ class ZrManageHuawei {
 
 
  private:
+  // The request classes are the library's own: their one way in is SelfDescribingDriver.
+  friend struct SelfDescribingDriver;
+  // Drives any self-describing request: opens the session when needed, sends, tolerates the
+  // request's ignorable codes, parses.
+  HuaweiApi::ResultStatus ProcessWithServer(std::string const& operationName, HuaweiJSONBaseV2* const& request);
+
   FirstGenerationCall firstGeneration(OperationLog& log);
   // logName: what the lines are tagged with; signature: the operation's signature as its errors
   // are located.
   SecondGenerationCall secondGeneration(const char* logName, const char* signature);
   ThirdGenerationCall thirdGeneration(const char* logName, const char* operationName);
 
-  HuaweiRestAPI m_restApi;
+  // Behind a pointer, so that the transport's header stays inside the library.
+  std::unique_ptr<HuaweiRestAPI> m_restApi;
   unsigned long long m_jobId;
   bool m_initialized;
   std::string m_vstoreId;

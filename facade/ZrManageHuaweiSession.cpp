@@ -8,6 +8,7 @@
 #include "HuaweiJSONBaseV2.h"
 #include "HuaweiJSONGetTokenInfo.h"
 #include "HuaweiOpTypes.h"
+#include "HuaweiRestAPI.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
 #include "RequiredValueContainment.h"
@@ -19,7 +20,11 @@
 #include "ZrManageHuawei.h"
 
 ZrManageHuawei::ZrManageHuawei(unsigned long long const& jobId)
-    : m_jobId(jobId), m_initialized(false), m_vstoreId(HuaweiVstore::kNone), m_debug(nullptr) {}
+    : m_restApi(std::make_unique<HuaweiRestAPI>()),
+      m_jobId(jobId),
+      m_initialized(false),
+      m_vstoreId(HuaweiVstore::kNone),
+      m_debug(nullptr) {}
 
 ZrManageHuawei::~ZrManageHuawei() {
   static const char kLog[] = "ZrManageHuawei::~ZrManageHuawei";
@@ -56,10 +61,10 @@ bool ZrManageHuawei::createSession() {
   }
   m_debug.DebugLvl(kLog, 0, m_jobId, "Initializing Huawei params.");
 
-  m_restApi.setJobID(m_jobId);
-  m_restApi.setUserName(m_userName);
-  m_restApi.setPassword(m_password);
-  m_restApi.setControlHost(m_controlHost);
+  m_restApi->setJobID(m_jobId);
+  m_restApi->setUserName(m_userName);
+  m_restApi->setPassword(m_password);
+  m_restApi->setControlHost(m_controlHost);
 
   // "HUAWEI-<job>_<time>_<host>_<address>", glued to "/tmp" in the root directory unless the
   // embedder chose a directory for cookie files.
@@ -72,7 +77,7 @@ bool ZrManageHuawei::createSession() {
   } else {
     m_cookieFile = directory.back() == '/' ? directory + name : directory + "/" + name;
   }
-  m_restApi.setCookieFile(m_cookieFile);
+  m_restApi->setCookieFile(m_cookieFile);
   SessionCookieFiles::hold(this, m_cookieFile);
 
   // Set before the login: setTokenInfo and the clean-up below test it.
@@ -83,7 +88,7 @@ bool ZrManageHuawei::createSession() {
 }
 
 bool ZrManageHuawei::setTokenInfo() {
-  HuaweiJSONGetTokenInfo request(m_jobId, m_restApi.getUserName(), m_restApi.getPassword());
+  HuaweiJSONGetTokenInfo request(m_jobId, m_restApi->getUserName(), m_restApi->getPassword());
   OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::setTokenInfo", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
   call.guard("setTokenInfo")
@@ -93,8 +98,8 @@ bool ZrManageHuawei::setTokenInfo() {
     std::string baseToken;
     std::string deviceId;
     request.getTokenInformation(baseToken, deviceId, m_vstoreId);
-    m_restApi.setBaseToken(baseToken);
-    m_restApi.setDeviceId(deviceId);
+    m_restApi->setBaseToken(baseToken);
+    m_restApi->setDeviceId(deviceId);
     log.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]", baseToken.c_str(),
              deviceId.c_str(), m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
   });
@@ -110,13 +115,13 @@ bool ZrManageHuawei::closeSession() {
     return true;
   }
   m_debug.DebugLvl(kLog, 5, m_jobId, "Closing the file server session with token[%s].",
-                   m_restApi.getBaseToken().c_str());
+                   m_restApi->getBaseToken().c_str());
   // Closed from here on, whatever the array answers.
   m_initialized = false;
   // A login whose answer lacked a required value sends nothing more.
   if (RequiredValueContainment::failed()) return false;
   std::string response;
-  if (!m_restApi.del("sessions", std::string(), response, HuaweiOpType::CLOSE_SESSION)) {
+  if (!m_restApi->del("sessions", std::string(), response, HuaweiOpType::CLOSE_SESSION)) {
     m_debug.DebugLvl(kLog, -1, m_jobId, "Unable to close the file server session.");
     return false;
   }
@@ -131,11 +136,11 @@ void ZrManageHuawei::GetErrorInfo(unsigned long long& code, std::string& text) {
 std::string ZrManageHuawei::getvStoreId() { return m_vstoreId; }
 
 FirstGenerationCall ZrManageHuawei::firstGeneration(OperationLog& log) {
-  return FirstGenerationCall(m_restApi, m_initialized, log);
+  return FirstGenerationCall(*m_restApi, m_initialized, log);
 }
 
 SecondGenerationCall ZrManageHuawei::secondGeneration(const char* logName, const char* signature) {
-  return SecondGenerationCall(m_restApi, m_initialized, m_debug, logName, m_jobId, signature);
+  return SecondGenerationCall(*m_restApi, m_initialized, m_debug, logName, m_jobId, signature);
 }
 
 ThirdGenerationCall ZrManageHuawei::thirdGeneration(const char* logName, const char* operationName) {
@@ -171,7 +176,7 @@ HuaweiApi::ResultStatus ZrManageHuawei::ProcessWithServer(std::string const& ope
   m_debug.DebugLvl(kLog, 3, m_jobId, "Sending request... [%s]. URL [%s]", body.c_str(), url.c_str());
 
   std::string response;
-  const HuaweiApi::ResultStatus status = m_restApi.processReq(type, url, body, response, request->getOpType());
+  const HuaweiApi::ResultStatus status = m_restApi->processReq(type, url, body, response, request->getOpType());
   if (!status) {
     if (!request->isIgnorableErrorCode(status.GetErrorCode())) {
       m_debug.Error(kLog, "Unable to process the req for operation [%s]", operationName.c_str());

@@ -3,6 +3,7 @@
 #include "HuaweiArrayCodes.h"
 #include "HuaweiJSONSnapshotRequests.h"
 #include "HuaweiOpTypes.h"
+#include "HuaweiRestAPI.h"
 #include "OperationLog.h"
 #include "ResourcePath.h"
 #include "YbString.h"
@@ -75,7 +76,7 @@ bool ZrManageHuawei::isSnapshotPresent(std::string const& snapshotId, std::strin
   const bool present = getFileSystemSnapshotInfo(snapshotId, info, vstoreId);
   unsigned long long code = 0;
   std::string text;
-  if (!present) m_restApi.getErrorInfo(code, text);
+  if (!present) m_restApi->getErrorInfo(code, text);
   if (!present && code == HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST) {
     log.line(0, "Snapshot [%s] does not exist on the array. It must have been externally deleted.",
              snapshotId.c_str());

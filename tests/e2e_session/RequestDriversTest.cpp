@@ -4,6 +4,7 @@
 #include "ArrayClientTest.h"
 #include "HuaweiJSONBaseV2.h"
 #include "LogCapture.h"
+#include "SelfDescribingDriver.h"
 #include "SessionHelpers.h"
 
 namespace {
@@ -22,7 +23,7 @@ class RequestDrivers : public zrtest::ArrayClientTest {
  protected:
   HuaweiApi::ResultStatus process(ZrManageHuawei& array, ProbeRequest& request) {
     HuaweiJSONBaseV2* const pointer = &request;
-    return array.ProcessWithServer("ProbeOperation", pointer);
+    return SelfDescribingDriver::process(array, "ProbeOperation", pointer);
   }
 };
 

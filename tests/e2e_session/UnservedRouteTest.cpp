@@ -7,6 +7,7 @@
 #include "ArrayClientTest.h"
 #include "HuaweiArrayCodes.h"
 #include "HuaweiJSONBaseV2.h"
+#include "SelfDescribingDriver.h"
 
 namespace zrtest {
 namespace {
@@ -29,7 +30,7 @@ TEST_F(UnservedRoute, FailsEvenWhereAbsentObjectsCountAsDone) {
   auto array = loggedInFacade();
   UnservedDeletion request;
   HuaweiJSONBaseV2* const pointer = &request;
-  const HuaweiApi::ResultStatus status = array->ProcessWithServer("Unserved", pointer);
+  const HuaweiApi::ResultStatus status = SelfDescribingDriver::process(*array, "Unserved", pointer);
   EXPECT_TRUE(status.IsError());
   EXPECT_EQ(lastRequest().resource.substr(0, 18), "no_such_resource/7");
 }

@@ -1,7 +1,7 @@
 #include "ThirdGenerationCall.h"
 
 #include "HuaweiJSONBaseV2.h"
-#include "ZrManageHuawei.h"
+#include "SelfDescribingDriver.h"
 
 HuaweiApi::ResultStatus ThirdGenerationCall::check(std::initializer_list<Refusal> refusals) {
   for (const Refusal& refusal : refusals) {
@@ -12,5 +12,5 @@ HuaweiApi::ResultStatus ThirdGenerationCall::check(std::initializer_list<Refusal
 
 HuaweiApi::ResultStatus ThirdGenerationCall::send(HuaweiJSONBaseV2& request) {
   HuaweiJSONBaseV2* const requestPointer = &request;
-  return m_facade.ProcessWithServer(m_operationName, requestPointer);
+  return SelfDescribingDriver::process(m_facade, m_operationName, requestPointer);
 }
