@@ -94,7 +94,6 @@ TEST_F(Snapshots, SnapDiffRefusalsAreRetriedWithoutTheOption) {
 TEST_F(Snapshots, CreateFailuresKeepTheName) {
   sim().snapshots().take("7", "taken");
   auto array = loggedInFacade();
-  LogCapture log;
   std::string snapshot = "taken";
   EXPECT_FALSE(array->createFileSystemSnapshot(7, snapshot, true, "3"));
   sim().faults().add(arraysim::FaultRule::On("POST", "fssnapshot").arrayError(1073754130, "no SnapDiff"));
@@ -102,7 +101,6 @@ TEST_F(Snapshots, CreateFailuresKeepTheName) {
   EXPECT_FALSE(array->createFileSystemSnapshot(7, snapshot, true, "3"));
   EXPECT_EQ(snapshot, "taken");
   EXPECT_EQ(requests().size(), 3u);
-  EXPECT_TRUE(log.HasLine(-1, kCreateLog, "Unable to create snapshot.")) << log.Dump();
 }
 
 TEST_F(Snapshots, InfoCopiesTheRecordOrMarksItAbsent) {
@@ -159,26 +157,17 @@ TEST_F(Snapshots, PresenceFollowsTheLastClassifiedCode) {
   }
 }
 
-// (The queries' other combinations: BodyAndUrlBuildersTest and the test below.)
+// A plain snapshot outside any vStore is deleted without the incremental-backup flag. (Its
+// vStore form: SnapshotShapeTest.)
 TEST_F(Snapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
   auto array = loggedInFacade();
-  const struct {
-    const char* snapType;
-    const char* vstoreId;
-    const char* lookupQuery;
-    const char* deleteQuery;
-  } forms[] = {{"8", "3", "?vstoreId=3", "?DELINCREMENTALBACKUPSNAP=true&vstoreId=3"}, {"1", "-12345", "", ""}};
-  for (const auto& form : forms) {
-    const std::string id = sim().snapshots().take("7", "old");
-    sim().snapshots().setType(id, form.snapType);
-    sim().requests().clear();
-    LogCapture log;
-    EXPECT_TRUE(array->deleteFileSystemSnapshot(id, form.vstoreId));
-    EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET fssnapshot/" + id + form.lookupQuery,
-                                                        "DELETE fssnapshot/" + id + form.deleteQuery}));
-    EXPECT_FALSE(sim().snapshots().exists(id));
-    EXPECT_TRUE(log.HasLine(0, kDeleteLog, "Successfully deleted the Snapshot ID[" + id + "]"));
-  }
+  const std::string id = sim().snapshots().take("7", "old");
+  sim().snapshots().setType(id, "1");
+  LogCapture log;
+  EXPECT_TRUE(array->deleteFileSystemSnapshot(id, "-12345"));
+  EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET fssnapshot/" + id, "DELETE fssnapshot/" + id}));
+  EXPECT_FALSE(sim().snapshots().exists(id));
+  EXPECT_TRUE(log.HasLine(0, kDeleteLog, "Successfully deleted the Snapshot ID[" + id + "]"));
 }
 
 // An absent snapshot counts as deleted; a type that could not be learned is taken for an
