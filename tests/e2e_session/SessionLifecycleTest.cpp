@@ -97,19 +97,6 @@ TEST_F(SessionLifecycle, LoginsThatCannotStartSendNothing) {
                                   host()));
 }
 
-// (That the password stays out of every line is PasswordNeverReachesALogLineOrAFile's.)
-TEST_F(SessionLifecycle, WrongPasswordReportsTheArraysCode) {
-  zrtest::LogCapture log;
-  ZrManageHuawei array(kJobId);
-  EXPECT_FALSE(array.createSession("admin", "wrongpass", host()));
-  unsigned long long code = 0;
-  std::string text;
-  array.GetErrorInfo(code, text);
-  EXPECT_EQ(code, 1077949061ULL);
-  EXPECT_EQ(text, "The user name or password is incorrect.");
-  EXPECT_TRUE(log.HasLine(-1, "ZrManageHuawei::setTokenInfo", "Unable to get the base token information"));
-}
-
 TEST_F(SessionLifecycle, CookieFileIsKeptWhateverFileSystemTheWorkingDirectoryIsOn) {
   char scratch[] = "/dev/shm/zr-cwd-XXXXXX";
   struct stat root {}, shm {};

@@ -70,17 +70,5 @@ TEST_F(ZRLibCurlTrust, SwitchedOffVerificationWarnsForEveryClient) {
   EXPECT_EQ(warnings, 2) << log.Dump();
 }
 
-// A pooled connection would skip the new pin check.
-TEST_F(ZRLibCurlTrust, NewSettingsDoNotReusePooledConnections) {
-  HttpsTestServer server(LocalCertificates());
-  ASSERT_TRUE(SendOnce(HTTP_REQ_GET, server.Url("/first")).sent);
-  ZRLibCurlOptions pinned = TrustingLocalCa();
-  pinned.pinnedPublicKey = arraysim::PublicKeyPin(OtherCertificates().serverCertPath);
-  ZRLibCurlSetOptions(pinned);
-  EXPECT_FALSE(SendOnce(HTTP_REQ_GET, server.Url("/second")).sent);
-  ZRLibCurlSetOptions(ZRLibCurlOptions());
-  EXPECT_EQ(server.Requests().size(), 1u);
-}
-
 }  // namespace
 }  // namespace platformtest
