@@ -69,6 +69,18 @@ std::size_t ipv4Length(const std::string& text, std::size_t at) {
   return dots == 3 && isAddress(AF_INET, std::string_view(text).substr(at, end - at)) ? end - at : 0;
 }
 
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Every dotted quad holds a digit, a dot and a digit in a row. Most texts with a dot (file names,
+// a change-list page full of them) hold none, and are then left without a copy or a byte-wise scan.
+bool mayHoldIpv4(std::string_view text) {
+  for (std::size_t dot = text.find('.', 1); dot != std::string_view::npos && dot + 1 < text.size();
+       dot = text.find('.', dot + 1)) {
+    if (isDigit(text[dot - 1]) && isDigit(text[dot + 1])) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 // Which values identify the array or its site, by the member that holds them and the collection
@@ -194,7 +206,7 @@ void RecordingAnonymiser::rewriteBody(std::string& body) {
       return true;
     }
     // An address inside a longer text, such as a description.
-    if (value.find('.') == std::string_view::npos) return false;
+    if (!mayHoldIpv4(value)) return false;
     replacement.assign(value);
     rewriteAddresses(replacement);
     return replacement != value;
