@@ -2,6 +2,7 @@
 
 #include <arpa/inet.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 
@@ -62,10 +63,10 @@ std::string_view collectionOf(std::string_view resource) {
 std::size_t ipv4Length(const std::string& text, std::size_t at) {
   if (at > 0 && (std::isdigit(static_cast<unsigned char>(text[at - 1])) || text[at - 1] == '.')) return 0;
   std::size_t end = at;
-  int dots = 0;
-  for (; end < text.size() && (std::isdigit(static_cast<unsigned char>(text[end])) || text[end] == '.'); ++end) {
-    dots += text[end] == '.';
-  }
+  while (end < text.size() && (std::isdigit(static_cast<unsigned char>(text[end])) || text[end] == '.')) ++end;
+  // A full stop after an address ends the sentence, not the address.
+  while (text[end - 1] == '.') --end;
+  const auto dots = std::count(text.begin() + at, text.begin() + end, '.');
   return dots == 3 && isAddress(AF_INET, std::string_view(text).substr(at, end - at)) ? end - at : 0;
 }
 

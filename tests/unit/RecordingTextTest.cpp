@@ -109,6 +109,7 @@ TEST(RecordingAnonymiser, SameValueSameStandInAcrossResourcesBodiesAndKinds) {
 TEST(RecordingAnonymiser, AddressesInsideTextsAtEitherEnd) {
   for (const auto& [text, expected] : std::vector<std::pair<std::string, std::string>>{
            {"10.1.2.3 first", "10.0.0.1 first"}, {"last 10.1.2.3", "last 10.0.0.1"},
+           {"at 10.1.2.3. Then", "at 10.0.0.1. Then"},
            {"a.txt,b1.log,v2.0,1.2.3.4.5,.5.6.7.8", "a.txt,b1.log,v2.0,1.2.3.4.5,.5.6.7.8"}}) {
     HuaweiTransport::RecordingAnonymiser anonymiser;
     std::string resource = "/deviceManager/rest/{deviceid}/filesystem", request;
