@@ -14,7 +14,6 @@
 #include <iostream>
 #include <list>
 #include <map>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -24,7 +23,6 @@
 
 #include "ExampleArray.h"
 #include "TkLogSink.h"
-#include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
 
 namespace {

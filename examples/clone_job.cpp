@@ -10,7 +10,6 @@
 #include <functional>
 #include <iostream>
 #include <list>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -20,7 +19,6 @@
 
 #include "ExampleArray.h"
 #include "TkLogSink.h"
-#include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
 
 namespace {

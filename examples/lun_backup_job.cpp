@@ -7,7 +7,6 @@
 //   ZR_ARRAY_PASSWORD=... lun_backup_job --host 10.0.0.5 --user admin --ca-bundle array-ca.pem --lun-id 11
 #include <functional>
 #include <iostream>
-#include <memory>
 #include <stdexcept>
 #include <string>
 

@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <iostream>
 #include <list>
-#include <memory>
 #include <stdexcept>
 #include <string>
 
