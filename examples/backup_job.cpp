@@ -2,21 +2,18 @@
 // log in, look at the array, take a base snapshot, let files change, take an incremental
 // snapshot, walk the change list between the two, delete both snapshots and log out.
 //
-//   backup_job --with-simulator [--address 127.0.0.1]
+//   backup_job --with-simulator [--address 127.0.0.1] [--record run.jsonl]
 //       runs against the bundled array simulator, started in this process, which also changes
 //       the files between the two snapshots
 //   ZR_ARRAY_PASSWORD=... backup_job --host 10.0.0.5 --user backup --ca-bundle array-ca.pem
 //       runs against a real array (the password comes from the environment or a prompt)
-#include <termios.h>
-#include <unistd.h>
-
+//   backup_job ... --inventory
+//       only reads: the system, its file systems and interfaces
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <iostream>
 #include <list>
 #include <map>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -24,9 +21,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "BundledSimulator.h"
+#include "ExampleArray.h"
 #include "TkLogSink.h"
-#include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -50,26 +46,6 @@ void installLogSink() {
     std::cout.flush();  // keeps the job's own lines and the library's in order
     std::fprintf(stderr, "  %s %s: %s\n", tag, line.name.c_str(), line.text.c_str());
   });
-}
-
-std::string readPassword() {
-  if (const char* fromEnvironment = std::getenv("ZR_ARRAY_PASSWORD")) return fromEnvironment;
-  std::string password;
-  termios saved{};
-  const bool terminal = isatty(STDIN_FILENO) && tcgetattr(STDIN_FILENO, &saved) == 0;
-  if (terminal) {
-    termios silent = saved;
-    silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    tcsetattr(STDIN_FILENO, TCSANOW, &silent);
-  }
-  std::cerr << "Password: " << std::flush;
-  std::getline(std::cin, password);
-  if (terminal) {
-    tcsetattr(STDIN_FILENO, TCSANOW, &saved);
-    std::cerr << "\n";
-  }
-  if (password.empty()) throw JobFailure("no password (set ZR_ARRAY_PASSWORD or type it at the prompt)");
-  return password;
 }
 
 // A small array: two file systems with files, two interfaces, NDMP on the first one.
@@ -191,20 +167,21 @@ void printSummary(const WalkSummary& summary) {
 }
 
 struct JobSettings {
-  std::string host, user, password, fileSystemName;
+  std::string fileSystemName;
   unsigned long long jobId = 1;
   int intervalSeconds = 0;
+  bool inventoryOnly = false;
 };
 
-void runJob(const JobSettings& settings, arraysim::ArraySimulator* simulator) {
+void runJob(const JobSettings& settings, const ExampleArray& target) {
   ZrManageHuawei array(settings.jobId);  // logs out and removes the cookie file when destroyed
-  require(array.createSession(settings.user, settings.password, settings.host), "login to " + settings.host);
+  require(array.createSession(target.user(), target.password(), target.host()), "login to " + target.host());
 
   _HuaweiSystemInformation system;
   require(array.getSystemInformation(system), "reading the system information");
   const std::string vstore = array.getvStoreId();  // "-12345": the login belongs to no vStore
-  std::cout << "logged in to " << system.name << " (ID " << system.id << ", version " << system.productVersion
-            << ") as " << settings.user << ", vStore " << vstore << "\n";
+  std::cout << "logged in to " << system.name << " (version " << system.productVersion << ") as " << target.user()
+            << ", vStore " << vstore << "\n";
 
   std::list<_HuaweiFileSystemsInfo> fileSystems;
   require(array.getFileSystemsList(fileSystems, vstore), "listing file systems");
@@ -216,6 +193,11 @@ void runJob(const JobSettings& settings, arraysim::ArraySimulator* simulator) {
   for (const auto& lif : interfaces) {
     std::cout << "  " << lif.name << "  " << lif.ipv4Address << (lif.ipv6Address.empty() ? "" : " ")
               << lif.ipv6Address << (lif.ndmpMonitoringIp ? "  [NDMP]" : "") << "\n";
+  }
+  if (settings.inventoryOnly) {
+    require(array.closeSession(), "logout");
+    std::cout << "session closed; inventory done\n";
+    return;
   }
 
   const _HuaweiFileSystemsInfo* chosen = nullptr;
@@ -235,9 +217,9 @@ void runJob(const JobSettings& settings, arraysim::ArraySimulator* simulator) {
   snapshots.add(base);
   std::cout << "base snapshot " << base << "\n";
 
-  if (simulator) {
-    changeFiles(*simulator, chosen->id);
-    std::cout << "the simulator changed some files\n";
+  if (target.simulator()) {
+    changeFiles(*target.simulator(), chosen->id);
+    std::cerr << "the simulator changed some files\n";
   } else if (settings.intervalSeconds > 0) {
     std::cout << "waiting " << settings.intervalSeconds << " s for files to change\n";
     std::this_thread::sleep_for(std::chrono::seconds(settings.intervalSeconds));
@@ -262,42 +244,28 @@ void runJob(const JobSettings& settings, arraysim::ArraySimulator* simulator) {
 int main(int argc, char** argv) {
   CLI::App app{"An incremental backup job on a Huawei array: two snapshots and the files changed between them."};
   bool withSimulator = false;
-  std::string address = "127.0.0.1", caBundle;
+  ExampleArray target;
   JobSettings settings;
-  app.add_flag("--with-simulator", withSimulator, "Run against the bundled array simulator, started here");
-  app.add_option("--address", address, "Loopback address of the simulator (port 8088)")->capture_default_str();
-  app.add_option("--host", settings.host, "Management address of the array");
-  app.add_option("--user", settings.user, "User name (the password comes from ZR_ARRAY_PASSWORD or a prompt)");
-  app.add_option("--ca-bundle", caBundle, "PEM file with the CA that signed the array's certificate");
+  target.addOptions(app);
+  app.add_flag("--with-simulator", withSimulator, "Run against the bundled array simulator, started here")
+      ->excludes("--host");
   app.add_option("--file-system", settings.fileSystemName, "File system to back up (default: the first one)");
   app.add_option("--interval", settings.intervalSeconds, "Seconds between the two snapshots on a real array");
   app.add_option("--job-id", settings.jobId, "Job identifier")->capture_default_str();
+  app.add_flag("--inventory", settings.inventoryOnly, "Only read the system, its file systems and interfaces");
   CLI11_PARSE(app, argc, argv);
 
   installLogSink();
-  std::unique_ptr<arraysim::ArraySimulator> simulator;
-  int exitCode = 0;
   try {
-    ZRLibCurlOptions tls;  // certificate and host name are always verified
-    if (withSimulator) {
-      arraysim::SimulatorOptions options;
-      options.address = address;
-      options.seed = simulatorSeed();
-      simulator = startBundledSimulator(options, tls, settings.host, settings.user, settings.password);
-      if (settings.fileSystemName.empty()) settings.fileSystemName = "projects";
-    } else {
-      if (settings.host.empty() || settings.user.empty()) {
-        throw JobFailure("give --host and --user, or --with-simulator");
-      }
-      tls.caBundlePath = caBundle;  // empty: the system's CA store
-      settings.password = readPassword();
-    }
-    ZRLibCurlSetOptions(tls);
-    runJob(settings, simulator.get());
+    if (!withSimulator && target.simulated()) throw JobFailure("give --host and --user, or --with-simulator");
+    arraysim::SimulatorOptions options;
+    options.seed = simulatorSeed();
+    target.connect(options);
+    if (target.simulated() && settings.fileSystemName.empty()) settings.fileSystemName = "projects";
+    runJob(settings, target);
   } catch (const std::exception& error) {
     std::cerr << "backup_job: " << error.what() << std::endl;
-    exitCode = 1;
+    return 1;
   }
-  ZRLibCurlSetOptions(ZRLibCurlOptions());  // closes pooled connections before the simulator stops
-  return exitCode;
+  return 0;
 }

@@ -2,16 +2,14 @@
 // LUN, wait for the first synchronisation, split the copy off, then remove everything the job
 // made, in reverse order, also when a step fails.
 //
-//   clone_job --with-simulator [--address 127.0.0.1]
+//   clone_job --with-simulator [--address 127.0.0.1] [--record run.jsonl]
 //       runs against the bundled array simulator, started in this process, and checks at the end
 //       that the array holds exactly what it held at the start
-//   ZR_ARRAY_PASSWORD=... clone_job --host 10.0.0.5 --user admin --pool StoragePool001
+//   ZR_ARRAY_PASSWORD=... clone_job --host 10.0.0.5 --user admin --ca-bundle array-ca.pem --pool StoragePool001
 #include <chrono>
-#include <cstdlib>
 #include <functional>
 #include <iostream>
 #include <list>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -19,9 +17,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "BundledSimulator.h"
+#include "ExampleArray.h"
 #include "TkLogSink.h"
-#include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -60,9 +57,9 @@ class Cleanup {
 };
 
 struct JobSettings {
-  std::string host, user, password, pool = "pool1", capacity = "2097152";
+  std::string pool = "pool1", capacity = "2097152";
   unsigned long long jobId = 7;
-  int pollMilliseconds = 0;
+  int pollMilliseconds = 5000;
 };
 
 _HuaweiLUNInfo lunIn(const _HuaweiStoragePoolInfo& pool, const std::string& name, const std::string& capacity) {
@@ -75,9 +72,9 @@ _HuaweiLUNInfo lunIn(const _HuaweiStoragePoolInfo& pool, const std::string& name
   return lun;
 }
 
-void runJob(const JobSettings& settings) {
+void runJob(const JobSettings& settings, const ExampleArray& target) {
   ZrManageHuawei array(settings.jobId);
-  array.setCredentials(settings.user, settings.password, settings.host);  // the first operation logs in
+  array.setCredentials(target.user(), target.password(), target.host());  // the first operation logs in
   Cleanup cleanup;
 
   _HuaweiStoragePoolInfo pool;
@@ -131,45 +128,34 @@ void runJob(const JobSettings& settings) {
 int main(int argc, char** argv) {
   CLI::App app{"A clone job on a Huawei array: a LUN, its clone, a synchronised copy, split off, then cleaned up."};
   bool withSimulator = false;
-  std::string address = "127.0.0.1", caBundle;
+  ExampleArray target;
   JobSettings settings;
-  app.add_flag("--with-simulator", withSimulator, "Run against the bundled array simulator, started here");
-  app.add_option("--address", address, "Loopback address of the simulator (port 8088)")->capture_default_str();
-  app.add_option("--host", settings.host, "Management address of the array");
-  app.add_option("--user", settings.user, "User name (the password comes from ZR_ARRAY_PASSWORD)");
-  app.add_option("--ca-bundle", caBundle, "PEM file with the CA that signed the array's certificate");
+  target.addOptions(app);
+  app.add_flag("--with-simulator", withSimulator, "Run against the bundled array simulator, started here")
+      ->excludes("--host");
   app.add_option("--pool", settings.pool, "Storage pool of the two LUNs")->capture_default_str();
   app.add_option("--capacity", settings.capacity, "Capacity of each LUN, in the array's unit")->capture_default_str();
+  app.add_option("--poll-interval", settings.pollMilliseconds, "Milliseconds between two reads of the pair")
+      ->capture_default_str();
   CLI11_PARSE(app, argc, argv);
 
   tklog::SetMaxLevel(0);  // the operations' request and success lines, and every error
-  std::unique_ptr<arraysim::ArraySimulator> simulator;
-  int exitCode = 0;
   try {
-    ZRLibCurlOptions tls;  // certificate and host name are always verified
+    if (!withSimulator && target.simulated()) throw JobFailure("give --host and --user, or --with-simulator");
+    target.connect(arraysim::SimulatorOptions());
     nlohmann::json before;
-    if (withSimulator) {
-      arraysim::SimulatorOptions options;
-      options.address = address;
-      simulator = startBundledSimulator(options, tls, settings.host, settings.user, settings.password);
+    if (auto* simulator = target.simulator()) {
+      settings.pollMilliseconds = 0;  // it synchronises a step per read
       simulator->store().insert("storagepool", {{"ID", "0"}, {"NAME", settings.pool}, {"PARENTID", "0"}});
       before = simulator->store().dump();
-    } else {
-      const char* password = std::getenv("ZR_ARRAY_PASSWORD");
-      if (settings.host.empty() || settings.user.empty() || password == nullptr) {
-        throw JobFailure("give --host, --user and ZR_ARRAY_PASSWORD, or --with-simulator");
-      }
-      tls.caBundlePath = caBundle;
-      settings.password = password;
-      settings.pollMilliseconds = 5000;
     }
-    ZRLibCurlSetOptions(tls);
-    runJob(settings);
-    if (simulator && simulator->store().dump() != before) throw JobFailure("the array holds objects the job made");
+    runJob(settings, target);
+    if (target.simulator() && target.simulator()->store().dump() != before) {
+      throw JobFailure("the array holds objects the job made");
+    }
   } catch (const std::exception& error) {
     std::cerr << "clone_job: " << error.what() << std::endl;
-    exitCode = 1;
+    return 1;
   }
-  ZRLibCurlSetOptions(ZRLibCurlOptions());  // closes pooled connections before the simulator stops
-  return exitCode;
+  return 0;
 }

@@ -2,20 +2,19 @@
 // activate it, make sure the backup host exists with its iSCSI initiator and sits in a host group,
 // present the snapshot to it, then stop and delete the snapshot and log out.
 //
-//   lun_backup_job [--address 127.0.0.1]
+//   lun_backup_job [--address 127.0.0.1] [--record run.jsonl]
 //       runs against the bundled array simulator, started in this process with one LUN on it
+//   ZR_ARRAY_PASSWORD=... lun_backup_job --host 10.0.0.5 --user admin --ca-bundle array-ca.pem --lun-id 11
 #include <functional>
 #include <iostream>
-#include <memory>
 #include <stdexcept>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
-#include "ArraySimulator.h"
+#include "ExampleArray.h"
 #include "LunPresentation.h"
 #include "TkLogSink.h"
-#include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -70,7 +69,8 @@ std::string prepareHost(ZrManageHuawei& array, const BackupHost& wanted) {
   return group.id;
 }
 
-// arrayState: the array's objects, as text, to show that the presentation is withdrawn cleanly.
+// arrayState: the array's objects, as text, to show that the presentation is withdrawn cleanly
+// (empty where the job cannot see them).
 void runJob(ZrManageHuawei& array, const std::string& lunId, const BackupHost& backupHost,
             const std::function<std::string()>& arrayState) {
   _HuaweiLUNInfo lun;
@@ -107,37 +107,33 @@ void runJob(ZrManageHuawei& array, const std::string& lunId, const BackupHost& b
 }  // namespace
 
 int main(int argc, char** argv) {
-  CLI::App app("A backup job over a LUN snapshot, against the bundled array simulator");
-  std::string address = "127.0.0.1";
-  app.add_option("--address", address, "loopback address of the simulator");
+  CLI::App app("A backup job over a LUN snapshot, on the bundled array simulator unless --host names an array");
+  ExampleArray target;
+  std::string lunId = "11";
+  BackupHost backupHost{"backup01", "iqn.2024-01.com.example:backup01", "backup-hosts"};
+  target.addOptions(app);
+  app.add_option("--lun-id", lunId, "LUN to back up")->capture_default_str();
+  app.add_option("--backup-host", backupHost.name, "Host that reads the snapshot")->capture_default_str();
+  app.add_option("--initiator", backupHost.iscsiInitiator, "Its iSCSI initiator")->capture_default_str();
+  app.add_option("--host-group", backupHost.hostGroup, "Its host group")->capture_default_str();
   CLI11_PARSE(app, argc, argv);
 
   installLogSink();
-  int exitCode = 0;
-  {
-    arraysim::SimulatorOptions options;
-    options.address = address;
-    arraysim::ArraySimulator simulator(options);
-    simulator.start();
-    simulator.store().insert("lun", {{"ID", "11"}, {"NAME", "db-data"}, {"PARENTID", "0"}, {"RUNNINGSTATUS", "27"}});
-    // The initiator is known to the array already, bound to no host.
-    simulator.store().insert("iscsi_initiator", {{"ID", "iqn.2024-01.com.example:backup01"}, {"ISFREE", "true"}});
-    ZRLibCurlOptions tls;  // certificate and host name are always verified
-    tls.caBundlePath = simulator.caCertPath();
-    ZRLibCurlSetOptions(tls);
-    try {
-      ZrManageHuawei array(1);
-      if (!array.createSession(arraysim::SimulatorOptions::kDefaultUser, arraysim::SimulatorOptions::kDefaultPassword,
-                               address)) {
-        throw JobFailure("login failed");
-      }
-      runJob(array, "11", {"backup01", "iqn.2024-01.com.example:backup01", "backup-hosts"},
-             [&simulator] { return simulator.store().dump().dump(); });
-    } catch (const std::exception& error) {
-      std::cerr << "lun_backup_job: " << error.what() << std::endl;
-      exitCode = 1;
+  try {
+    target.connect(arraysim::SimulatorOptions());
+    if (auto* simulator = target.simulator()) {
+      simulator->store().insert("lun", {{"ID", lunId}, {"NAME", "db-data"}, {"PARENTID", "0"}, {"RUNNINGSTATUS", "27"}});
+      // The initiator is known to the array already, bound to no host.
+      simulator->store().insert("iscsi_initiator", {{"ID", backupHost.iscsiInitiator}, {"ISFREE", "true"}});
     }
-    ZRLibCurlSetOptions(ZRLibCurlOptions());  // closes pooled connections before the simulator stops
+    ZrManageHuawei array(1);
+    if (!array.createSession(target.user(), target.password(), target.host())) throw JobFailure("login failed");
+    runJob(array, lunId, backupHost, [&target] {
+      return target.simulator() ? target.simulator()->store().dump().dump() : std::string();
+    });
+  } catch (const std::exception& error) {
+    std::cerr << "lun_backup_job: " << error.what() << std::endl;
+    return 1;
   }
-  return exitCode;
+  return 0;
 }

@@ -1,20 +1,19 @@
 // Exports a backup's incremental snapshot for restore: over NFS to the backup host and over CIFS
 // to a Windows account, lists who may reach it, then withdraws both shares. Runs against the
-// bundled array simulator, started in this process:
+// bundled array simulator, started in this process, unless --host names an array:
 //
 //   share_export_job [--address 127.0.0.1] [--backup-host 10.0.0.50] [--windows-account CORP\restore]
+//   ZR_ARRAY_PASSWORD=... share_export_job --host 10.0.0.5 --user admin --file-system-id 7 --snapshot-id 7@2
 #include <cstdio>
 #include <iostream>
 #include <list>
-#include <memory>
 #include <stdexcept>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
-#include "ArraySimulator.h"
+#include "ExampleArray.h"
 #include "TkLogSink.h"
-#include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -69,47 +68,48 @@ void exportSnapshot(ZrManageHuawei& array, const std::string& fileSystemId, cons
 
 }  // namespace
 
+// The backup before the export: a base and an incremental snapshot (7@1 and 7@2) of a file system.
+nlohmann::json simulatorSeed() {
+  return nlohmann::json::parse(R"({
+    "filesystems": [{"ID": "7", "NAME": "projects", "steps": [
+      {"write": "/plans/q1.txt", "size": 100}, {"snapshot": "base"},
+      {"write": "/plans/q2.txt", "size": 200}, {"snapshot": "incremental"}]}]
+  })");
+}
+
 int main(int argc, char** argv) {
-  CLI::App app{"Exports an incremental snapshot over NFS and CIFS on the bundled array simulator"};
-  std::string address = "127.0.0.1";
+  CLI::App app{"Exports an incremental snapshot over NFS and CIFS, lists its clients and withdraws it"};
+  ExampleArray target;
+  std::string fileSystemId = "7", snapshotId = "7@2";
   std::string backupHost = "10.0.0.50";
   std::string windowsAccount = "CORP\\restore";
-  app.add_option("--address", address, "Loopback address of the simulator (port 8088)")->capture_default_str();
+  target.addOptions(app);
+  app.add_option("--file-system-id", fileSystemId, "File system of the snapshot")->capture_default_str();
+  app.add_option("--snapshot-id", snapshotId, "Snapshot to export")->capture_default_str();
   app.add_option("--backup-host", backupHost, "NFS client that reads the export")->capture_default_str();
   app.add_option("--windows-account", windowsAccount, "Account that reads the CIFS export")->capture_default_str();
   CLI11_PARSE(app, argc, argv);
   installLogSink();
 
-  arraysim::SimulatorOptions options;
-  options.address = address;
-  arraysim::ArraySimulator simulator(options);
-  simulator.start();
-  int exitCode = 0;
   try {
-    ZRLibCurlOptions tls;  // certificate and host name are verified against the simulator's CA
-    tls.caBundlePath = simulator.caCertPath();
-    ZRLibCurlSetOptions(tls);
-
-    // The backup before the export: a base and an incremental snapshot of a file system.
-    const std::string fileSystemId = simulator.fileSystems().create("projects");
-    simulator.files(fileSystemId).writeFile("/plans/q1.txt", 100);
-    simulator.snapshots().take(fileSystemId, "base");
-    simulator.files(fileSystemId).writeFile("/plans/q2.txt", 200);
-    const std::string incremental = simulator.snapshots().take(fileSystemId, "incremental");
-    const nlohmann::json before = simulator.store().dump();
-
-    ZrManageHuawei array(1);
-    require(array.createSession(arraysim::SimulatorOptions::kDefaultUser, arraysim::SimulatorOptions::kDefaultPassword,
-                                address),
-            "login");
-    _HuaweiSnapshotInfo snapshot;
-    require(array.getFileSystemSnapshotInfo(incremental, snapshot, kNoVstore), "snapshot lookup");
-    exportSnapshot(array, fileSystemId, "/projects/.snapshot/" + snapshot.name, backupHost, windowsAccount);
-    require(simulator.store().dump() == before, "leaving the array as it was");
+    arraysim::SimulatorOptions options;
+    options.seed = simulatorSeed();
+    target.connect(options);
+    const nlohmann::json before = target.simulator() ? target.simulator()->store().dump() : nlohmann::json();
+    {
+      ZrManageHuawei array(1);
+      require(array.createSession(target.user(), target.password(), target.host()), "login");
+      _HuaweiFileSystemsInfo fileSystem;
+      require(array.getFileSystemInfoById(fileSystemId, fileSystem, kNoVstore), "file system lookup");
+      _HuaweiSnapshotInfo snapshot;
+      require(array.getFileSystemSnapshotInfo(snapshotId, snapshot, kNoVstore), "snapshot lookup");
+      exportSnapshot(array, fileSystemId, "/" + fileSystem.name + "/.snapshot/" + snapshot.name, backupHost,
+                     windowsAccount);
+    }
+    if (target.simulator()) require(target.simulator()->store().dump() == before, "leaving the array as it was");
   } catch (const std::exception& error) {
     std::cerr << "share_export_job: " << error.what() << std::endl;
-    exitCode = 1;
+    return 1;
   }
-  ZRLibCurlSetOptions(ZRLibCurlOptions());  // closes pooled connections before the simulator stops
-  return exitCode;
+  return 0;
 }
