@@ -1,7 +1,7 @@
 // LUNs and LUN snapshots: lookups, and a snapshot's life from creation to deletion.
 #include "ExactRecord.h"
 #include "HuaweiArrayCodes.h"
-#include "HuaweiJSONLunRequests.h"
+#include "HuaweiJSONLunSnapshotRequests.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"

@@ -2,7 +2,7 @@
 // groups and take them out.
 #include <algorithm>
 
-#include "HuaweiJSONLunProvisioningRequests.h"
+#include "HuaweiJSONProvisioningRequests.h"
 #include "ThirdGenerationCall.h"
 #include "ZrManageHuawei.h"
 

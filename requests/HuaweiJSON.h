@@ -10,4 +10,4 @@
 #include "HuaweiJSONArrayIdentityRequests.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "HuaweiJSONFileSystemRequests.h"
-#include "HuaweiJSONSnapshotRequests.h"
+#include "HuaweiJSONFileSystemSnapshotRequests.h"

@@ -1,7 +1,7 @@
 #include "ArrayModel.h"
 
 #include "resources/HostResources.h"
-#include "resources/LunResources.h"
+#include "resources/LunSnapshotResources.h"
 #include "resources/CloneResources.h"
 #include "resources/ProvisioningResources.h"
 
@@ -15,10 +15,10 @@ ArrayModel::ArrayModel(const std::string& deviceId)
       interfaces_(store_),
       snapshots_(mutex_, fileSystems_),
       changeLists_(mutex_, snapshots_) {
-  SystemResources::Declare(resources_);
+  ArrayIdentityResources::Declare(resources_);
   InterfaceResources::Declare(resources_);
   ShareResources::Declare(resources_, fileSystems_);
-  LunResources::Declare(resources_);
+  LunSnapshotResources::Declare(resources_);
   HostResources::Declare(resources_);
   LunGroupResources::Declare(resources_);
   MappingViewResources::Declare(resources_);

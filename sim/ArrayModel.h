@@ -14,8 +14,8 @@
 #include "resources/ShareResources.h"
 #include "resources/LunGroupResources.h"
 #include "resources/MappingViewResources.h"
-#include "resources/SnapshotResources.h"
-#include "resources/SystemResources.h"
+#include "resources/FileSystemSnapshotResources.h"
+#include "resources/ArrayIdentityResources.h"
 #include "store/ObjectStore.h"
 #include "store/ResourceTable.h"
 
@@ -29,10 +29,10 @@ class ArrayModel {
   ObjectStore& store() { return store_; }
   // Rows added before the simulator is constructed around the model are served.
   ResourceTable& resources() { return resources_; }
-  SystemResources& system() { return system_; }
+  ArrayIdentityResources& system() { return system_; }
   FileSystemResources& fileSystems() { return fileSystems_; }
   InterfaceResources& interfaces() { return interfaces_; }
-  SnapshotResources& snapshots() { return snapshots_; }
+  FileSystemSnapshotResources& snapshots() { return snapshots_; }
   ChangeListResources& changeLists() { return changeLists_; }
 
   void registerRoutes(Router& router);
@@ -44,10 +44,10 @@ class ArrayModel {
   std::recursive_mutex mutex_;
   ObjectStore store_;
   ResourceTable resources_;
-  SystemResources system_;
+  ArrayIdentityResources system_;
   FileSystemResources fileSystems_;
   InterfaceResources interfaces_;
-  SnapshotResources snapshots_;
+  FileSystemSnapshotResources snapshots_;
   ChangeListResources changeLists_;
 };
 

@@ -6,8 +6,8 @@
 
 #include "AdminApi.h"
 #include "ArrayEndpoint.h"
+#include "LocalCertificates.h"
 #include "Seed.h"
-#include "TestCertificates.h"
 #include "http/HttpsServer.h"
 #include "http/Router.h"
 

@@ -85,7 +85,7 @@ class ArraySimulator {
   const std::string& serverCertPath() const { return certificates_.serverCertPath; }
 
   // The array's state, one family of resources each.
-  SystemResources& system() { return model_->system(); }
+  ArrayIdentityResources& system() { return model_->system(); }
   FileSystemResources& fileSystems() { return model_->fileSystems(); }
   InterfaceResources& interfaces() { return model_->interfaces(); }
   // Typed records and associations of the resources declared as rows (see ResourceTable.h):
@@ -93,7 +93,7 @@ class ArraySimulator {
   // whole states with dump().
   ObjectStore& store() { return model_->store(); }
   ResourceTable& resources() { return model_->resources(); }
-  SnapshotResources& snapshots() { return model_->snapshots(); }
+  FileSystemSnapshotResources& snapshots() { return model_->snapshots(); }
   ChangeListResources& changeLists() { return model_->changeLists(); }
   LiveFiles files(const std::string& fileSystemId) { return model_->fileSystems().files(fileSystemId); }
   ArrayModel& model() { return *model_; }

@@ -21,7 +21,7 @@
 #include <string>
 #include <thread>
 
-#include "TestCertificates.h"
+#include "LocalCertificates.h"
 #include "TkLogSink.h"
 #include "ZRLibCurl.h"
 #include "ZRLibCurlOptions.h"

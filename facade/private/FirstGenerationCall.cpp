@@ -42,7 +42,7 @@ FirstGenerationCall::Outcome FirstGenerationCall::exchange() {
   if (!checked()) return Outcome::Failed;
   const FrameStep step = exchangeLogged(*m_request, m_call);
   if (step == FrameStep::Completed) return Outcome::Answered;
-  return step == FrameStep::Send ? refused() : failedAt(step);
+  return step == FrameStep::SendFailed ? refused() : failedAt(step);
 }
 
 FirstGenerationCall::Outcome FirstGenerationCall::refused() {
@@ -61,23 +61,23 @@ FirstGenerationCall::Outcome FirstGenerationCall::refused() {
     case Reaction::Usual:
       break;
   }
-  if (!m_readingRefusals) return failedAt(FrameStep::Send);
+  if (!m_readingRefusals) return failedAt(FrameStep::SendFailed);
   const FrameStep step = m_frame.readAnswer(*m_request);
   return step == FrameStep::Completed ? Outcome::Answered : failedAt(step);
 }
 
 FirstGenerationCall::Outcome FirstGenerationCall::failedAt(FrameStep step) {
   switch (step) {
-    case FrameStep::Build:
+    case FrameStep::BuildFailed:
       tell(kFailureLevel, m_texts.buildFailed());
       break;
-    case FrameStep::Send:
+    case FrameStep::SendFailed:
       tell(kFailureLevel, m_texts.requestFailed());
       break;
     case FrameStep::EmptyResponse:
       tell(kFailureLevel, m_texts.emptyResponse());
       break;
-    case FrameStep::Parse:
+    case FrameStep::ParseFailed:
       tell(kFailureLevel, m_texts.parseFailed());
       break;
     case FrameStep::MissingValue:

@@ -11,7 +11,7 @@
 
 #include "CodeReactions.h"
 #include "FailureTexts.h"
-#include "PlainRequestFrame.h"
+#include "PlainCall.h"
 
 class OperationLog;
 
@@ -34,9 +34,9 @@ class FirstGenerationAdoption {
   ~FirstGenerationAdoption() = default;
 };
 
-class FirstGenerationCall : public PlainFrameCall {
+class FirstGenerationCall : public PlainCallBase {
  public:
-  using PlainFrameCall::PlainFrameCall;
+  using PlainCallBase::PlainCallBase;
 
   // The guard names guardName, which is not always the operation's own; its line begins with
   // `prefix`. An operation without a guard leaves the session to the operations it calls.

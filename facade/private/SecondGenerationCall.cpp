@@ -73,13 +73,13 @@ CXoError SecondGenerationCall::exchange(bool& completed) {
     case FrameStep::Completed:
       completed = true;
       return CXoError::Success();
-    case FrameStep::Build:
+    case FrameStep::BuildFailed:
       return error(m_texts.buildFailed());
-    case FrameStep::Send:
+    case FrameStep::SendFailed:
       return refused();
     case FrameStep::EmptyResponse:
       return error(m_texts.emptyResponse());
-    case FrameStep::Parse:
+    case FrameStep::ParseFailed:
       return error(m_texts.parseFailed());
     case FrameStep::MissingValue:
       reportMissingValue();

@@ -16,7 +16,7 @@
 #include "CodeReactions.h"
 #include "FailureTexts.h"
 #include "OperationLog.h"
-#include "PlainRequestFrame.h"
+#include "PlainCall.h"
 #include "YbString.h"
 
 // A second-generation operation's texts; unnamed ones are the frame's "[ERROR] " texts.
@@ -58,13 +58,13 @@ class OwnLog {
   OperationLog m_ownLog;
 };
 
-class SecondGenerationCall : private OwnLog, public PlainFrameCall {
+class SecondGenerationCall : private OwnLog, public PlainCallBase {
  public:
   // Lines go through `debug` under logName; signature is the operation's signature as text, e.g.
   // "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)".
   SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* logName,
                        unsigned long long jobId, const char* signature)
-      : OwnLog(debug, logName, jobId), PlainFrameCall(transport, sessionOpen, m_ownLog), m_signature(signature) {}
+      : OwnLog(debug, logName, jobId), PlainCallBase(transport, sessionOpen, m_ownLog), m_signature(signature) {}
 
   // The guard names operationName, which is not always the operation's own.
   SecondGenerationCall& guard(const char* operationName, GuardStyle style = GuardStyle::ErrorPrefix);

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "TestCertificates.h"
+#include "LocalCertificates.h"
 #include "http/HttpsServer.h"
 
 namespace arraysim {

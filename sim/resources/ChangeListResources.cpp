@@ -40,7 +40,7 @@ std::string PageText(const TreeDifference& changes, std::size_t begin, std::size
 
 }  // namespace
 
-ChangeListResources::ChangeListResources(std::recursive_mutex& mutex, SnapshotResources& snapshots)
+ChangeListResources::ChangeListResources(std::recursive_mutex& mutex, FileSystemSnapshotResources& snapshots)
     : mutex_(mutex), snapshots_(snapshots), random_(std::random_device{}()) {}
 
 std::vector<Change> ChangeListResources::difference(const std::string& baseSnapshotId,

@@ -23,7 +23,7 @@
 #include "changelist/ChangeListCursor.h"
 #include "filetree/TreeDifference.h"
 #include "http/Router.h"
-#include "resources/SnapshotResources.h"
+#include "resources/FileSystemSnapshotResources.h"
 
 namespace arraysim {
 
@@ -39,7 +39,7 @@ struct ChangeListSession {
 
 class ChangeListResources {
  public:
-  ChangeListResources(std::recursive_mutex& mutex, SnapshotResources& snapshots);
+  ChangeListResources(std::recursive_mutex& mutex, FileSystemSnapshotResources& snapshots);
 
   // The true difference between two snapshots, as the sessions hand it out.
   // Throws std::invalid_argument for an unknown snapshot.
@@ -61,7 +61,7 @@ class ChangeListResources {
   Reply close(const ArrayRequest& request);
 
   std::recursive_mutex& mutex_;
-  SnapshotResources& snapshots_;
+  FileSystemSnapshotResources& snapshots_;
   std::map<std::string, ChangeListSession> sessions_;
   std::size_t pageSize_ = 1000;
   std::uint64_t nextSession_ = 1;

@@ -6,7 +6,7 @@
 #include "ArrayClientTest.h"
 #include "LogCapture.h"
 #include "LogLineText.h"
-#include "SanScene.h"
+#include "LunSnapshotAndHostScene.h"
 
 namespace zrtest {
 namespace {
@@ -17,7 +17,7 @@ class OutsideTexts : public ArrayClientTest {
  protected:
   void SetUp() override {
     ArrayClientTest::SetUp();
-    scene_ = ArrangeSanScene(sim());
+    scene_ = ArrangeLunSnapshotAndHostScene(sim());
     array_ = loggedInFacade();
   }
 

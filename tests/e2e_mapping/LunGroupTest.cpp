@@ -4,7 +4,7 @@
 
 #include "ArrayClientTest.h"
 #include "LogCapture.h"
-#include "MappingFixture.h"
+#include "LunGroupAndMappingViewScene.h"
 
 namespace zrtest {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <thread>
 
-#include "TestCertificates.h"
+#include "LocalCertificates.h"
 
 typedef struct ssl_ctx_st SSL_CTX;
 typedef struct ssl_st SSL;

@@ -166,7 +166,7 @@ TEST_F(ChangeLists, RepairChangesOrLosesHostileNames) {
 }
 
 // Stops before a session exists leave the record as it was and delete nothing. (A closed facade:
-// the session's guard, in SnapshotShapeTest.)
+// the session's guard, in FileSystemSnapshotAndChangeListShapeTest.)
 TEST_F(ChangeLists, CallsThatCannotOpenASessionSendNothingMore) {
   pairWithCreatedFiles(1);
   auto array = loggedInFacade();

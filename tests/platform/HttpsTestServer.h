@@ -13,7 +13,7 @@
 #include <thread>
 #include <vector>
 
-#include "TestCertificates.h"
+#include "LocalCertificates.h"
 
 namespace platformtest {
 

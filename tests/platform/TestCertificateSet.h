@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "TestCertificates.h"
+#include "LocalCertificates.h"
 
 namespace platformtest {
 

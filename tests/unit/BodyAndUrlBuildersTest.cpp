@@ -12,7 +12,7 @@
 
 namespace {
 
-// A snapshot without a name is refused end to end (SnapshotTest); the change-list walk checks
+// A snapshot without a name is refused end to end (FileSystemSnapshotTest); the change-list walk checks
 // its snapshots before it reaches this builder.
 TEST(HandBuiltBodies, ChangeListSessionWithoutBothSnapshotsBuildsNothing) {
   std::string body = "stale";

@@ -10,7 +10,7 @@
 #include "HandBuiltBody.h"
 #include "HuaweiJSONHostRequests.h"
 #include "HuaweiJSONLunGroupRequests.h"
-#include "HuaweiJSONLunProvisioningRequests.h"
+#include "HuaweiJSONProvisioningRequests.h"
 #include "RequestPlacement.h"
 #include "ResourcePath.h"
 

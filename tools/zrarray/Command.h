@@ -249,11 +249,11 @@ Runner fields(Fn fn) {
 
 // The rows of each group of the library, and all of them.
 std::vector<Command> InventoryCommands();
-std::vector<Command> SnapshotCommands();
+std::vector<Command> FileSystemSnapshotAndChangeListCommands();
 std::vector<Command> ShareCommands();
-std::vector<Command> LunCommands();
+std::vector<Command> ProvisioningAndLunSnapshotCommands();
 std::vector<Command> HostCommands();
-std::vector<Command> MappingCommands();
+std::vector<Command> LunGroupAndMappingViewCommands();
 std::vector<Command> CloneCommands();
 std::vector<Command> AllCommands();
 // One line of help for each group, in the order the groups are listed.

@@ -22,8 +22,9 @@ const std::vector<std::pair<std::string, std::string>>& CommandGroups() {
 
 std::vector<Command> AllCommands() {
   std::vector<Command> all;
-  for (auto rows : {InventoryCommands(), SnapshotCommands(), ShareCommands(), LunCommands(), HostCommands(),
-                    MappingCommands(), CloneCommands()}) {
+  for (auto rows : {InventoryCommands(), FileSystemSnapshotAndChangeListCommands(), ShareCommands(),
+                    ProvisioningAndLunSnapshotCommands(), HostCommands(), LunGroupAndMappingViewCommands(),
+                    CloneCommands()}) {
     all.insert(all.end(), rows.begin(), rows.end());
   }
   return all;

@@ -1,10 +1,12 @@
 // The shared shape of the LUN snapshot, initiator, host and host-group operations, one row each.
+#include "LunSnapshotAndHostScene.h"
 #include "OperationShape.h"
-#include "SanScene.h"
 
 namespace zrtest {
 
-ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei&) { return ArrangeSanScene(sim); }
+ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei&) {
+  return ArrangeLunSnapshotAndHostScene(sim);
+}
 
 namespace {
 

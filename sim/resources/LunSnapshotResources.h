@@ -1,6 +1,6 @@
 // LUNs (read by identifier) and LUN snapshots with their states: created inactive, activated
 // (all of a list or none), stopped, rolled back, copied and deleted. Records of the object store;
-// tests seed LUNs with sim.store().insert(LunResources::kLun, {...}), SPLITMIRRORIDS as the text
+// tests seed LUNs with sim.store().insert(LunSnapshotResources::kLun, {...}), SPLITMIRRORIDS as the text
 // of a JSON array, as the array sends it.
 #pragma once
 
@@ -14,7 +14,7 @@ constexpr long long kSnapshotLunNotFound = 1077937880;
 constexpr long long kSnapshotNotInactive = 1077937889;
 }  // namespace codes
 
-struct LunResources {
+struct LunSnapshotResources {
   static void Declare(ResourceTable& table);
 
   static constexpr const char* kLun = "lun";

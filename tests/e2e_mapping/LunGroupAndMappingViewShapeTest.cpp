@@ -1,5 +1,5 @@
 // The shared shape of the LUN group and mapping view operations, one row each.
-#include "MappingFixture.h"
+#include "LunGroupAndMappingViewScene.h"
 #include "OperationShape.h"
 
 namespace zrtest {

@@ -1,4 +1,4 @@
-#include "HuaweiJSONLunProvisioningRequests.h"
+#include "HuaweiJSONProvisioningRequests.h"
 
 #include "HuaweiArrayCodes.h"
 #include "ResourcePath.h"

@@ -1,4 +1,4 @@
-#include "PlainRequestFrame.h"
+#include "PlainCall.h"
 
 #include "HuaweiJSONBase.h"
 #include "HuaweiRestAPI.h"
@@ -14,14 +14,14 @@ std::string guardText(const char* operationName) {
                           operationName);
 }
 
-FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& call) {
+FrameStep PlainCallFrame::exchange(HuaweiJSONBase& request, const PlainCall& call) {
   m_sent = false;
   if (RequiredValueContainment::failed()) return FrameStep::MissingValue;
-  if (call.resource.refusal().refused()) return FrameStep::Build;
+  if (call.resource.refusal().refused()) return FrameStep::BuildFailed;
   const std::string& resource = call.resource.str();
   std::string body;
   if (call.method == HUAWEI_REQ_POST || call.method == HUAWEI_REQ_PUT) {
-    if (!request.buildRequest(body) || body.empty()) return FrameStep::Build;
+    if (!request.buildRequest(body) || body.empty()) return FrameStep::BuildFailed;
   }
   switch (call.method) {
     case HUAWEI_REQ_GET: m_status = m_transport.get(resource, m_response, call.opType); break;
@@ -30,41 +30,41 @@ FrameStep PlainRequestFrame::exchange(HuaweiJSONBase& request, const PlainCall& 
     default: m_status = m_transport.del(resource, body, m_response, call.opType); break;
   }
   m_sent = true;
-  if (!m_status) return FrameStep::Send;
+  if (!m_status) return FrameStep::SendFailed;
   return readAnswer(request);
 }
 
-FrameStep PlainFrameCall::exchangeLogged(HuaweiJSONBase& request, const PlainCall& call) {
+FrameStep PlainCallBase::exchangeLogged(HuaweiJSONBase& request, const PlainCall& call) {
   const PlacementRefusal& refusal = call.resource.refusal();
   if (refusal.refused()) m_log.line(kFailureLevel, "%s", refusal.text().c_str());
   return m_frame.exchange(request, call);
 }
 
-FrameStep PlainRequestFrame::readAnswer(HuaweiJSONBase& request) {
+FrameStep PlainCallFrame::readAnswer(HuaweiJSONBase& request) {
   if (m_response.empty()) return FrameStep::EmptyResponse;
   if (!RequiredValueContainment::read([&] { return request.parseResponse(m_response); })) {
-    return RequiredValueContainment::failed() ? FrameStep::MissingValue : FrameStep::Parse;
+    return RequiredValueContainment::failed() ? FrameStep::MissingValue : FrameStep::ParseFailed;
   }
   return FrameStep::Completed;
 }
 
-void PlainRequestFrame::errorInfo(unsigned long long& code, std::string& message) const {
+void PlainCallFrame::errorInfo(unsigned long long& code, std::string& message) const {
   m_transport.getErrorInfo(code, message);
 }
 
-std::string PlainRequestFrame::arrayDescription() const {
+std::string PlainCallFrame::arrayDescription() const {
   unsigned long long code = 0;
   std::string text;
   m_transport.getErrorInfo(code, text);
   return text;
 }
 
-void PlainFrameCall::reportMissingValue() {
+void PlainCallBase::reportMissingValue() {
   // An exchange refused after the failure sent nothing and has nothing new to say.
   if (m_frame.sent()) m_log.line(kFailureLevel, "%s", RequiredValueContainment::failureText().c_str());
 }
 
-const CodeReaction* PlainFrameCall::reactToRefusal(const CodeReactions& reactions) {
+const CodeReaction* PlainCallBase::reactToRefusal(const CodeReactions& reactions) {
   unsigned long long code = 0;
   std::string words;
   m_frame.errorInfo(code, words);

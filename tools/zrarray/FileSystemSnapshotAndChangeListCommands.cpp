@@ -36,7 +36,7 @@ Result WalkChangeList(Call& call) {
 
 }  // namespace
 
-std::vector<Command> SnapshotCommands() {
+std::vector<Command> FileSystemSnapshotAndChangeListCommands() {
   return {
       {"snapshot", "create", "Take a snapshot of a file system; prints its identifier",
        {number("file-system-id", "File system to snapshot"), text("name", "Name of the snapshot"),

@@ -1,4 +1,4 @@
-#include "resources/SnapshotResources.h"
+#include "resources/FileSystemSnapshotResources.h"
 
 #include <stdexcept>
 
@@ -15,7 +15,7 @@ std::optional<std::string> StringField(const nlohmann::json& body, const char* k
   return it->get<std::string>();
 }
 
-nlohmann::json SnapshotRecord(const SnapshotInfo& info) {
+nlohmann::json FileSystemSnapshotRecord(const FileSystemSnapshotInfo& info) {
   nlohmann::json record = {{"ID", info.id},
                            {"NAME", info.name},
                            {"PARENTID", info.parentId},
@@ -38,10 +38,11 @@ bool SpendRefusal(int& refusals) {
 
 }  // namespace
 
-SnapshotResources::SnapshotResources(std::recursive_mutex& mutex, FileSystemResources& fileSystems)
+FileSystemSnapshotResources::FileSystemSnapshotResources(std::recursive_mutex& mutex, FileSystemResources& fileSystems)
     : mutex_(mutex), fileSystems_(fileSystems) {}
 
-std::string SnapshotResources::take(const std::string& fileSystemId, const std::string& name, bool enableSnapDiff) {
+std::string FileSystemSnapshotResources::take(const std::string& fileSystemId, const std::string& name,
+                                              bool enableSnapDiff) {
   std::lock_guard<std::recursive_mutex> lock(mutex_);
   auto* fs = fileSystems_.find(fileSystemId);
   if (fs == nullptr) throw std::invalid_argument("no file system \"" + fileSystemId + "\"");
@@ -49,8 +50,8 @@ std::string SnapshotResources::take(const std::string& fileSystemId, const std::
   return takeLocked(*fs, name, enableSnapDiff);
 }
 
-std::string SnapshotResources::takeLocked(FileSystem& fs, const std::string& name, bool enableSnapDiff) {
-  Snapshot snapshot;
+std::string FileSystemSnapshotResources::takeLocked(FileSystem& fs, const std::string& name, bool enableSnapDiff) {
+  FileSystemSnapshot snapshot;
   snapshot.info.id = fs.info.id + "@" + std::to_string(++fs.snapshotsTaken);
   snapshot.info.name = name;
   snapshot.info.parentId = fs.info.id;
@@ -63,66 +64,66 @@ std::string SnapshotResources::takeLocked(FileSystem& fs, const std::string& nam
   return id;
 }
 
-bool SnapshotResources::nameTaken(const std::string& fileSystemId, const std::string& name) const {
+bool FileSystemSnapshotResources::nameTaken(const std::string& fileSystemId, const std::string& name) const {
   for (const auto& entry : snapshots_) {
     if (entry.second.info.parentId == fileSystemId && entry.second.info.name == name) return true;
   }
   return false;
 }
 
-void SnapshotResources::setType(const std::string& id, const std::string& snapType) {
+void FileSystemSnapshotResources::setType(const std::string& id, const std::string& snapType) {
   std::lock_guard<std::recursive_mutex> lock(mutex_);
   const auto it = snapshots_.find(id);
   if (it == snapshots_.end()) throw std::invalid_argument("no snapshot \"" + id + "\"");
   it->second.info.snapType = snapType;
 }
 
-void SnapshotResources::remove(const std::string& id) {
+void FileSystemSnapshotResources::remove(const std::string& id) {
   std::lock_guard<std::recursive_mutex> lock(mutex_);
   snapshots_.erase(id);
 }
 
-const Snapshot* SnapshotResources::find(const std::string& id) const {
+const FileSystemSnapshot* FileSystemSnapshotResources::find(const std::string& id) const {
   std::lock_guard<std::recursive_mutex> lock(mutex_);
   const auto it = snapshots_.find(id);
   return it == snapshots_.end() ? nullptr : &it->second;
 }
 
-bool SnapshotResources::exists(const std::string& id) const { return find(id) != nullptr; }
+bool FileSystemSnapshotResources::exists(const std::string& id) const { return find(id) != nullptr; }
 
-std::optional<SnapshotInfo> SnapshotResources::info(const std::string& id) const {
+std::optional<FileSystemSnapshotInfo> FileSystemSnapshotResources::info(const std::string& id) const {
   std::lock_guard<std::recursive_mutex> lock(mutex_);
   const auto* snapshot = find(id);
   if (snapshot == nullptr) return std::nullopt;
   return snapshot->info;
 }
 
-std::vector<SnapshotInfo> SnapshotResources::list() const {
+std::vector<FileSystemSnapshotInfo> FileSystemSnapshotResources::list() const {
   std::lock_guard<std::recursive_mutex> lock(mutex_);
-  std::vector<SnapshotInfo> infos;
+  std::vector<FileSystemSnapshotInfo> infos;
   for (const auto& entry : snapshots_) infos.push_back(entry.second.info);
   return infos;
 }
 
-TreeImage SnapshotResources::image(const std::string& id) const {
+TreeImage FileSystemSnapshotResources::image(const std::string& id) const {
   std::lock_guard<std::recursive_mutex> lock(mutex_);
   const auto* snapshot = find(id);
   if (snapshot == nullptr) throw std::invalid_argument("no snapshot \"" + id + "\"");
   return snapshot->image;
 }
 
-void SnapshotResources::clear() {
+void FileSystemSnapshotResources::clear() {
   std::lock_guard<std::recursive_mutex> lock(mutex_);
   snapshots_.clear();
 }
 
-void SnapshotResources::registerRoutes(Router& router) {
+void FileSystemSnapshotResources::registerRoutes(Router& router) {
   router.add("POST", "fssnapshot", [this](const ArrayRequest& r) { return create(r); });
   router.add("GET", "fssnapshot/{}", [this](const ArrayRequest& r) { return get(r); });
   router.add("DELETE", "fssnapshot/{}", [this](const ArrayRequest& r) { return erase(r); });
 }
 
-Reply SnapshotResources::create(const ArrayRequest& request) {
+Reply FileSystemSnapshotResources::create(const ArrayRequest& request) {
   const auto body = request.jsonBody();
   if (!body) return Reply::Error(codes::kParameterIncorrect, "The request body is not a JSON object.");
   const auto name = StringField(*body, "NAME");
@@ -143,23 +144,23 @@ Reply SnapshotResources::create(const ArrayRequest& request) {
   }
   if (nameTaken(fs->info.id, *name)) return Reply::Error(codes::kNameExists, "The name already exists.");
   const auto id = takeLocked(*fs, *name, snapDiff == "true");
-  return Reply::Object(SnapshotRecord(snapshots_.at(id).info));
+  return Reply::Object(FileSystemSnapshotRecord(snapshots_.at(id).info));
 }
 
-const Snapshot* SnapshotResources::visible(const ArrayRequest& request) const {
+const FileSystemSnapshot* FileSystemSnapshotResources::visible(const ArrayRequest& request) const {
   const auto* snapshot = find(request.parameters[0]);
   const auto vstoreId = request.queryValue("vstoreId");
   if (snapshot == nullptr || (vstoreId && *vstoreId != snapshot->info.vstoreId)) return nullptr;
   return snapshot;
 }
 
-Reply SnapshotResources::get(const ArrayRequest& request) const {
+Reply FileSystemSnapshotResources::get(const ArrayRequest& request) const {
   const auto* snapshot = visible(request);
   if (snapshot == nullptr) return Reply::Error(codes::kSnapshotNotFound, "The snapshot does not exist.");
-  return Reply::Object(SnapshotRecord(snapshot->info));
+  return Reply::Object(FileSystemSnapshotRecord(snapshot->info));
 }
 
-Reply SnapshotResources::erase(const ArrayRequest& request) {
+Reply FileSystemSnapshotResources::erase(const ArrayRequest& request) {
   const auto* snapshot = visible(request);
   if (snapshot == nullptr) return Reply::Error(codes::kSnapshotNotFound, "The snapshot does not exist.");
   // The array protects snapshots made for incremental backup from a plain delete.

@@ -3,7 +3,7 @@
 
 namespace zrarray {
 
-std::vector<Command> LunCommands() {
+std::vector<Command> ProvisioningAndLunSnapshotCommands() {
   const Argument lunId = text("lun-id", "LUN identifier");
   const Argument snapshotId = text("snapshot-id", "Snapshot LUN identifier");
   return {

@@ -1,4 +1,4 @@
-#include "HuaweiJSONSnapshotRequests.h"
+#include "HuaweiJSONFileSystemSnapshotRequests.h"
 
 #include "ConvertToString.h"
 #include "DeletionAnswer.h"
@@ -10,7 +10,7 @@ namespace {
 const int kFileSystemParentType = 40;
 }
 
-HuaweiJSONCreateSnapshot::HuaweiJSONCreateSnapshot(unsigned long long const& jobId,
+HuaweiJSONCreateFileSystemSnapshot::HuaweiJSONCreateFileSystemSnapshot(unsigned long long const& jobId,
                                                    unsigned long long const& fileSystemId,
                                                    std::string const& snapshotName, bool enableSnapDiff,
                                                    std::string vstoreId)
@@ -20,7 +20,7 @@ HuaweiJSONCreateSnapshot::HuaweiJSONCreateSnapshot(unsigned long long const& job
       m_enableSnapDiff(enableSnapDiff),
       m_vstoreId(std::move(vstoreId)) {}
 
-bool HuaweiJSONCreateSnapshot::buildRequest(std::string& body) {
+bool HuaweiJSONCreateFileSystemSnapshot::buildRequest(std::string& body) {
   body.clear();
   if (m_snapshot.empty()) {
     TkDebug(nullptr).DebugLvl("HuaweiJSONCreateSnapshot::buildRequest", -1, m_jobId,
@@ -37,13 +37,13 @@ bool HuaweiJSONCreateSnapshot::buildRequest(std::string& body) {
   return true;
 }
 
-bool HuaweiJSONCreateSnapshot::parseResponse(std::string& response) {
+bool HuaweiJSONCreateFileSystemSnapshot::parseResponse(std::string& response) {
   jsonxx::Object answer;
   if (!HuaweiResponse::parseObject("HuaweiJSONCreateSnapshot::parseResponse", m_jobId, response, answer)) return false;
   m_snapshot = answer.get<jsonxx::Object>("data").get<std::string>("ID");
   return true;
 }
 
-bool HuaweiJSONDeleteSnapshot::parseResponse(std::string& response) {
+bool HuaweiJSONDeleteFileSystemSnapshot::parseResponse(std::string& response) {
   return HuaweiResponse::readDeletionAnswer("HuaweiJSONDeleteSnapshot::parseResponse", m_jobId, response);
 }

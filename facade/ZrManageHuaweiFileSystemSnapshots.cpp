@@ -1,7 +1,7 @@
 // File-system snapshots: take, inspect, delete.
 #include "FirstGenerationCall.h"
 #include "HuaweiArrayCodes.h"
-#include "HuaweiJSONSnapshotRequests.h"
+#include "HuaweiJSONFileSystemSnapshotRequests.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiRestAPI.h"
 #include "OperationLog.h"
@@ -30,7 +30,7 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
   bool created = false;
   for (bool snapDiff = enableSnapDiff; !created && refusedSnapDiff; snapDiff = false) {
     refusedSnapDiff = false;
-    HuaweiJSONCreateSnapshot request(m_jobId, fileSystemId, snapshot, snapDiff, vstoreId);
+    HuaweiJSONCreateFileSystemSnapshot request(m_jobId, fileSystemId, snapshot, snapDiff, vstoreId);
     created = firstGeneration(log)
                   .guard("createFileSystemSnapshot")
                   .sends(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
@@ -46,7 +46,7 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
 
 bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _HuaweiSnapshotInfo& info,
                                                std::string vstoreId) {
-  HuaweiJSONGetSnapshotInfo request(m_jobId);
+  HuaweiJSONGetFileSystemSnapshotInfo request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemSnapshotInfo", m_jobId);
   // An absent snapshot, as the transport's last classified answer tells, marks the record.
   bool absent = false;
@@ -99,7 +99,7 @@ bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std
   if (info.snapType == kIncrementalBackupSnapshotType) resource.add("DELINCREMENTALBACKUPSNAP", "true");
   resource.vstore(vstoreId);
 
-  HuaweiJSONDeleteSnapshot request(m_jobId, snapshotId);
+  HuaweiJSONDeleteFileSystemSnapshot request(m_jobId, snapshotId);
   return call
       .sends(request, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
              FirstGenerationTexts("Unable to delete the snapshot"))

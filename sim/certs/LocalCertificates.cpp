@@ -1,4 +1,4 @@
-#include "TestCertificates.h"
+#include "LocalCertificates.h"
 
 #include <sys/stat.h>
 

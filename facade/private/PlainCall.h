@@ -24,13 +24,13 @@ struct PlainCall {
 
 // MissingValue: the answer lacked a required value and the embedder contains such failures to the
 // operation; also the step of every later exchange of that operation, which sends nothing.
-enum class FrameStep { Completed, Build, Send, EmptyResponse, Parse, MissingValue };
+enum class FrameStep { Completed, BuildFailed, SendFailed, EmptyResponse, ParseFailed, MissingValue };
 
-class PlainRequestFrame {
+class PlainCallFrame {
  public:
-  explicit PlainRequestFrame(HuaweiRestAPI& transport) : m_transport(transport) {}
+  explicit PlainCallFrame(HuaweiRestAPI& transport) : m_transport(transport) {}
 
-  // A resource that refused a value stops at FrameStep::Build, before anything is sent.
+  // A resource that refused a value stops at FrameStep::BuildFailed, before anything is sent.
   FrameStep exchange(HuaweiJSONBase& request, const PlainCall& call);
   // The steps behind the send, on the answer of the last exchange, whatever its status.
   FrameStep readAnswer(HuaweiJSONBase& request);
@@ -53,9 +53,9 @@ class OperationLog;
 
 // What the first- and second-generation adapters share: the frame of one call, whether the
 // session was open when the call began, and the operation's log.
-class PlainFrameCall {
+class PlainCallBase {
  public:
-  PlainFrameCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log)
+  PlainCallBase(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log)
       : m_frame(transport), m_sessionOpen(sessionOpen), m_log(log) {}
 
   std::string arrayDescription() const { return m_frame.arrayDescription(); }
@@ -77,7 +77,7 @@ class PlainFrameCall {
   void reportMissingValue();
 
   RequiredValueContainment::OperationScope m_operation;
-  PlainRequestFrame m_frame;
+  PlainCallFrame m_frame;
   bool m_sessionOpen;
   OperationLog& m_log;
 };

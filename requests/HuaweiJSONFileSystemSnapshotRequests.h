@@ -6,9 +6,9 @@
 #include "RecordRequests.h"
 #include "HuaweiJSONBase.h"
 
-class HuaweiJSONCreateSnapshot : public HuaweiJSONBase {
+class HuaweiJSONCreateFileSystemSnapshot : public HuaweiJSONBase {
  public:
-  HuaweiJSONCreateSnapshot(unsigned long long const& jobId, unsigned long long const& fileSystemId,
+  HuaweiJSONCreateFileSystemSnapshot(unsigned long long const& jobId, unsigned long long const& fileSystemId,
                            std::string const& snapshotName, bool enableSnapDiff, std::string vstoreId);
 
   bool buildRequest(std::string& body) override;
@@ -24,9 +24,9 @@ class HuaweiJSONCreateSnapshot : public HuaweiJSONBase {
   std::string m_vstoreId;
 };
 
-class HuaweiJSONDeleteSnapshot : public HuaweiJSONBase {
+class HuaweiJSONDeleteFileSystemSnapshot : public HuaweiJSONBase {
  public:
-  HuaweiJSONDeleteSnapshot(unsigned long long const& jobId, std::string const& snapshotId)
+  HuaweiJSONDeleteFileSystemSnapshot(unsigned long long const& jobId, std::string const& snapshotId)
       : HuaweiJSONBase(jobId), m_snapshotId(snapshotId) {}
   // True for any answer with an error object: the only non-zero code that reaches it is that of
   // an absent snapshot, which the transport lets through as success.
@@ -36,9 +36,9 @@ class HuaweiJSONDeleteSnapshot : public HuaweiJSONBase {
   std::string m_snapshotId;
 };
 
-class HuaweiJSONGetSnapshotInfo : public HuaweiJSONRecordObject<_HuaweiSnapshotInfo> {
+class HuaweiJSONGetFileSystemSnapshotInfo : public HuaweiJSONRecordObject<_HuaweiSnapshotInfo> {
  public:
-  explicit HuaweiJSONGetSnapshotInfo(unsigned long long const& jobId)
+  explicit HuaweiJSONGetFileSystemSnapshotInfo(unsigned long long const& jobId)
       : HuaweiJSONRecordObject(jobId, HuaweiResponse::plainRules("HuaweiJSONGetSnapshotInfo::parseResponse")) {}
   void getSnapshotInfo(_HuaweiSnapshotInfo& info) { info = m_record; }
 };

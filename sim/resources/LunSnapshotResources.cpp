@@ -1,4 +1,4 @@
-#include "resources/LunResources.h"
+#include "resources/LunSnapshotResources.h"
 
 namespace arraysim {
 namespace {
@@ -8,11 +8,11 @@ const ArrayError kNotInactive{codes::kSnapshotNotInactive, "The snapshot is not 
 
 // A snapshot or a copy takes its LUN's name as PARENTNAME and starts inactive.
 std::optional<Reply> FromLun(RouteContext& c, const std::string& lunId) {
-  const auto lun = c.visible(LunResources::kLun, lunId);
+  const auto lun = c.visible(LunSnapshotResources::kLun, lunId);
   if (!lun) return c.fail({codes::kLunNotFound, "The LUN does not exist."});
   c.body["PARENTID"] = lunId;
   c.body["PARENTNAME"] = (*lun)["NAME"];
-  c.body["RUNNINGSTATUS"] = LunResources::kInactive;
+  c.body["RUNNINGSTATUS"] = LunSnapshotResources::kInactive;
   c.body.erase("ID");
   return std::nullopt;
 }
@@ -21,7 +21,7 @@ std::optional<Reply> Snapshot(RouteContext& c) { return FromLun(c, c.body.value(
 
 // A copy of a snapshot is a new inactive snapshot of the same LUN.
 std::optional<Reply> Copy(RouteContext& c) {
-  const auto source = c.visible(LunResources::kSnapshot, c.body.value("ID", std::string()));
+  const auto source = c.visible(LunSnapshotResources::kSnapshot, c.body.value("ID", std::string()));
   if (!source) return c.fail({codes::kSnapshotLunNotFound, "The snapshot does not exist."});
   return FromLun(c, (*source)["PARENTID"]);
 }
@@ -33,12 +33,13 @@ std::optional<Reply> Activate(RouteContext& c) {
   std::vector<std::string> ids;
   for (const auto& item : *list) {
     const std::string id = item.is_string() ? item.get<std::string>() : item.dump();
-    const auto snapshot = c.visible(LunResources::kSnapshot, id);
+    const auto snapshot = c.visible(LunSnapshotResources::kSnapshot, id);
     if (!snapshot) return c.fail(c.route.absent);
-    if ((*snapshot)["RUNNINGSTATUS"] != LunResources::kInactive) return c.fail(kNotInactive);
+    if ((*snapshot)["RUNNINGSTATUS"] != LunSnapshotResources::kInactive) return c.fail(kNotInactive);
     ids.push_back(id);
   }
-  for (const auto& id : ids) c.store.update(LunResources::kSnapshot, id, {{"RUNNINGSTATUS", LunResources::kActive}});
+  for (const auto& id : ids)
+    c.store.update(LunSnapshotResources::kSnapshot, id, {{"RUNNINGSTATUS", LunSnapshotResources::kActive}});
   return Reply::Object(nlohmann::json::object());
 }
 
@@ -52,14 +53,14 @@ RouteHook Transition(const char* from, const char* to) {
       const std::string speed = c.body.value("ROLLBACKSPEED", std::string());
       if (speed.size() != 1 || speed < "1" || speed > "4") return c.fail(kWrongState);
     }
-    c.store.update(LunResources::kSnapshot, c.id, {{"RUNNINGSTATUS", to}});
+    c.store.update(LunSnapshotResources::kSnapshot, c.id, {{"RUNNINGSTATUS", to}});
     return Reply::Object(nlohmann::json::object());
   };
 }
 
 }  // namespace
 
-void LunResources::Declare(ResourceTable& table) {
+void LunSnapshotResources::Declare(ResourceTable& table) {
   const ArrayError absentSnapshot{codes::kSnapshotLunNotFound, "The snapshot does not exist."};
   AnswerStyle list;
   list.singleItemAsObject = false;

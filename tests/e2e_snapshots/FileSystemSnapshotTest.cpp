@@ -29,7 +29,7 @@ std::string Gone(const std::string& id) {
   return "Snapshot [" + id + "] does not exist on the array. It must have been externally deleted.";
 }
 
-class Snapshots : public ArrayClientTest {
+class FileSystemSnapshots : public ArrayClientTest {
  protected:
   // File system 7 ("fs1") of vStore 3 and file system 8 ("fs2") outside any vStore.
   void SetUp() override {
@@ -50,7 +50,7 @@ class Snapshots : public ArrayClientTest {
 };
 
 // The body's other forms are BodyAndUrlBuildersTest's; here the one sent and the id answered.
-TEST_F(Snapshots, CreateSendsTheHandBuiltBodyAndAnswersTheArraysId) {
+TEST_F(FileSystemSnapshots, CreateSendsTheHandBuiltBodyAndAnswersTheArraysId) {
   auto array = loggedInFacade();
   LogCapture log;
   std::string snapshot = "s1";
@@ -63,7 +63,7 @@ TEST_F(Snapshots, CreateSendsTheHandBuiltBodyAndAnswersTheArraysId) {
 
 // Each refusal of SnapDiff (code 1073754130) is answered by the same request without the option,
 // however often it comes and whatever was asked.
-TEST_F(Snapshots, SnapDiffRefusalsAreRetriedWithoutTheOption) {
+TEST_F(FileSystemSnapshots, SnapDiffRefusalsAreRetriedWithoutTheOption) {
   auto array = loggedInFacade();
   const struct {
     bool snapDiff;
@@ -91,7 +91,7 @@ TEST_F(Snapshots, SnapDiffRefusalsAreRetriedWithoutTheOption) {
 
 // Only the array's SnapDiff refusal is retried: another refusal, or a connection lost after a
 // SnapDiff refusal, ends the call. (A call without a name builds nothing: BodyAndUrlBuildersTest.)
-TEST_F(Snapshots, CreateFailuresKeepTheName) {
+TEST_F(FileSystemSnapshots, CreateFailuresKeepTheName) {
   sim().snapshots().take("7", "taken");
   auto array = loggedInFacade();
   std::string snapshot = "taken";
@@ -103,7 +103,7 @@ TEST_F(Snapshots, CreateFailuresKeepTheName) {
   EXPECT_EQ(requests().size(), 3u);
 }
 
-TEST_F(Snapshots, InfoCopiesTheRecordOrMarksItAbsent) {
+TEST_F(FileSystemSnapshots, InfoCopiesTheRecordOrMarksItAbsent) {
   const std::string id = sim().snapshots().take("7", "weekly");
   sim().snapshots().setType(id, "34");
   auto array = loggedInFacade();
@@ -132,7 +132,7 @@ TEST_F(Snapshots, InfoCopiesTheRecordOrMarksItAbsent) {
 
 // The code of a failure is read from the transport's last classified answer: a lost connection
 // or an empty answer classifies nothing, so the code of the answer before it still stands.
-TEST_F(Snapshots, PresenceFollowsTheLastClassifiedCode) {
+TEST_F(FileSystemSnapshots, PresenceFollowsTheLastClassifiedCode) {
   const std::string id = sim().snapshots().take("7", "there");
   auto array = loggedInFacade();
   LogCapture log;
@@ -158,8 +158,8 @@ TEST_F(Snapshots, PresenceFollowsTheLastClassifiedCode) {
 }
 
 // A plain snapshot outside any vStore is deleted without the incremental-backup flag. (Its
-// vStore form: SnapshotShapeTest.)
-TEST_F(Snapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
+// vStore form: FileSystemSnapshotAndChangeListShapeTest.)
+TEST_F(FileSystemSnapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
   auto array = loggedInFacade();
   const std::string id = sim().snapshots().take("7", "old");
   sim().snapshots().setType(id, "1");
@@ -172,7 +172,7 @@ TEST_F(Snapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
 
 // An absent snapshot counts as deleted; a type that could not be learned is taken for an
 // incremental-backup snapshot.
-TEST_F(Snapshots, DeletionOfAnAbsentOrUnreadableSnapshotGoesOn) {
+TEST_F(FileSystemSnapshots, DeletionOfAnAbsentOrUnreadableSnapshotGoesOn) {
   auto array = loggedInFacade();
   LogCapture log;
   EXPECT_TRUE(array->deleteFileSystemSnapshot("7@9", "-12345"));

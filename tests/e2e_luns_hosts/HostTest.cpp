@@ -4,7 +4,7 @@
 
 #include "ArrayClientTest.h"
 #include "LogCapture.h"
-#include "SanScene.h"
+#include "LunSnapshotAndHostScene.h"
 
 namespace zrtest {
 namespace {
@@ -13,7 +13,7 @@ class Hosts : public ArrayClientTest {
  protected:
   void SetUp() override {
     ArrayClientTest::SetUp();
-    scene_ = ArrangeSanScene(sim());
+    scene_ = ArrangeLunSnapshotAndHostScene(sim());
     array_ = loggedInFacade();
   }
 

@@ -10,7 +10,7 @@
 
 namespace zrtest {
 
-inline ShapeScene ArrangeSanScene(arraysim::ArraySimulator& sim) {
+inline ShapeScene ArrangeLunSnapshotAndHostScene(arraysim::ArraySimulator& sim) {
   auto& store = sim.store();
   const auto in3 = [](nlohmann::json record) { return record["vstoreId"] = "3", record; };
   ShapeScene scene;

@@ -3,7 +3,7 @@
 
 namespace zrarray {
 
-std::vector<Command> MappingCommands() {
+std::vector<Command> LunGroupAndMappingViewCommands() {
   const Argument lunGroupId = text("lun-group-id", "LUN group identifier");
   const Argument hostGroupId = text("host-group-id", "Host group identifier");
   const Argument viewId = text("mapping-view-id", "Mapping view identifier");

@@ -4,7 +4,7 @@
 
 #include "ArrayClientTest.h"
 #include "LogCapture.h"
-#include "SanScene.h"
+#include "LunSnapshotAndHostScene.h"
 #include "jsonxx.h"
 
 namespace zrtest {
@@ -16,7 +16,7 @@ class LunSnapshots : public ArrayClientTest {
  protected:
   void SetUp() override {
     ArrayClientTest::SetUp();
-    scene_ = ArrangeSanScene(sim());
+    scene_ = ArrangeLunSnapshotAndHostScene(sim());
     array_ = loggedInFacade();
   }
   std::string state(const std::string& id) { return sim().store().get("snapshot", id)->value("RUNNINGSTATUS", ""); }

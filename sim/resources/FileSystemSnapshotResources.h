@@ -14,7 +14,7 @@
 
 namespace arraysim {
 
-struct SnapshotInfo {
+struct FileSystemSnapshotInfo {
   std::string id;  // "<file system id>@<n>"
   std::string name;
   std::string parentId;
@@ -24,14 +24,14 @@ struct SnapshotInfo {
   bool snapDiffEnabled = false;
 };
 
-struct Snapshot {
-  SnapshotInfo info;
+struct FileSystemSnapshot {
+  FileSystemSnapshotInfo info;
   TreeImage image;
 };
 
-class SnapshotResources {
+class FileSystemSnapshotResources {
  public:
-  SnapshotResources(std::recursive_mutex& mutex, FileSystemResources& fileSystems);
+  FileSystemSnapshotResources(std::recursive_mutex& mutex, FileSystemResources& fileSystems);
 
   // Takes a snapshot of the file system's live tree now and answers its identifier.
   // Throws std::invalid_argument for an unknown file system or a name taken on it.
@@ -39,12 +39,12 @@ class SnapshotResources {
   void setType(const std::string& id, const std::string& snapType);
   void remove(const std::string& id);
   bool exists(const std::string& id) const;
-  std::optional<SnapshotInfo> info(const std::string& id) const;
-  std::vector<SnapshotInfo> list() const;
+  std::optional<FileSystemSnapshotInfo> info(const std::string& id) const;
+  std::vector<FileSystemSnapshotInfo> list() const;
   // The frozen tree; throws std::invalid_argument for an unknown snapshot.
   TreeImage image(const std::string& id) const;
   // Lookup for the other resource families, which hold the lock already.
-  const Snapshot* find(const std::string& id) const;
+  const FileSystemSnapshot* find(const std::string& id) const;
 
   void clear();
   void registerRoutes(Router& router);
@@ -55,11 +55,11 @@ class SnapshotResources {
   Reply create(const ArrayRequest& request);
   Reply get(const ArrayRequest& request) const;
   Reply erase(const ArrayRequest& request);
-  const Snapshot* visible(const ArrayRequest& request) const;
+  const FileSystemSnapshot* visible(const ArrayRequest& request) const;
 
   std::recursive_mutex& mutex_;
   FileSystemResources& fileSystems_;
-  std::map<std::string, Snapshot> snapshots_;
+  std::map<std::string, FileSystemSnapshot> snapshots_;
 };
 
 }  // namespace arraysim

@@ -1,4 +1,4 @@
-#include "HuaweiJSONLunRequests.h"
+#include "HuaweiJSONLunSnapshotRequests.h"
 
 #include "HandBuiltBody.h"
 

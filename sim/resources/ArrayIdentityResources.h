@@ -31,9 +31,9 @@ struct VStore {
   std::string runningStatus = "1";
 };
 
-class SystemResources {
+class ArrayIdentityResources {
  public:
-  SystemResources(std::recursive_mutex& mutex, ObjectStore& store, std::string deviceId);
+  ArrayIdentityResources(std::recursive_mutex& mutex, ObjectStore& store, std::string deviceId);
 
   // The record of GET system/. It starts with ID (the device identifier), NAME,
   // HEALTHSTATUS "1", RUNNINGSTATUS "1", PRODUCTVERSION and a few more strings.
