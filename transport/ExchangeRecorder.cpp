@@ -11,6 +11,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "JsonLineCheck.h"
 #include "JsonStrings.h"
 #include "PasswordMask.h"
 #include "RecordingAnonymiser.h"
@@ -170,14 +171,28 @@ void ExchangeRecorder::appendLine(const ZRLibCurlExchange& exchange) {
   appendJsonString(line_, resource);
   line_.append(",\"request\":");
   appendJsonString(line_, requestText);
-  char number[48];
-  std::snprintf(number, sizeof number, ",\"status\":%ld,\"answer\":", exchange.status);
-  line_.append(number);
-  appendJsonString(line_, answerText);
   // In whole microseconds, so that no locale puts a comma in place of the point.
   const long long micro = std::llround(std::max(0.0, exchange.milliseconds) * 1000.0);
-  std::snprintf(number, sizeof number, ",\"ms\":%lld.%03lld}\n", micro / 1000, micro % 1000);
+  char number[96];
+  std::snprintf(number, sizeof number, ",\"status\":%ld,\"ms\":%lld.%03lld", exchange.status, micro / 1000,
+                micro % 1000);
   line_.append(number);
+  appendAnswer(answerText);
+  line_.append("}\n");
+}
+
+// An answer that is one JSON value on one line goes in as it is, last in the line and with its
+// length, so that a reader can cut its bytes out unchanged; any other is written as a string.
+void ExchangeRecorder::appendAnswer(std::string_view answer) {
+  if (!isOneLineJsonValue(answer)) {
+    line_.append(",\"answer\":");
+    appendJsonString(line_, answer);
+    return;
+  }
+  char length[48];
+  std::snprintf(length, sizeof length, ",\"answerBytes\":%zu,\"answer\":", answer.size());
+  line_.append(length);
+  line_.append(answer);
 }
 
 void ExchangeRecorder::record(const ZRLibCurlExchange& exchange) noexcept {

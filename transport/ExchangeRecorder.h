@@ -2,7 +2,9 @@
 //   {"recording":1,"library":"1.0.0","anonymised":false}
 // then one line per exchange, in the order they ended:
 //   {"method":"GET","resource":"/deviceManager/rest/{deviceid}/system/","request":"","status":200,
-//    "answer":"...","ms":1.234}
+//    "ms":1.234,"answerBytes":22,"answer":{"data":{},"error":{}}}
+// An answer that is one JSON value without line breaks stands as it came, last, after its length
+// in bytes; any other answer is a string, and "answerBytes" is absent.
 // The resource is the URL without scheme and authority. The device identifier of each login
 // answer becomes {deviceid} and every iBaseToken value {iBaseToken}, wherever they stand; the
 // login body's password is masked as in the logs, and no header is written, so no cookie is.
@@ -42,6 +44,7 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   void learnSecrets(const std::string& request, const std::string& answer);
   void hideSecrets(std::string& text) const;
   std::string_view recordable(const char* data, std::size_t length, std::string& changed) const;
+  void appendAnswer(std::string_view answer);
   void writeLine(std::string_view text);
 
   std::mutex mutex_;  // one line at a time, and the secrets and stand-ins they share
