@@ -1,9 +1,11 @@
 #include "ExchangeRecorder.h"
 
 #include <fcntl.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cmath>
 #include <cerrno>
@@ -75,18 +77,26 @@ ExchangeRecorder::ExchangeRecorder(const std::string& path, bool anonymised)
   if (fd_ < 0) {
     throw std::runtime_error("Unable to create the recording file [" + path + "]: " + std::strerror(errno));
   }
-  writeLine(std::string("{\"recording\":1,\"library\":\"") + ZRMANAGEHUAWEI_VERSION + "\",\"anonymised\":" +
-            (anonymised ? "true" : "false") + "}\n");
+  writeLine({std::string("{\"recording\":1,\"library\":\"") + ZRMANAGEHUAWEI_VERSION + "\",\"anonymised\":" +
+            (anonymised ? "true" : "false") + "}\n"});
 }
 
 ExchangeRecorder::~ExchangeRecorder() {
   if (fd_ >= 0) ::close(fd_);
 }
 
-void ExchangeRecorder::writeLine(std::string_view text) {
-  std::size_t written = 0;
-  while (written < text.size()) {
-    const ssize_t n = ::write(fd_, text.data() + written, text.size() - written);
+// The parts go out in one call, so that no copy of a long answer is made to join them.
+void ExchangeRecorder::writeLine(std::initializer_list<std::string_view> parts) {
+  std::array<iovec, 3> pieces{};
+  int count = 0;
+  for (const std::string_view part : parts) {
+    if (!part.empty() && count < static_cast<int>(pieces.size())) {
+      pieces[count++] = iovec{const_cast<char*>(part.data()), part.size()};
+    }
+  }
+  iovec* next = pieces.data();
+  while (count > 0) {
+    const ssize_t n = ::writev(fd_, next, count);
     if (n < 0 && errno == EINTR) continue;
     if (n <= 0) {
       TkDebug(nullptr).DebugLvl("ExchangeRecorder::writeLine", -1, 0,
@@ -94,7 +104,12 @@ void ExchangeRecorder::writeLine(std::string_view text) {
                                 n < 0 ? std::strerror(errno) : "nothing written");
       return;
     }
-    written += static_cast<std::size_t>(n);
+    auto done = static_cast<std::size_t>(n);
+    for (; count > 0 && done >= next->iov_len; --count) done -= (next++)->iov_len;
+    if (count > 0) {
+      next->iov_base = static_cast<char*>(next->iov_base) + done;
+      next->iov_len -= done;
+    }
   }
 }
 
@@ -139,7 +154,7 @@ std::string_view ExchangeRecorder::recordable(const char* data, std::size_t leng
   return changed;
 }
 
-void ExchangeRecorder::appendLine(const ZRLibCurlExchange& exchange) {
+void ExchangeRecorder::writeExchange(const ZRLibCurlExchange& exchange) {
   std::string resource = resourceOf(exchange.url);
   std::string request, answer;
   std::string_view requestText, answerText;
@@ -177,22 +192,18 @@ void ExchangeRecorder::appendLine(const ZRLibCurlExchange& exchange) {
   std::snprintf(number, sizeof number, ",\"status\":%ld,\"ms\":%lld.%03lld", exchange.status, micro / 1000,
                 micro % 1000);
   line_.append(number);
-  appendAnswer(answerText);
-  line_.append("}\n");
-}
-
-// An answer that is one JSON value on one line goes in as it is, last in the line and with its
-// length, so that a reader can cut its bytes out unchanged; any other is written as a string.
-void ExchangeRecorder::appendAnswer(std::string_view answer) {
-  if (!isOneLineJsonValue(answer)) {
-    line_.append(",\"answer\":");
-    appendJsonString(line_, answer);
+  // An answer that is one JSON value on one line goes in as it came, last in the line and after
+  // its length, so that a reader can cut its bytes out unchanged; any other is written as a string.
+  if (isOneLineJsonValue(answerText)) {
+    std::snprintf(number, sizeof number, ",\"answerBytes\":%zu,\"answer\":", answerText.size());
+    line_.append(number);
+    writeLine({line_.view(), answerText, "}\n"});
     return;
   }
-  char length[48];
-  std::snprintf(length, sizeof length, ",\"answerBytes\":%zu,\"answer\":", answer.size());
-  line_.append(length);
-  line_.append(answer);
+  line_.append(",\"answer\":");
+  appendJsonString(line_, answerText);
+  line_.append("}\n");
+  writeLine({line_.view()});
 }
 
 void ExchangeRecorder::record(const ZRLibCurlExchange& exchange) noexcept {
@@ -200,8 +211,7 @@ void ExchangeRecorder::record(const ZRLibCurlExchange& exchange) noexcept {
     std::lock_guard<std::mutex> lock(mutex_);
     // The buffer keeps its size from line to line: a long answer does not cost fresh pages each time.
     line_.clear();
-    appendLine(exchange);
-    writeLine(line_.view());
+    writeExchange(exchange);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "ExchangeRecorder: an exchange was not recorded: %s\n", error.what());
   } catch (...) {

@@ -10,6 +10,7 @@
 // login body's password is masked as in the logs, and no header is written, so no cookie is.
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -40,12 +41,11 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   static bool startFromSettings(std::string& reason);
 
  private:
-  void appendLine(const ZRLibCurlExchange& exchange);
+  void writeExchange(const ZRLibCurlExchange& exchange);
   void learnSecrets(const std::string& request, const std::string& answer);
   void hideSecrets(std::string& text) const;
   std::string_view recordable(const char* data, std::size_t length, std::string& changed) const;
-  void appendAnswer(std::string_view answer);
-  void writeLine(std::string_view text);
+  void writeLine(std::initializer_list<std::string_view> parts);
 
   std::mutex mutex_;  // one line at a time, and the secrets and stand-ins they share
   int fd_ = -1;

@@ -37,39 +37,49 @@ bool hasAvx2() {
   return supported;
 }
 
-// Thirty-two places at a time: a place is a candidate for a needle when the byte there is the
-// needle's first and the byte at its length's distance its last; only candidates are compared
-// whole. Up to four needles go in one step, so a block is read once for all of them. Answers the
-// first place not looked at (the caller searches the rest), or null when a needle was found.
-template <std::size_t kNeedles>
-__attribute__((target("avx2"))) const char* scanBlocks(const char* from, const char* stop,
-                                                       const std::string* needles, const std::size_t* anchors) {
-  __m256i firstByte[kNeedles], secondByte[kNeedles];
-  for (std::size_t n = 0; n < kNeedles; ++n) {
-    firstByte[n] = _mm256_set1_epi8(needles[n][anchors[2 * n]]);
-    secondByte[n] = _mm256_set1_epi8(needles[n][anchors[2 * n + 1]]);
-  }
-  for (; from < stop; from += 32) {
-    __m256i hits[kNeedles];
-    __m256i any = _mm256_setzero_si256();
-    for (std::size_t n = 0; n < kNeedles; ++n) {
-      const __m256i first = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from + anchors[2 * n]));
-      const __m256i second = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from + anchors[2 * n + 1]));
-      hits[n] = _mm256_and_si256(_mm256_cmpeq_epi8(first, firstByte[n]), _mm256_cmpeq_epi8(second, secondByte[n]));
-      any = _mm256_or_si256(any, hits[n]);
-    }
-    if (_mm256_movemask_epi8(any) == 0) continue;
-    for (std::size_t n = 0; n < kNeedles; ++n) {
-      for (unsigned mask = static_cast<unsigned>(_mm256_movemask_epi8(hits[n])); mask != 0; mask &= mask - 1) {
-        if (std::memcmp(from + __builtin_ctz(mask), needles[n].data(), needles[n].size()) == 0) return nullptr;
+// Whether a needle stands where one of the block's bytes at `hits` is its anchor byte.
+bool verify(const char* block, unsigned hits, std::string_view text, const std::string* needles,
+            const std::size_t* anchors, std::size_t count) {
+  const char* const end = text.data() + text.size();
+  for (; hits != 0; hits &= hits - 1) {
+    const char* const at = block + __builtin_ctz(hits);
+    for (std::size_t n = 0; n < count; ++n) {
+      const std::string& needle = needles[n];
+      if (*at != needle[anchors[n]] || at - text.data() < static_cast<std::ptrdiff_t>(anchors[n])) continue;
+      const char* const start = at - anchors[n];
+      if (needle.size() <= static_cast<std::size_t>(end - start) &&
+          std::memcmp(start, needle.data(), needle.size()) == 0) {
+        return true;
       }
     }
   }
-  return from;
+  return false;
 }
 
-using Scan = const char* (*)(const char*, const char*, const std::string*, const std::size_t*);
-constexpr Scan kScans[] = {scanBlocks<1>, scanBlocks<2>, scanBlocks<3>, scanBlocks<4>};
+// Thirty-two bytes a step, each block read once for up to eight needles: a byte equal to a
+// needle's anchor makes the place it would start at a candidate, and only candidates are
+// compared whole. The last block overlaps the one before; the text is at least a block long.
+template <std::size_t kNeedles>
+__attribute__((target("avx2"))) bool scanBlocks(std::string_view text, const std::string* needles,
+                                                const std::size_t* anchors) {
+  __m256i anchorBytes[kNeedles];
+  for (std::size_t n = 0; n < kNeedles; ++n) anchorBytes[n] = _mm256_set1_epi8(needles[n][anchors[n]]);
+  const char* block = text.data();
+  const char* const last = text.data() + text.size() - 32;
+  for (;;) {
+    const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(block));
+    __m256i any = _mm256_cmpeq_epi8(bytes, anchorBytes[0]);
+    for (std::size_t n = 1; n < kNeedles; ++n) any = _mm256_or_si256(any, _mm256_cmpeq_epi8(bytes, anchorBytes[n]));
+    const auto hits = static_cast<unsigned>(_mm256_movemask_epi8(any));
+    if (hits != 0 && verify(block, hits, text, needles, anchors, kNeedles)) return true;
+    if (block == last) return false;
+    block = last - block > 32 ? block + 32 : last;
+  }
+}
+
+using Scan = bool (*)(std::string_view, const std::string*, const std::size_t*);
+constexpr Scan kScans[] = {scanBlocks<1>, scanBlocks<2>, scanBlocks<3>, scanBlocks<4>,
+                           scanBlocks<5>, scanBlocks<6>, scanBlocks<7>, scanBlocks<8>};
 #endif
 
 }  // namespace
@@ -80,31 +90,20 @@ void NeedleSearch::add(std::string_view needle) {
     if (known == needle) return;
   }
   needles_.emplace_back(needle);
-  if (needle.size() > longest_) longest_ = needle.size();
-  std::size_t first = 0;
+  std::size_t anchor = 0;
   for (std::size_t at = 1; at < needle.size(); ++at) {
-    if (rarity(needle[at]) > rarity(needle[first])) first = at;
+    if (rarity(needle[at]) > rarity(needle[anchor])) anchor = at;
   }
-  std::size_t second = first == 0 ? needle.size() - 1 : 0;
-  for (std::size_t at = 0; at < needle.size(); ++at) {
-    if (at != first && rarity(needle[at]) > rarity(needle[second])) second = at;
-  }
-  anchors_.push_back(first);
-  anchors_.push_back(second);
+  anchors_.push_back(anchor);
 }
 
 bool NeedleSearch::foundIn(std::string_view text) const {
 #if defined(__x86_64__)
-  // Blocks wholly inside the text for the longest needle; the few places after them go to memmem.
-  if (hasAvx2() && text.size() >= longest_ + 32 + 31) {
-    const char* from = text.data();
-    const char* const stop = text.data() + text.size() - longest_ - 31;
-    for (std::size_t n = 0; n < needles_.size(); n += 4) {
-      const std::size_t count = std::min<std::size_t>(4, needles_.size() - n);
-      const char* end = kScans[count - 1](from, stop, needles_.data() + n, anchors_.data() + 2 * n);
-      if (end == nullptr) return true;
-      const std::string_view rest(end, static_cast<std::size_t>(text.data() + text.size() - end));
-      if (memmemAny(rest, needles_.data() + n, count)) return true;
+  const std::size_t kGroup = sizeof kScans / sizeof kScans[0];
+  if (hasAvx2() && text.size() >= 32) {
+    for (std::size_t n = 0; n < needles_.size(); n += kGroup) {
+      const std::size_t count = std::min(kGroup, needles_.size() - n);
+      if (kScans[count - 1](text, needles_.data() + n, anchors_.data() + n)) return true;
     }
     return false;
   }

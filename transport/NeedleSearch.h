@@ -17,9 +17,8 @@ class NeedleSearch {
 
  private:
   std::vector<std::string> needles_;
-  // Two places of each needle whose bytes JSON texts seldom hold, looked for before the rest.
+  // The place in each needle of the byte that JSON texts hold least often, looked for first.
   std::vector<std::size_t> anchors_;
-  std::size_t longest_ = 0;
 };
 
 }  // namespace HuaweiTransport
