@@ -37,41 +37,55 @@ bool hasAvx2() {
   return supported;
 }
 
-// Whether a needle stands where one of the block's bytes at `hits` is its anchor byte.
-bool verify(const char* block, unsigned hits, std::string_view text, const std::string* needles,
-            const std::size_t* anchors, std::size_t count) {
-  const char* const end = text.data() + text.size();
-  for (; hits != 0; hits &= hits - 1) {
-    const char* const at = block + __builtin_ctz(hits);
-    for (std::size_t n = 0; n < count; ++n) {
-      const std::string& needle = needles[n];
-      if (*at != needle[anchors[n]] || at - text.data() < static_cast<std::ptrdiff_t>(anchors[n])) continue;
-      const char* const start = at - anchors[n];
-      if (needle.size() <= static_cast<std::size_t>(end - start) &&
-          std::memcmp(start, needle.data(), needle.size()) == 0) {
-        return true;
-      }
+// Whether the needle starts at one of the candidates, given by the place of its first anchor in
+// the block.
+bool verify(const char* block, unsigned candidates, std::string_view text, const std::string& needle,
+            std::size_t anchor) {
+  for (; candidates != 0; candidates &= candidates - 1) {
+    const char* const at = block + __builtin_ctz(candidates);
+    if (at - text.data() < static_cast<std::ptrdiff_t>(anchor)) continue;
+    const char* const start = at - anchor;
+    if (needle.size() <= static_cast<std::size_t>(text.data() + text.size() - start) &&
+        std::memcmp(start, needle.data(), needle.size()) == 0) {
+      return true;
     }
   }
   return false;
 }
 
-// Thirty-two bytes a step, each block read once for up to eight needles: a byte equal to a
-// needle's anchor makes the place it would start at a candidate, and only candidates are
+// Thirty-two bytes a step, each block read once for up to eight needles: a block holding no
+// needle's rarest byte is done with at once. In the others a place is a candidate for a needle
+// when its rarest byte stands there and its second rarest at their distance; only candidates are
 // compared whole. The last block overlaps the one before; the text is at least a block long.
 template <std::size_t kNeedles>
 __attribute__((target("avx2"))) bool scanBlocks(std::string_view text, const std::string* needles,
                                                 const std::size_t* anchors) {
-  __m256i anchorBytes[kNeedles];
-  for (std::size_t n = 0; n < kNeedles; ++n) anchorBytes[n] = _mm256_set1_epi8(needles[n][anchors[n]]);
+  __m256i firstBytes[kNeedles], secondBytes[kNeedles];
+  std::ptrdiff_t apart[kNeedles];
+  for (std::size_t n = 0; n < kNeedles; ++n) {
+    firstBytes[n] = _mm256_set1_epi8(needles[n][anchors[2 * n]]);
+    secondBytes[n] = _mm256_set1_epi8(needles[n][anchors[2 * n + 1]]);
+    apart[n] = static_cast<std::ptrdiff_t>(anchors[2 * n + 1]) - static_cast<std::ptrdiff_t>(anchors[2 * n]);
+  }
   const char* block = text.data();
   const char* const last = text.data() + text.size() - 32;
   for (;;) {
     const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(block));
-    __m256i any = _mm256_cmpeq_epi8(bytes, anchorBytes[0]);
-    for (std::size_t n = 1; n < kNeedles; ++n) any = _mm256_or_si256(any, _mm256_cmpeq_epi8(bytes, anchorBytes[n]));
-    const auto hits = static_cast<unsigned>(_mm256_movemask_epi8(any));
-    if (hits != 0 && verify(block, hits, text, needles, anchors, kNeedles)) return true;
+    __m256i any = _mm256_cmpeq_epi8(bytes, firstBytes[0]);
+    for (std::size_t n = 1; n < kNeedles; ++n) any = _mm256_or_si256(any, _mm256_cmpeq_epi8(bytes, firstBytes[n]));
+    if (_mm256_movemask_epi8(any) != 0) {
+      for (std::size_t n = 0; n < kNeedles; ++n) {
+        auto candidates = static_cast<unsigned>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(bytes, firstBytes[n])));
+        if (candidates == 0) continue;
+        // Where the second anchor's block lies outside the text, the comparison whole decides.
+        const char* const other = block + apart[n];
+        if (other >= text.data() && other <= last) {
+          const __m256i seconds = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(other));
+          candidates &= static_cast<unsigned>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(seconds, secondBytes[n])));
+        }
+        if (candidates != 0 && verify(block, candidates, text, needles[n], anchors[2 * n])) return true;
+      }
+    }
     if (block == last) return false;
     block = last - block > 32 ? block + 32 : last;
   }
@@ -90,11 +104,16 @@ void NeedleSearch::add(std::string_view needle) {
     if (known == needle) return;
   }
   needles_.emplace_back(needle);
-  std::size_t anchor = 0;
+  std::size_t first = 0;
   for (std::size_t at = 1; at < needle.size(); ++at) {
-    if (rarity(needle[at]) > rarity(needle[anchor])) anchor = at;
+    if (rarity(needle[at]) > rarity(needle[first])) first = at;
   }
-  anchors_.push_back(anchor);
+  std::size_t second = first == 0 ? needle.size() - 1 : 0;
+  for (std::size_t at = 0; at < needle.size(); ++at) {
+    if (at != first && rarity(needle[at]) > rarity(needle[second])) second = at;
+  }
+  anchors_.push_back(first);
+  anchors_.push_back(second);
 }
 
 bool NeedleSearch::foundIn(std::string_view text) const {
@@ -103,7 +122,7 @@ bool NeedleSearch::foundIn(std::string_view text) const {
   if (hasAvx2() && text.size() >= 32) {
     for (std::size_t n = 0; n < needles_.size(); n += kGroup) {
       const std::size_t count = std::min(kGroup, needles_.size() - n);
-      if (kScans[count - 1](text, needles_.data() + n, anchors_.data() + n)) return true;
+      if (kScans[count - 1](text, needles_.data() + n, anchors_.data() + 2 * n)) return true;
     }
     return false;
   }
