@@ -146,7 +146,7 @@ void ExchangeRecorder::hideSecrets(std::string& text) const {
 
 // A body as it goes into the line: the client's own bytes when nothing in it must change (as for
 // nearly every page of a change list), else a copy in `changed` with the secrets replaced.
-std::string_view ExchangeRecorder::recordable(const char* data, std::size_t length, std::string& changed) const {
+std::string_view ExchangeRecorder::recordable(const char* data, std::size_t length, std::string& changed) {
   const std::string_view body(data ? data : "", data ? length : 0);
   if (!secrets_.foundIn(body)) return body;
   changed.assign(body);

@@ -44,7 +44,7 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   void writeExchange(const ZRLibCurlExchange& exchange);
   void learnSecrets(const std::string& request, const std::string& answer);
   void hideSecrets(std::string& text) const;
-  std::string_view recordable(const char* data, std::size_t length, std::string& changed) const;
+  std::string_view recordable(const char* data, std::size_t length, std::string& changed);
   void writeLine(std::initializer_list<std::string_view> parts);
 
   std::mutex mutex_;  // one line at a time, and the secrets and stand-ins they share

@@ -1,6 +1,5 @@
 #include "JsonLineCheck.h"
 
-#include <cstdint>
 #include <cstring>
 #include <string>
 
@@ -64,33 +63,29 @@ bool hasAvx2() {
   return supported;
 }
 
-// The bytes of a block of thirty-two equal to `byte`, one bit each.
-__attribute__((target("avx2"))) std::uint64_t bytesEqual(__m256i block, __m256i byte) {
-  return static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(block, byte)));
-}
-
 // Inside a string, sixty-four bytes a step over blocks that hold only printable ASCII and
-// escaped quotes (a change list's page is one long string of them): there each backslash stands
-// just before a quote and each quote just after a backslash. Answers where the first other block
-// starts, on the backslash when one ends the last block skipped.
+// escaped quotes (a change list's page is one long string of them): there a byte is a quote
+// exactly when the one before it is a backslash. The byte before `p` must be no backslash (so
+// that a backslash in the blocks skipped escapes the quote after it). Answers where the first
+// other block starts, or the backslash that ends the last one skipped.
 __attribute__((target("avx2"))) const char* skipPlainBlocks(const char* p, const char* end) {
   const __m256i quote = _mm256_set1_epi8('"');
   const __m256i backslash = _mm256_set1_epi8('\\');
   const __m256i blank = _mm256_set1_epi8(' ');
-  std::uint64_t carry = 0;  // the block's first byte is escaped by the last of the one before
+  const char* const start = p;
   for (; end - p >= 64; p += 64) {
-    const __m256i low = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
-    const __m256i high = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + 32));
-    // Below the blank as signed bytes: control characters and every byte outside ASCII.
-    if (_mm256_movemask_epi8(_mm256_or_si256(_mm256_cmpgt_epi8(blank, low), _mm256_cmpgt_epi8(blank, high))) != 0) {
-      break;
+    __m256i odd = _mm256_setzero_si256();
+    for (int half = 0; half < 64; half += 32) {
+      const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + half));
+      const __m256i before = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + half - 1));
+      // A quote without a backslash before it, or the reverse; or a byte below the blank as signed
+      // bytes: a control character or any byte outside ASCII.
+      odd = _mm256_or_si256(odd, _mm256_xor_si256(_mm256_cmpeq_epi8(bytes, quote), _mm256_cmpeq_epi8(before, backslash)));
+      odd = _mm256_or_si256(odd, _mm256_cmpgt_epi8(blank, bytes));
     }
-    const std::uint64_t quotes = bytesEqual(low, quote) | bytesEqual(high, quote) << 32;
-    const std::uint64_t backslashes = bytesEqual(low, backslash) | bytesEqual(high, backslash) << 32;
-    if (quotes != ((backslashes << 1) | carry)) break;
-    carry = backslashes >> 63;
+    if (_mm256_movemask_epi8(odd) != 0) break;
   }
-  return p - carry;
+  return p != start && p[-1] == '\\' ? p - 1 : p;
 }
 #endif
 
@@ -99,7 +94,7 @@ __attribute__((target("avx2"))) const char* skipPlainBlocks(const char* p, const
 const char* stringEnd(const char* p, const char* end) {
   for (;;) {
 #if defined(__x86_64__)
-    if (hasAvx2()) p = skipPlainBlocks(p, end);
+    if (hasAvx2() && p[-1] != '\\') p = skipPlainBlocks(p, end);
 #endif
     // A block's worth byte by byte, then the quick steps again.
     const char* const stop = end - p > 64 ? p + 64 : end;
