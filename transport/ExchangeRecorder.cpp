@@ -156,7 +156,10 @@ std::string_view ExchangeRecorder::recordable(const char* data, std::size_t leng
 
 void ExchangeRecorder::writeExchange(const ZRLibCurlExchange& exchange) {
   std::string resource = resourceOf(exchange.url);
-  std::string request, answer;
+  // Copies kept from one exchange to the next: a fresh copy of a long page each time would cost
+  // fresh pages each time, and the program's memory would shrink and grow with every page.
+  std::string& request = requestCopy_;
+  std::string& answer = answerCopy_;
   std::string_view requestText, answerText;
   if (std::strcmp(exchange.method, "POST") == 0 && endsWith(resource, kLoginResourceEnd)) {
     request.assign(exchange.request ? exchange.request : "", exchange.request ? exchange.requestLength : 0);

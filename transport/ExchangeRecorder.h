@@ -56,6 +56,7 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   std::vector<std::string> passwords_;
   NeedleSearch secrets_;  // all of the above and the token's member name: what makes a body change
   TextBuffer line_;
+  std::string requestCopy_, answerCopy_;  // the bodies when something in them changes
 };
 
 }  // namespace HuaweiTransport
