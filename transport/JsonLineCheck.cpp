@@ -80,7 +80,8 @@ __attribute__((target("avx2"))) const char* skipPlainBlocks(const char* p, const
       const __m256i before = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + half - 1));
       // A quote without a backslash before it, or the reverse; or a byte below the blank as signed
       // bytes: a control character or any byte outside ASCII.
-      odd = _mm256_or_si256(odd, _mm256_xor_si256(_mm256_cmpeq_epi8(bytes, quote), _mm256_cmpeq_epi8(before, backslash)));
+      const __m256i unpaired = _mm256_xor_si256(_mm256_cmpeq_epi8(bytes, quote), _mm256_cmpeq_epi8(before, backslash));
+      odd = _mm256_or_si256(odd, unpaired);
       odd = _mm256_or_si256(odd, _mm256_cmpgt_epi8(blank, bytes));
     }
     if (_mm256_movemask_epi8(odd) != 0) break;

@@ -145,7 +145,7 @@ void NeedleSearch::add(std::string_view needle) {
 // Every so many bytes of each text searched is counted, so that the anchors follow what the
 // texts really hold: a byte that one array's change lists are full of is another's rare one.
 void NeedleSearch::learn(std::string_view text) {
-  const std::size_t kStride = 512;
+  const std::size_t kStride = 509;  // odd, so that it does not keep step with repeated records
   for (std::size_t at = 0; at < text.size(); at += kStride) {
     if (++seen_[static_cast<unsigned char>(text[at])] == kHalving) {
       for (std::uint32_t& count : seen_) count /= 2;

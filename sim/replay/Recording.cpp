@@ -27,8 +27,8 @@ std::string RawAnswer(const nlohmann::json& object, const std::string& text, std
   if (!bytes->is_number_unsigned()) Refuse(line, "\"answerBytes\" is no length");
   const std::size_t length = bytes->get<std::size_t>();
   const std::size_t close = text.find_last_not_of(" \t\r");
-  if (close == std::string::npos || text[close] != '}' || length > close ||
-      close - length < kOpening.size() || text.compare(close - length - kOpening.size(), kOpening.size(), kOpening) != 0) {
+  if (close == std::string::npos || text[close] != '}' || length > close || close - length < kOpening.size() ||
+      text.compare(close - length - kOpening.size(), kOpening.size(), kOpening) != 0) {
     Refuse(line, "the answer of \"answerBytes\" does not end the line");
   }
   return text.substr(close - length, length);

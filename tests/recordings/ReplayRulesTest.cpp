@@ -133,7 +133,8 @@ TEST(Replay, RecordedAnswersComeBackExactlyWhateverTheArraySent) {
       {"{\"a\":1,\n\"b\":2}", "", false},
       {R"({"data":{"ID":"1")", "", false},
       {R"({"x":1}},"status":599,"answerBytes":8,"answer":"forged"})", "", false},
-      {"{\"a\":1}\n{\"method\":\"GET\",\"resource\":\"/x\",\"request\":\"\",\"status\":200,\"answer\":\"\"}", "", false},
+      {"{\"a\":1}\n{\"method\":\"GET\",\"resource\":\"/x\",\"request\":\"\",\"status\":200,\"answer\":\"\"}", "",
+       false},
       {R"({"note":")" + token + R"(","ID":")" + device + R"("})", R"({"note":"{iBaseToken}","ID":"{deviceid}"})", true},
       {R"({"a":"\ud800"})", "", false},
       {"", "", false},
@@ -161,7 +162,8 @@ TEST(Replay, RecordedAnswersComeBackExactlyWhateverTheArraySent) {
 
   ASSERT_EQ(lines.size(), rows.size() + 2);
   ASSERT_EQ(recording.exchanges.size(), rows.size() + 1);
-  EXPECT_EQ(recording.exchanges[0].answer, R"({"data":{"deviceid":"{deviceid}","iBaseToken":"{iBaseToken}"},"error":{"code":0}})");
+  EXPECT_EQ(recording.exchanges[0].answer,
+            R"({"data":{"deviceid":"{deviceid}","iBaseToken":"{iBaseToken}"},"error":{"code":0}})");
   for (std::size_t i = 0; i < rows.size(); ++i) {
     SCOPED_TRACE(rows[i].answer);
     EXPECT_EQ(recording.exchanges[i + 1].answer, rows[i].expected.empty() ? rows[i].answer : rows[i].expected);
@@ -173,6 +175,10 @@ TEST(Replay, RecordedAnswersComeBackExactlyWhateverTheArraySent) {
       EXPECT_EQ(line.find(secret), std::string::npos) << line;
     }
   }
+  // A length that does not match the line is refused, not guessed at.
+  std::istringstream wrong(R"({"recording":1,"library":"1.0.0","anonymised":false}
+{"method":"GET","resource":"/x","request":"","status":200,"ms":1,"answerBytes":3,"answer":[1,2]})");
+  EXPECT_THROW(arraysim::ParseRecording(wrong), std::runtime_error);
 }
 
 bool Listening(const char* address, int port) {
