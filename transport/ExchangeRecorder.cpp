@@ -1,9 +1,11 @@
 #include "ExchangeRecorder.h"
 
 #include <fcntl.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cmath>
 #include <cerrno>
@@ -11,6 +13,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "JsonLineCheck.h"
 #include "JsonStrings.h"
 #include "PasswordMask.h"
 #include "RecordingAnonymiser.h"
@@ -74,18 +77,26 @@ ExchangeRecorder::ExchangeRecorder(const std::string& path, bool anonymised)
   if (fd_ < 0) {
     throw std::runtime_error("Unable to create the recording file [" + path + "]: " + std::strerror(errno));
   }
-  writeLine(std::string("{\"recording\":1,\"library\":\"") + ZRMANAGEHUAWEI_VERSION + "\",\"anonymised\":" +
-            (anonymised ? "true" : "false") + "}\n");
+  writeLine({std::string("{\"recording\":1,\"library\":\"") + ZRMANAGEHUAWEI_VERSION + "\",\"anonymised\":" +
+            (anonymised ? "true" : "false") + "}\n"});
 }
 
 ExchangeRecorder::~ExchangeRecorder() {
   if (fd_ >= 0) ::close(fd_);
 }
 
-void ExchangeRecorder::writeLine(std::string_view text) {
-  std::size_t written = 0;
-  while (written < text.size()) {
-    const ssize_t n = ::write(fd_, text.data() + written, text.size() - written);
+// The parts go out in one call, so that no copy of a long answer is made to join them.
+void ExchangeRecorder::writeLine(std::initializer_list<std::string_view> parts) {
+  std::array<iovec, 3> pieces{};
+  int count = 0;
+  for (const std::string_view part : parts) {
+    if (!part.empty() && count < static_cast<int>(pieces.size())) {
+      pieces[count++] = iovec{const_cast<char*>(part.data()), part.size()};
+    }
+  }
+  iovec* next = pieces.data();
+  while (count > 0) {
+    const ssize_t n = ::writev(fd_, next, count);
     if (n < 0 && errno == EINTR) continue;
     if (n <= 0) {
       TkDebug(nullptr).DebugLvl("ExchangeRecorder::writeLine", -1, 0,
@@ -93,7 +104,12 @@ void ExchangeRecorder::writeLine(std::string_view text) {
                                 n < 0 ? std::strerror(errno) : "nothing written");
       return;
     }
-    written += static_cast<std::size_t>(n);
+    auto done = static_cast<std::size_t>(n);
+    for (; count > 0 && done >= next->iov_len; --count) done -= (next++)->iov_len;
+    if (count > 0) {
+      next->iov_base = static_cast<char*>(next->iov_base) + done;
+      next->iov_len -= done;
+    }
   }
 }
 
@@ -130,7 +146,7 @@ void ExchangeRecorder::hideSecrets(std::string& text) const {
 
 // A body as it goes into the line: the client's own bytes when nothing in it must change (as for
 // nearly every page of a change list), else a copy in `changed` with the secrets replaced.
-std::string_view ExchangeRecorder::recordable(const char* data, std::size_t length, std::string& changed) const {
+std::string_view ExchangeRecorder::recordable(const char* data, std::size_t length, std::string& changed) {
   const std::string_view body(data ? data : "", data ? length : 0);
   if (!secrets_.foundIn(body)) return body;
   changed.assign(body);
@@ -138,9 +154,12 @@ std::string_view ExchangeRecorder::recordable(const char* data, std::size_t leng
   return changed;
 }
 
-void ExchangeRecorder::appendLine(const ZRLibCurlExchange& exchange) {
+void ExchangeRecorder::writeExchange(const ZRLibCurlExchange& exchange) {
   std::string resource = resourceOf(exchange.url);
-  std::string request, answer;
+  // Copies kept from one exchange to the next: a fresh copy of a long page each time would cost
+  // fresh pages each time, and the program's memory would shrink and grow with every page.
+  std::string& request = requestCopy_;
+  std::string& answer = answerCopy_;
   std::string_view requestText, answerText;
   if (std::strcmp(exchange.method, "POST") == 0 && endsWith(resource, kLoginResourceEnd)) {
     request.assign(exchange.request ? exchange.request : "", exchange.request ? exchange.requestLength : 0);
@@ -170,14 +189,24 @@ void ExchangeRecorder::appendLine(const ZRLibCurlExchange& exchange) {
   appendJsonString(line_, resource);
   line_.append(",\"request\":");
   appendJsonString(line_, requestText);
-  char number[48];
-  std::snprintf(number, sizeof number, ",\"status\":%ld,\"answer\":", exchange.status);
-  line_.append(number);
-  appendJsonString(line_, answerText);
   // In whole microseconds, so that no locale puts a comma in place of the point.
   const long long micro = std::llround(std::max(0.0, exchange.milliseconds) * 1000.0);
-  std::snprintf(number, sizeof number, ",\"ms\":%lld.%03lld}\n", micro / 1000, micro % 1000);
+  char number[96];
+  std::snprintf(number, sizeof number, ",\"status\":%ld,\"ms\":%lld.%03lld", exchange.status, micro / 1000,
+                micro % 1000);
   line_.append(number);
+  // An answer that is one JSON value on one line goes in as it came, last in the line and after
+  // its length, so that a reader can cut its bytes out unchanged; any other is written as a string.
+  if (isOneLineJsonValue(answerText)) {
+    std::snprintf(number, sizeof number, ",\"answerBytes\":%zu,\"answer\":", answerText.size());
+    line_.append(number);
+    writeLine({line_.view(), answerText, "}\n"});
+    return;
+  }
+  line_.append(",\"answer\":");
+  appendJsonString(line_, answerText);
+  line_.append("}\n");
+  writeLine({line_.view()});
 }
 
 void ExchangeRecorder::record(const ZRLibCurlExchange& exchange) noexcept {
@@ -185,8 +214,7 @@ void ExchangeRecorder::record(const ZRLibCurlExchange& exchange) noexcept {
     std::lock_guard<std::mutex> lock(mutex_);
     // The buffer keeps its size from line to line: a long answer does not cost fresh pages each time.
     line_.clear();
-    appendLine(exchange);
-    writeLine(line_.view());
+    writeExchange(exchange);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "ExchangeRecorder: an exchange was not recorded: %s\n", error.what());
   } catch (...) {

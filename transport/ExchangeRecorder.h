@@ -2,12 +2,15 @@
 //   {"recording":1,"library":"1.0.0","anonymised":false}
 // then one line per exchange, in the order they ended:
 //   {"method":"GET","resource":"/deviceManager/rest/{deviceid}/system/","request":"","status":200,
-//    "answer":"...","ms":1.234}
+//    "ms":1.234,"answerBytes":22,"answer":{"data":{},"error":{}}}
+// An answer that is one JSON value without line breaks stands as it came, last, after its length
+// in bytes; any other answer is a string, and "answerBytes" is absent.
 // The resource is the URL without scheme and authority. The device identifier of each login
 // answer becomes {deviceid} and every iBaseToken value {iBaseToken}, wherever they stand; the
 // login body's password is masked as in the logs, and no header is written, so no cookie is.
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -38,11 +41,11 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   static bool startFromSettings(std::string& reason);
 
  private:
-  void appendLine(const ZRLibCurlExchange& exchange);
+  void writeExchange(const ZRLibCurlExchange& exchange);
   void learnSecrets(const std::string& request, const std::string& answer);
   void hideSecrets(std::string& text) const;
-  std::string_view recordable(const char* data, std::size_t length, std::string& changed) const;
-  void writeLine(std::string_view text);
+  std::string_view recordable(const char* data, std::size_t length, std::string& changed);
+  void writeLine(std::initializer_list<std::string_view> parts);
 
   std::mutex mutex_;  // one line at a time, and the secrets and stand-ins they share
   int fd_ = -1;
@@ -53,6 +56,7 @@ class ExchangeRecorder : public ZRLibCurlRecorder {
   std::vector<std::string> passwords_;
   NeedleSearch secrets_;  // all of the above and the token's member name: what makes a body change
   TextBuffer line_;
+  std::string requestCopy_, answerCopy_;  // the bodies when something in them changes
 };
 
 }  // namespace HuaweiTransport

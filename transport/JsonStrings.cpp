@@ -30,7 +30,17 @@ bool followedByColon(const std::string& text, std::string::size_type at) {
   return at < text.size() && text[at] == ':';
 }
 
-// Length of the UTF-8 sequence starting at `at`, or 0 when the bytes there are none.
+// Length of each ASCII character in a JSON string literal.
+constexpr std::array<unsigned char, 128> escapedLengths() {
+  std::array<unsigned char, 128> lengths{};
+  for (unsigned c = 0; c < 128; ++c) lengths[c] = c < 0x20 ? 6 : 1;
+  lengths['"'] = lengths['\\'] = lengths['\n'] = lengths['\r'] = lengths['\t'] = 2;
+  return lengths;
+}
+constexpr std::array<unsigned char, 128> kEscapedLength = escapedLengths();
+
+}  // namespace
+
 std::size_t utf8Length(std::string_view text, std::size_t at) {
   const unsigned char lead = static_cast<unsigned char>(text[at]);
   std::size_t length = 0;
@@ -55,17 +65,6 @@ std::size_t utf8Length(std::string_view text, std::size_t at) {
   }
   return length;
 }
-
-// Length of each ASCII character in a JSON string literal.
-constexpr std::array<unsigned char, 128> escapedLengths() {
-  std::array<unsigned char, 128> lengths{};
-  for (unsigned c = 0; c < 128; ++c) lengths[c] = c < 0x20 ? 6 : 1;
-  lengths['"'] = lengths['\\'] = lengths['\n'] = lengths['\r'] = lengths['\t'] = 2;
-  return lengths;
-}
-constexpr std::array<unsigned char, 128> kEscapedLength = escapedLengths();
-
-}  // namespace
 
 bool rewriteJsonStrings(std::string& text, const JsonStringVisitor& visit) {
   // The member name in force at each depth of objects and arrays.

@@ -20,6 +20,10 @@ using JsonStringVisitor =
 // True when something was replaced.
 bool rewriteJsonStrings(std::string& text, const JsonStringVisitor& visit);
 
+// Length of the UTF-8 sequence starting at `at`, or 0 when the bytes there are none (a stray
+// continuation byte, an overlong form, a surrogate, a sequence cut short).
+std::size_t utf8Length(std::string_view text, std::size_t at);
+
 // Text built at the end of a buffer that keeps its room from one use to the next, so that writing
 // a long line again costs neither fresh pages nor zeroed bytes.
 class TextBuffer {

@@ -19,12 +19,28 @@ std::string Text(const nlohmann::json& object, const char* key, std::size_t line
   return it->get<std::string>();
 }
 
-RecordedExchange ReadExchange(const nlohmann::json& object, std::size_t line) {
+// An answer written as it came ends the line, after its length: its bytes are cut out of the
+// line, so that it is served exactly as the array sent it.
+std::string RawAnswer(const nlohmann::json& object, const std::string& text, std::size_t line) {
+  static const std::string kOpening = ",\"answer\":";
+  const auto bytes = object.find("answerBytes");
+  if (!bytes->is_number_unsigned()) Refuse(line, "\"answerBytes\" is no length");
+  const std::size_t length = bytes->get<std::size_t>();
+  const std::size_t close = text.find_last_not_of(" \t\r");
+  if (close == std::string::npos || text[close] != '}' || length > close || close - length < kOpening.size() ||
+      text.compare(close - length - kOpening.size(), kOpening.size(), kOpening) != 0) {
+    Refuse(line, "the answer of \"answerBytes\" does not end the line");
+  }
+  return text.substr(close - length, length);
+}
+
+RecordedExchange ReadExchange(const nlohmann::json& object, const std::string& text, std::size_t line) {
   RecordedExchange exchange;
   exchange.method = Text(object, "method", line);
   exchange.resource = Text(object, "resource", line);
   exchange.request = Text(object, "request", line);
-  exchange.answer = Text(object, "answer", line);
+  exchange.answer =
+      object.contains("answerBytes") ? RawAnswer(object, text, line) : Text(object, "answer", line);
   const auto status = object.find("status");
   if (status == object.end() || !status->is_number_integer() || status->get<long long>() < 100 ||
       status->get<long long>() > 599) {
@@ -59,7 +75,7 @@ Recording ParseRecording(std::istream& lines) {
       headerRead = true;
       continue;
     }
-    recording.exchanges.push_back(ReadExchange(object, line));
+    recording.exchanges.push_back(ReadExchange(object, text, line));
   }
   if (!headerRead) throw std::runtime_error("recording is empty");
   return recording;

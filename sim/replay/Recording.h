@@ -3,7 +3,12 @@
 //
 //   {"recording":1,"library":"1.0.0","anonymised":false}
 //   {"method":"GET","resource":"/deviceManager/rest/{deviceid}/filesystem","request":"","status":200,
-//    "answer":"{\"data\":[...],\"error\":{\"code\":0}}","ms":1.234}
+//    "ms":1.234,"answerBytes":33,"answer":{"data":[...],"error":{"code":0}}}
+//   {"method":"GET","resource":"/deviceManager/rest/{deviceid}/system/","request":"","status":502,
+//    "ms":0.7,"answer":"Bad gateway"}
+//
+// An answer that is one JSON value stands as it came, after its length in bytes; any other is a
+// string (as every answer is in the recordings of earlier versions, before "ms").
 //
 // The device identifier is written as {deviceid} and every token as {iBaseToken}, wherever they
 // stood; the login's password is masked.

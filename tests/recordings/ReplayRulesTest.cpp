@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -16,6 +17,7 @@
 
 #include "ArrayCodes.h"
 #include "ArraySimulator.h"
+#include "ExchangeRecorder.h"
 #include "ToolProcess.h"
 #include "ZRLibCurlOptions.h"
 #include "ZrManageHuawei.h"
@@ -114,6 +116,69 @@ TEST(Replay, LoginAnswersWithAFreshTokenAndDevice) {
   replay.handle({"POST", "/deviceManager/rest/xxxxx/sessions", {}, R"({"password":"Not the recorded"})"});
   EXPECT_EQ(diagnostics.str().find("Not the recorded"), std::string::npos);
   EXPECT_EQ(replay.summary().unmatched.size(), 1u);
+}
+
+// Whatever an array answers comes back from the file byte for byte (the token replaced), one
+// line an exchange: as it came when it is one JSON value on one line, else as a string.
+TEST(Replay, RecordedAnswersComeBackExactlyWhateverTheArraySent) {
+  const std::string token = "5f0c1e2d3b4a69788796a5b4c3d2e1f0", device = "2102350BVB10K5000042";
+  struct Row {
+    std::string answer, expected;  // expected: empty when the answer itself
+    bool asItCame;
+  };
+  const std::vector<Row> rows = {
+      {R"({"data":{"ID":"1"},"error":{"code":0,"description":"0"}})", "", true},
+      {" \t[1, \"x\\\"y\"]\t", "", true},
+      {"Bad gateway", "", false},
+      {"{\"a\":1,\n\"b\":2}", "", false},
+      {R"({"data":{"ID":"1")", "", false},
+      {R"({"x":1}},"status":599,"answerBytes":8,"answer":"forged"})", "", false},
+      {"{\"a\":1}\n{\"method\":\"GET\",\"resource\":\"/x\",\"request\":\"\",\"status\":200,\"answer\":\"\"}", "",
+       false},
+      {R"({"note":")" + token + R"(","ID":")" + device + R"("})", R"({"note":"{iBaseToken}","ID":"{deviceid}"})", true},
+      {R"({"a":"\ud800"})", "", false},
+      {"", "", false},
+  };
+  char folder[] = "/tmp/zr-replay-XXXXXX";
+  ASSERT_NE(mkdtemp(folder), nullptr);
+  const std::string path = std::string(folder) + "/hostile.jsonl";
+  {
+    HuaweiTransport::ExchangeRecorder recorder(path, false);
+    const std::string login = R"({"username":"admin", "password":"Admin@storage1", "scope":"0" })";
+    const std::string loginAnswer =
+        R"({"data":{"deviceid":")" + device + R"(","iBaseToken":")" + token + R"("},"error":{"code":0}})";
+    recorder.record({"POST", "https://a:8088/deviceManager/rest/xxxxx/sessions", login.data(), login.size(), 200,
+                     loginAnswer.data(), loginAnswer.size(), 1.0});
+    const std::string url = "https://a:8088/deviceManager/rest/" + device + "/x";
+    for (const auto& row : rows) {
+      recorder.record({"GET", url.c_str(), nullptr, 0, 200, row.answer.data(), row.answer.size(), 0.5});
+    }
+  }
+  std::ifstream file(path, std::ios::binary);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(file, line);) lines.push_back(line);
+  const auto recording = arraysim::LoadRecording(path);
+  std::filesystem::remove_all(folder);
+
+  ASSERT_EQ(lines.size(), rows.size() + 2);
+  ASSERT_EQ(recording.exchanges.size(), rows.size() + 1);
+  EXPECT_EQ(recording.exchanges[0].answer,
+            R"({"data":{"deviceid":"{deviceid}","iBaseToken":"{iBaseToken}"},"error":{"code":0}})");
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    SCOPED_TRACE(rows[i].answer);
+    EXPECT_EQ(recording.exchanges[i + 1].answer, rows[i].expected.empty() ? rows[i].answer : rows[i].expected);
+    EXPECT_EQ(lines[i + 2].find("{\"method\":\"GET\",\"resource\":\"/deviceManager/rest/{deviceid}/x\""), 0u);
+    EXPECT_EQ(lines[i + 2].find("\"answerBytes\"") != std::string::npos, rows[i].asItCame);
+  }
+  for (const auto& line : lines) {
+    for (const std::string& secret : {token, device, std::string("Admin@storage1")}) {
+      EXPECT_EQ(line.find(secret), std::string::npos) << line;
+    }
+  }
+  // A length that does not match the line is refused, not guessed at.
+  std::istringstream wrong(R"({"recording":1,"library":"1.0.0","anonymised":false}
+{"method":"GET","resource":"/x","request":"","status":200,"ms":1,"answerBytes":3,"answer":[1,2]})");
+  EXPECT_THROW(arraysim::ParseRecording(wrong), std::runtime_error);
 }
 
 bool Listening(const char* address, int port) {

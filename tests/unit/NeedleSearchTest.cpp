@@ -19,7 +19,8 @@ TEST(NeedleSearch, FindsEachNeedleAtEveryPlaceOfTextsOfEveryLength) {
   const std::vector<std::vector<std::string>> sets = {
       {"\"iBaseToken\""},
       {"\"iBaseToken\"", "Pass-W0rd!", "8c3fe1a0b2d94e7f8a6b5c4d3e2f1a0b", "2102351"},
-      {"x", "AB", "a\"b", "Zz", "QQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQ"},  // two groups of four
+      {"x", "AB", "a\"b", "Zz", "QQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQQ", "k9", "@@", "Yy",
+       "#"},  // two groups
   };
   for (const auto& needles : sets) {
     NeedleSearch search;

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "JsonLineCheck.h"
 #include "JsonStrings.h"
 #include "RecordingAnonymiser.h"
 
@@ -60,6 +61,44 @@ TEST(RecordingText, RewriteSeesEachValueWithItsMemberAndKeepsEverythingElse) {
   // Not JSON, or cut short: walked as far as it reads, never beyond the text.
   for (std::string broken : {R"({"a":"cut)", "]]}}\"x\"", "\"\\", "plain"}) {
     rewriteJsonStrings(broken, [](std::string_view, std::string_view, std::string&) { return true; });
+  }
+}
+
+// What may stand in a line as it came: exactly what a JSON reader accepts, without line breaks.
+// Hand-picked texts, then every small fault at every place around the edges of the quick steps
+// through a page's long string, judged against nlohmann's reader.
+TEST(RecordingText, OneLineJsonValueIsWhatAReaderAcceptsWithoutLineBreaks) {
+  using HuaweiTransport::isOneLineJsonValue;
+  for (const char* valid : {"0", "-0.5e+10", " \t{\"a\" : [true, false, null, \"\\u00e9\\ud83d\\ude00\\/\"]}\t",
+                            "\"\xe6\x97\xa5\"", "[]", "{}", "[[{}],{\"\":{}}]"}) {
+    EXPECT_TRUE(isOneLineJsonValue(valid)) << valid;
+  }
+  for (const char* invalid : {"", " ", "01", "1.", "-", "+1", ".5", "1e", "tru", "nul", "[1,]", "{\"a\":1,}", "{\"a\"}",
+                              "{1:2}", "[1 2]", "{} {}", "]", "[}", "\"\\ud800\"", "\"\\udc00x\"", "\"\\ud800\\u0041\"",
+                              "\"\\x\"", "\"\\u12g4\"", "\"\xc0\xaf\"", "\"a", "{\"a\":1}\n", "[1,\r2]", "[\n]",
+                              "\xef\xbb\xbf{}"}) {
+    EXPECT_FALSE(isOneLineJsonValue(invalid)) << invalid;
+  }
+  EXPECT_TRUE(isOneLineJsonValue(std::string(256, '[') + std::string(256, ']')));
+  EXPECT_FALSE(isOneLineJsonValue(std::string(257, '[') + std::string(257, ']')));
+
+  std::string list;
+  while (list.size() < 300) list += R"({\"inode\":65,\"filePath\":\"/d0/x.txt\"},)";
+  const std::string page = R"({"data":{"changeList":"[)" + list + R"(]","progress":"100"},"error":{"code":0}})";
+  ASSERT_TRUE(isOneLineJsonValue(page));
+  const auto judged = [](const std::string& text) {
+    return nlohmann::json::accept(text) && text.find_first_of("\r\n") == std::string::npos;
+  };
+  for (const std::string fault : {"\"", "\\", "\\\\", "\\\"\\", "\n", "\x1f", "\x7f", "\xc3\xa9", "\xc3",
+                                  "\xed\xa0\x80", "\\u00e9", "\\ud83d", "\\/", "\\n"}) {
+    for (std::size_t at = 20; at < 120; ++at) {
+      for (const bool replacing : {false, true}) {
+        std::string text = page;
+        if (replacing) text.erase(at, 1);
+        text.insert(at, fault);
+        ASSERT_EQ(isOneLineJsonValue(text), judged(text)) << text.substr(0, 140);
+      }
+    }
   }
 }
 
