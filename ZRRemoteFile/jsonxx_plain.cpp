@@ -107,8 +107,14 @@ bool PlainReader::skip_string() {
   // At the opening quote. An escape takes the character behind the backslash; \u takes four hex
   // digits, as the parser reads four characters whatever they are. A large answer holds one
   // string of escaped text, so the bytes are classified 64 at a time and the escapes found by
-  // arithmetic on the masks, not one by one.
+  // arithmetic on the masks, not one by one. Most strings are short names and values without
+  // escapes: those end at the first quote or backslash when it is a quote.
   const char* p = next_ + 1;
+  const char* const stop = detail::quote_or_backslash(p, end_);
+  if (stop != end_ && *stop == '"') {
+    next_ = stop + 1;
+    return true;
+  }
   std::uint64_t first_escaped = 0;
   while (p < end_) {
     char padded[64];
