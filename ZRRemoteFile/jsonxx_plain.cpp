@@ -9,28 +9,6 @@
 #include "jsonxx_number.h"
 
 namespace jsonxx {
-namespace detail {
-
-// Eight bytes at a time, as the parser's buffer reader finds them.
-const char* quote_or_backslash(const char* p, const char* end) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101u;
-  constexpr std::uint64_t kHighs = 0x8080808080808080u;
-  if (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__) {
-    while (end - p >= 8) {
-      std::uint64_t word;
-      std::memcpy(&word, p, sizeof word);
-      const std::uint64_t q = word ^ (kOnes * '"');
-      const std::uint64_t b = word ^ (kOnes * '\\');
-      const std::uint64_t found = (((q - kOnes) & ~q) | ((b - kOnes) & ~b)) & kHighs;
-      if (found != 0) return p + (__builtin_ctzll(found) >> 3);
-      p += 8;
-    }
-  }
-  while (p != end && *p != '"' && *p != '\\') ++p;
-  return p;
-}
-
-}  // namespace detail
 
 namespace {
 
@@ -74,17 +52,6 @@ std::uint64_t escaped_bytes(std::uint64_t backslashes, std::uint64_t& first_esca
 bool is_hex(char c) { return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c | 0x20) <= 'f'); }
 
 }  // namespace
-
-bool PlainReader::string(std::string_view& text) {
-  skip_space();
-  if (next_ == end_ || *next_ != '"') return false;
-  const char* const start = next_ + 1;
-  const char* const close = detail::quote_or_backslash(start, end_);
-  if (close == end_ || *close != '"') return false;
-  text = std::string_view(start, static_cast<std::size_t>(close - start));
-  next_ = close + 1;
-  return true;
-}
 
 bool PlainReader::escaped_string(std::string_view& text) {
   skip_space();
