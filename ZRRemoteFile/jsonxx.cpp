@@ -435,6 +435,11 @@ std::vector<Value*>& detail::element_scratch() {
   return stack;
 }
 
+detail::KeyOrder& detail::key_order_scratch() {
+  thread_local KeyOrder order;
+  return order;
+}
+
 namespace {
 
 // The buffer reader knows the "C" rules only; a string stream takes the
@@ -443,11 +448,20 @@ bool global_locale_is_classic() { return std::locale() == std::locale::classic()
 
 thread_local bool stopped_at_memory_bound = false;
 
-// The stack that gathers array elements stays with the thread; after a large text it would pin
-// memory of the size of that text's largest array.
+// The stack that gathers array elements and the key order stay with the thread; after a large
+// text they would pin memory of the size of that text's largest array or object.
 void release_large_scratch() {
   std::vector<Value*>& stack = detail::element_scratch();
   if (stack.capacity() > 4096) std::vector<Value*>().swap(stack);
+  detail::KeyOrder& order = detail::key_order_scratch();
+  if (order.stored.capacity() > 4096) decltype(order.stored)().swap(order.stored);
+  if (order.successors.size() > 64) {
+    order.successors.clear();
+    order.successors.shrink_to_fit();
+  }
+  for (std::vector<int>& positions : order.successors) {
+    if (positions.capacity() > 4096) std::vector<int>().swap(positions);
+  }
 }
 
 // A text whose tree would take more than its bound, or more than the memory left, is no

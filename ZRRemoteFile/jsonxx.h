@@ -13,6 +13,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -55,9 +56,11 @@ struct PooledBlock {
 /// The order of the keys of an Object: std::string's own (bytes compared as
 /// unsigned char, a prefix before the longer key), done in line. Keys are
 /// short and mostly differ in their first bytes, and the library's memcmp
-/// costs more than the whole comparison.
+/// costs more than the whole comparison. Transparent: a key can be looked up
+/// as a view, without a string made for it.
 struct KeyLess {
-  bool operator()(const std::string& a, const std::string& b) const noexcept {
+  using is_transparent = void;
+  bool operator()(std::string_view a, std::string_view b) const noexcept {
     const std::size_t size = a.size() < b.size() ? a.size() : b.size();
     const char* p = a.data();
     const char* q = b.data();

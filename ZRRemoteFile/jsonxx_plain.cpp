@@ -9,28 +9,6 @@
 #include "jsonxx_number.h"
 
 namespace jsonxx {
-namespace detail {
-
-// Eight bytes at a time, as the parser's buffer reader finds them.
-const char* quote_or_backslash(const char* p, const char* end) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101u;
-  constexpr std::uint64_t kHighs = 0x8080808080808080u;
-  if (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__) {
-    while (end - p >= 8) {
-      std::uint64_t word;
-      std::memcpy(&word, p, sizeof word);
-      const std::uint64_t q = word ^ (kOnes * '"');
-      const std::uint64_t b = word ^ (kOnes * '\\');
-      const std::uint64_t found = (((q - kOnes) & ~q) | ((b - kOnes) & ~b)) & kHighs;
-      if (found != 0) return p + (__builtin_ctzll(found) >> 3);
-      p += 8;
-    }
-  }
-  while (p != end && *p != '"' && *p != '\\') ++p;
-  return p;
-}
-
-}  // namespace detail
 
 namespace {
 
@@ -75,17 +53,6 @@ bool is_hex(char c) { return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c 
 
 }  // namespace
 
-bool PlainReader::string(std::string_view& text) {
-  skip_space();
-  if (next_ == end_ || *next_ != '"') return false;
-  const char* const start = next_ + 1;
-  const char* const close = detail::quote_or_backslash(start, end_);
-  if (close == end_ || *close != '"') return false;
-  text = std::string_view(start, static_cast<std::size_t>(close - start));
-  next_ = close + 1;
-  return true;
-}
-
 bool PlainReader::escaped_string(std::string_view& text) {
   skip_space();
   if (next_ == end_ || *next_ != '"') return false;
@@ -107,8 +74,14 @@ bool PlainReader::skip_string() {
   // At the opening quote. An escape takes the character behind the backslash; \u takes four hex
   // digits, as the parser reads four characters whatever they are. A large answer holds one
   // string of escaped text, so the bytes are classified 64 at a time and the escapes found by
-  // arithmetic on the masks, not one by one.
+  // arithmetic on the masks, not one by one. Most strings are short names and values without
+  // escapes: those end at the first quote or backslash when it is a quote.
   const char* p = next_ + 1;
+  const char* const stop = detail::quote_or_backslash(p, end_);
+  if (stop != end_ && *stop == '"') {
+    next_ = stop + 1;
+    return true;
+  }
   std::uint64_t first_escaped = 0;
   while (p < end_) {
     char padded[64];

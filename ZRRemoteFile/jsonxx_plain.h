@@ -36,8 +36,25 @@ __attribute__((always_inline)) inline bool same_bytes(const char* at, const char
   return at[0] == expected[0] && at[1] == expected[1] && at[size - 1] == expected[size - 1];
 }
 
-/// The first quote or backslash in [p, end), or end.
-const char* quote_or_backslash(const char* p, const char* end);
+/// The first quote or backslash in [p, end), or end: eight bytes at a time, as the parser's
+/// buffer reader finds them. In line, as the names and values it ends are mostly short.
+inline const char* quote_or_backslash(const char* p, const char* end) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101u;
+  constexpr std::uint64_t kHighs = 0x8080808080808080u;
+  if (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__) {
+    while (end - p >= 8) {
+      std::uint64_t word;
+      std::memcpy(&word, p, sizeof word);
+      const std::uint64_t q = word ^ (kOnes * '"');
+      const std::uint64_t b = word ^ (kOnes * '\\');
+      const std::uint64_t found = (((q - kOnes) & ~q) | ((b - kOnes) & ~b)) & kHighs;
+      if (found != 0) return p + (__builtin_ctzll(found) >> 3);
+      p += 8;
+    }
+  }
+  while (p != end && *p != '"' && *p != '\\') ++p;
+  return p;
+}
 
 }  // namespace detail
 
@@ -94,7 +111,16 @@ class PlainReader {
 
   /// A string without escapes: the text between its quotes. On false nothing is taken but white
   /// space, so the same string can be read again with escaped_string().
-  bool string(std::string_view& text);
+  bool string(std::string_view& text) {
+    skip_space();
+    if (next_ == end_ || *next_ != '"') return false;
+    const char* const start = next_ + 1;
+    const char* const close = detail::quote_or_backslash(start, end_);
+    if (close == end_ || *close != '"') return false;
+    text = std::string_view(start, static_cast<std::size_t>(close - start));
+    next_ = close + 1;
+    return true;
+  }
   /// A string whose escapes are well formed: the text between its quotes, escapes undecoded.
   bool escaped_string(std::string_view& text);
   /// The next byte after white space, or 0 at the end.

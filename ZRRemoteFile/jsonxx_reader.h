@@ -288,6 +288,23 @@ class BufferSource {
 /// The calling thread's stack of array elements under construction.
 std::vector<Value*>& element_scratch();
 
+/// Records in an array repeat their keys in the same order, and so do the
+/// answers of one kind. For each depth the reader remembers, per key position
+/// of the last object, which of the keys before it followed it in the map; an
+/// object of the same shape then inserts with an exact hint, at two
+/// comparisons instead of a search. The map checks every hint, so a wrong
+/// guess costs only those comparisons. A successor is always an earlier
+/// position (or -1), so what a thread remembers from an earlier text stays a
+/// valid guess for the next: the thread keeps it, and its vectors, between
+/// parses.
+struct KeyOrder {
+  std::vector<std::vector<int>> successors;  // by depth, by key position; -1: the end
+  std::vector<Object::Map::iterator> stored;  // the keys of the objects being read
+};
+
+/// The calling thread's key order, kept between parses.
+KeyOrder& key_order_scratch();
+
 /// The string object of a string value, as a block (see allocate_block).
 String* new_string();
 String* new_string(const char* text, std::size_t size);
@@ -338,7 +355,8 @@ template <class Source>
 class Reader {
  public:
   /// @p budget: the bytes that the tree may take (see TreeCost); beyond them the parse fails.
-  Reader(Source& input, std::size_t budget) : in_(input), elements_(element_scratch()), budget_(budget) {}
+  Reader(Source& input, std::size_t budget)
+      : in_(input), elements_(element_scratch()), key_order_(key_order_scratch()), budget_(budget) {}
 
   /// True when the parse stopped because the tree would have taken more than its budget.
   bool over_budget() const { return over_budget_; }
@@ -454,16 +472,6 @@ class Reader {
 
    private:
     int& depth_;
-  };
-
-  // Records in an array repeat their keys in the same order. For each depth
-  // the reader remembers, per key position of the last object, which of the
-  // keys before it followed it in the map; an object of the same shape then
-  // inserts with an exact hint, at two comparisons instead of a search. The
-  // map checks every hint, so a wrong guess costs only those comparisons.
-  struct KeyOrder {
-    std::vector<std::vector<int>> successors;  // by depth, by key position; -1: the end
-    std::vector<Object::Map::iterator> stored;  // the keys of the objects being read
   };
 
   class KeyInserter {
@@ -708,7 +716,7 @@ class Reader {
 
   Source& in_;
   std::vector<Value*>& elements_;
-  KeyOrder key_order_;
+  KeyOrder& key_order_;
   int depth_ = 0;
   std::size_t budget_;
   bool over_budget_ = false;

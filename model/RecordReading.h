@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <list>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 #include "ArrayNumbers.h"
@@ -61,22 +62,30 @@ void assignNumber(Field& field, jsonxx::Number number) {
   }
 }
 
+// The value under the key, found once and without a string made for the key; null when absent.
+inline const jsonxx::Value* valueAt(const jsonxx::Object& object, const char* key) {
+  const auto found = object.kv_map().find(std::string_view(key));
+  return found == object.kv_map().end() ? nullptr : found->second;
+}
+
 template <class Record>
 void readKey(const jsonxx::Object& object, Record& record, const Key<Record>& row, Keys which) {
   if (row.presence == Presence::Unread) return;
   const bool asserted = row.presence == Presence::Required && which != Keys::AllOptional;
   if (!asserted && which == Keys::RequiredOnly) return;
   const bool number = row.kind == Kind::Number;
-  const bool present = asserted || (number ? object.has<jsonxx::Number>(row.key) : object.has<std::string>(row.key));
+  const jsonxx::Value* value = valueAt(object, row.key);
+  const bool ofKind = value != nullptr && (number ? value->is<jsonxx::Number>() : value->is<std::string>());
   std::visit(
       [&](auto member) {
         static const Record fresh;
-        if (!present) {
+        if (!ofKind && !asserted) {
           record.*member = fresh.*member;
         } else if (number) {
-          assignNumber(record.*member, object.get<jsonxx::Number>(row.key));
+          // A required value that is absent or of another kind fails as the model's read does.
+          assignNumber(record.*member, ofKind ? value->get<jsonxx::Number>() : object.get<jsonxx::Number>(row.key));
         } else {
-          assignText(record.*member, object.get<std::string>(row.key));
+          assignText(record.*member, ofKind ? value->get<std::string>() : object.get<std::string>(row.key));
         }
       },
       row.member);

@@ -5,20 +5,34 @@
 #include <string>
 #include <utility>
 
+// One step's words: a fixed text (a literal or a constant of the program, kept as its pointer,
+// since every call names its texts and few ever say them) or a text of the call's own.
+class StepText {
+ public:
+  StepText(const char* fixed) : m_fixed(fixed) {}
+  StepText(std::string own) : m_own(std::move(own)) {}
+
+  std::string str() const { return m_fixed != nullptr ? std::string(m_fixed) : m_own; }
+
+ private:
+  const char* m_fixed = nullptr;
+  std::string m_own;
+};
+
 template <typename Texts>
 class FailureTexts {
  public:
-  Texts& buildFailureSays(std::string text) { return m_buildFailed = std::move(text), self(); }
-  Texts& emptyResponseSays(std::string text) { return m_emptyResponse = std::move(text), self(); }
-  Texts& parseFailureSays(std::string text) { return m_parseFailed = std::move(text), self(); }
+  Texts& buildFailureSays(StepText text) { return m_buildFailed = std::move(text), self(); }
+  Texts& emptyResponseSays(StepText text) { return m_emptyResponse = std::move(text), self(); }
+  Texts& parseFailureSays(StepText text) { return m_parseFailed = std::move(text), self(); }
 
-  const std::string& requestFailed() const { return m_requestFailed; }
-  const std::string& buildFailed() const { return m_buildFailed; }
-  const std::string& emptyResponse() const { return m_emptyResponse; }
-  const std::string& parseFailed() const { return m_parseFailed; }
+  std::string requestFailed() const { return m_requestFailed.str(); }
+  std::string buildFailed() const { return m_buildFailed.str(); }
+  std::string emptyResponse() const { return m_emptyResponse.str(); }
+  std::string parseFailed() const { return m_parseFailed.str(); }
 
  protected:
-  FailureTexts(std::string requestFailed, std::string buildFailed, std::string emptyResponse, std::string parseFailed)
+  FailureTexts(StepText requestFailed, StepText buildFailed, StepText emptyResponse, StepText parseFailed)
       : m_requestFailed(std::move(requestFailed)),
         m_buildFailed(std::move(buildFailed)),
         m_emptyResponse(std::move(emptyResponse)),
@@ -27,8 +41,8 @@ class FailureTexts {
  private:
   Texts& self() { return static_cast<Texts&>(*this); }
 
-  std::string m_requestFailed;
-  std::string m_buildFailed;
-  std::string m_emptyResponse;
-  std::string m_parseFailed;
+  StepText m_requestFailed;
+  StepText m_buildFailed;
+  StepText m_emptyResponse;
+  StepText m_parseFailed;
 };

@@ -19,7 +19,7 @@ class OperationLog;
 // none when it has none), the other steps in the frame's unless the operation says otherwise.
 class FirstGenerationTexts : public FailureTexts<FirstGenerationTexts> {
  public:
-  explicit FirstGenerationTexts(std::string requestFailed = std::string())
+  explicit FirstGenerationTexts(StepText requestFailed = StepText(""))
       : FailureTexts(std::move(requestFailed), kBuildFailedText, kEmptyResponseText, kParseFailedText) {}
 };
 

@@ -1,16 +1,61 @@
 #include "TkDebug.h"
 
 #include <cstring>
+#include <string>
 
 #include "PrintfToString.h"
 #include "TkLogSink.h"
 
 namespace {
 
+// Each thread fills one line of its own again and again, so that a line takes no memory once
+// lines as long have been written on the thread. The state is plain data, readable until the
+// thread's storage goes: a line written after the kept one is destroyed (a static destructor at
+// exit), or while it is in use (a sink that logs), is made for the call.
+enum class KeptState : unsigned char { Unmade, Ready, Gone };
+thread_local KeptState t_keptState = KeptState::Unmade;
+
+struct KeptLine {
+  KeptLine() { t_keptState = KeptState::Ready; }
+  ~KeptLine() { t_keptState = KeptState::Gone; }
+  KeptLine(const KeptLine&) = delete;
+  KeptLine& operator=(const KeptLine&) = delete;
+
+  tklog::LogLine line;
+  bool busy = false;
+};
+
+constexpr size_t kKeptTextBytes = 4096;  // a longer text does not pin its memory to the thread
+
+// The thread's line while this call uses it, or nullptr when the call must make its own.
+class KeptLineUse {
+ public:
+  KeptLineUse() {
+    if (t_keptState == KeptState::Gone) return;
+    thread_local KeptLine kept;
+    if (kept.busy) return;
+    kept_ = &kept;
+    kept_->busy = true;
+  }
+  ~KeptLineUse() {
+    if (!kept_) return;
+    if (kept_->line.text.capacity() > kKeptTextBytes) std::string().swap(kept_->line.text);
+    kept_->busy = false;
+  }
+  KeptLineUse(const KeptLineUse&) = delete;
+  KeptLineUse& operator=(const KeptLineUse&) = delete;
+  tklog::LogLine* line() const { return kept_ ? &kept_->line : nullptr; }
+
+ private:
+  KeptLine* kept_ = nullptr;
+};
+
 // The level test comes first so that lines nobody records cost no formatting.
 void WriteLine(const char* name, int level, bool hasJobId, long long jobId, const char* format,
                va_list arguments) {
-  tklog::LogLine line;
+  const KeptLineUse kept;
+  tklog::LogLine ownLine;
+  tklog::LogLine& line = kept.line() ? *kept.line() : ownLine;
   line.name = name ? name : "";
   line.level = level;
   line.hasJobId = hasJobId;

@@ -5,10 +5,11 @@
 // client must start from nothing (its own connection, TLS session and DNS answers), and a kept
 // handle would carry them to the next client.
 //
-// A kept handle keeps the generation's settings, which every client applies alike, so they are
-// applied once, when the handle is made. What a client sets for itself (method, body, URL,
-// headers, callbacks, verbosity, failure mode) it sets on every request; what points into the
-// client is cleared when the handle comes back. The cookie engine goes with the handle only when
+// A kept handle keeps the generation's settings, and what every client sets alike (no redirects,
+// the body callback), so they are applied once, when the handle is made. What a client sets for
+// itself (method, body, URL, headers, where its body goes, failure mode) it sets on every request,
+// and verbosity when it asks for it; what points into the client, and verbosity, are cleared when
+// the handle comes back. The cookie engine goes with the handle only when
 // it holds exactly the cookies of one cookie file as read (KeptCookies); the next client uses it
 // only when it names that same file, unchanged, and drops it otherwise. Anything else in the
 // engine (cookies received, a jar, several files) is dropped when the handle comes back.

@@ -1,6 +1,7 @@
 #include "RequestHeaders.h"
 
 #include <cstring>
+#include <utility>
 
 namespace zrcurl {
 namespace {
@@ -20,9 +21,9 @@ bool Append(HeaderList& list, const std::string& line) {
 
 }  // namespace
 
-bool RequestHeaders::AddLine(const std::string& line) {
+bool RequestHeaders::AddLine(std::string line) {
   if (!IsSafe(line) || line.find(':') == std::string::npos) return false;
-  lines_.push_back(line);
+  lines_.push_back(std::move(line));
   return true;
 }
 

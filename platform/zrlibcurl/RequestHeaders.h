@@ -20,7 +20,7 @@ class RequestHeaders {
   void SetInitialContentType(const std::string& line) { initialContentType_ = line; }
 
   // Each false for a value that would break the header block (line breaks) or is malformed.
-  bool AddLine(const std::string& line);
+  bool AddLine(std::string line);
   bool ReplaceContentType(const std::string& value);
   bool SetAccept(const std::string& value);
 

@@ -81,6 +81,7 @@ struct ZRLibCurl::Impl {
   void ForgetResponse();
   bool Receive(const char* data, size_t size);
   static size_t OnBody(char* data, size_t size, size_t count, void* self);
+  static bool ApplyToNewHandle(CURL* handle);
 
   ZRLibCurl* const owner;
   CURL* handle = nullptr;
@@ -96,6 +97,7 @@ struct ZRLibCurl::Impl {
   // before, holding `inheritedCookies`: used when this client names that same file, unchanged,
   // before its first request, and dropped otherwise.
   bool cookieEngineOn = false;
+  bool verboseOn = false;  // the handle is set verbose (a handle from the pool is not)
   std::shared_ptr<const zrcurl::CookieLines> engineCookies;
   std::shared_ptr<const zrcurl::CookieLines> inheritedCookies;
   ZRLibCurlWriteCallback writeCallback = nullptr;
@@ -128,7 +130,7 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
   headers.SetInitialContentType(contentTypeHeader ? contentTypeHeader : "");
 
   zrcurl::WarnOfSettings(*settings);
-  if (pooled.fresh && !zrcurl::ApplyClientSettings(handle, *settings)) {
+  if (pooled.fresh && !(zrcurl::ApplyClientSettings(handle, *settings) && ApplyToNewHandle(handle))) {
     curl_easy_cleanup(handle);  // never recycled with settings half applied
     handle = nullptr;
     zrcurl::Log(zrcurl::kFailureLevel, "libcurl refused a setting of the client.");
@@ -137,17 +139,22 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
   }
   bool ok = true;
   ok &= curl_easy_setopt(handle, CURLOPT_FAILONERROR, failOnTransportErrorOnly ? 0L : 1L) == CURLE_OK;
-  // Redirects are never followed, whatever the caller asks: the login body carries the password
-  // and every later request the token, and neither may reach a host the caller did not name.
-  (void)followRedirects;
-  ok &= curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L) == CURLE_OK;
-  ok &= curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Impl::OnBody) == CURLE_OK;
+  (void)followRedirects;  // never followed: see ApplyToNewHandle
   ok &= curl_easy_setopt(handle, CURLOPT_WRITEDATA, this) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, errorText) == CURLE_OK;
   if (!ok) {
     zrcurl::Log(zrcurl::kFailureLevel, "libcurl refused a setting of the client.");
     DeInit();
   }
+  return ok;
+}
+
+// What every client sets alike, set once on a handle made for it and kept while it is recycled.
+bool ZRLibCurl::Impl::ApplyToNewHandle(CURL* handle) {
+  // Redirects are never followed, whatever the caller asks: the login body carries the password
+  // and every later request the token, and neither may reach a host the caller did not name.
+  bool ok = curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L) == CURLE_OK;
+  ok &= curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Impl::OnBody) == CURLE_OK;
   return ok;
 }
 
@@ -158,6 +165,7 @@ void ZRLibCurl::Impl::DeInit() {
     handle = nullptr;
   }
   cookieEngineOn = false;
+  verboseOn = false;
   engineCookies.reset();
   inheritedCookies.reset();
   sentHeaders.reset();
@@ -317,8 +325,12 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
   bool ok = headers.Build(data != nullptr && length > 0, sentHeaders) && SetMethodAndBody(method, data, length);
   ok &= curl_easy_setopt(handle, CURLOPT_URL, url) == CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_HTTPHEADER, sentHeaders.get()) == CURLE_OK;
-  ok &= curl_easy_setopt(handle, CURLOPT_VERBOSE, verbose ? 1L : 0L) == CURLE_OK;
-  ok &= curl_easy_setopt(handle, CURLOPT_DEBUGFUNCTION, verbose ? &OnDebugText : static_cast<curl_debug_callback>(nullptr)) == CURLE_OK;
+  // A handle comes quiet from the pool; it is told only when this client changes that.
+  if (verbose || verboseOn) {
+    ok &= curl_easy_setopt(handle, CURLOPT_VERBOSE, verbose ? 1L : 0L) == CURLE_OK;
+    ok &= curl_easy_setopt(handle, CURLOPT_DEBUGFUNCTION, verbose ? &OnDebugText : static_cast<curl_debug_callback>(nullptr)) == CURLE_OK;
+    verboseOn = verbose;
+  }
   if (!ok) {
     zrcurl::Log(zrcurl::kFailureLevel, "%s %s: libcurl refused the request settings.", MethodName(method), url);
     return false;

@@ -87,6 +87,28 @@ TEST(ObjectParse, StopsBehindTheClosingBraceAndFreesEarlierContent) {
   EXPECT_TRUE(second.empty());
 }
 
+// The reader remembers the order of keys between texts on a thread: a text of another shape at
+// the same depths, with fewer or more keys, must still give its own tree.
+TEST(ObjectParse, KeyOrderOfEarlierTextsOnlyGuides) {
+  const char* const texts[] = {
+      "{\"z\":{\"e\":1,\"d\":2,\"c\":3,\"b\":4,\"a\":5},\"y\":[{\"b\":1,\"a\":2}]}",
+      "{\"a\":{\"b\":1,\"a\":2},\"b\":[{\"c\":1,\"a\":2,\"b\":3,\"d\":4,\"a\":5}]}",
+      "{\"m\":{\"x\":1},\"a\":{\"c\":1,\"e\":2,\"a\":3,\"d\":4,\"b\":5,\"f\":6}}",
+  };
+  const char* const trees[] = {
+      "{\"y\": [{\"a\": 2, \"b\": 1}], \"z\": {\"a\": 5, \"b\": 4, \"c\": 3, \"d\": 2, \"e\": 1}}",
+      "{\"a\": {\"a\": 2, \"b\": 1}, \"b\": [{\"a\": 5, \"b\": 3, \"c\": 1, \"d\": 4}]}",
+      "{\"a\": {\"a\": 3, \"b\": 5, \"c\": 1, \"d\": 4, \"e\": 2, \"f\": 6}, \"m\": {\"x\": 1}}",
+  };
+  for (int round = 0; round < 2; ++round) {
+    for (int i = 0; i < 3; ++i) {
+      Object object;
+      ASSERT_TRUE(object.parse(texts[i])) << texts[i];
+      EXPECT_EQ(written(object), trees[i]) << texts[i];
+    }
+  }
+}
+
 TEST(ValueParse, TakesFirstKindThatFits) {
   const struct {
     const char* input;
