@@ -66,29 +66,5 @@ TEST_F(IntendedEffects, NamesWithUrlAndJsonCharactersAreCreatedOnceAndFoundAgain
   }
 }
 
-TEST_F(IntendedEffects, ACifsShareIsDeletedByItsOwnNameOnly) {
-  std::string id;
-  ASSERT_TRUE(array_->createCIFSShare(id, "R&D docs", "/fs11/", "11", kA));
-  EXPECT_TRUE(array_->deleteCIFSShare("R&D docs", kA));
-  EXPECT_FALSE(sim().store().get("cifshare", id));
-  // A's own "shareB#", not B's "share-22" nor A's "share-11".
-  EXPECT_TRUE(array_->deleteCIFSShare("shareB#", kA));
-  EXPECT_FALSE(sim().store().get("cifshare", "12"));
-  EXPECT_TRUE(sim().store().get("cifshare", "11"));
-}
-
-// A share without a file system of its own: the forged member must not lend it B's. (A host
-// forged into B's host group is a row of the hostile matrix.)
-TEST_F(IntendedEffects, AForgedMemberStaysPartOfTheValue) {
-  const std::string name = "n\", \"FSID\":\"22";
-  std::string id;
-  if (array_->createNFSShare(id, "", name, "/fs11/forged", kA)) {
-    const auto share = sim().store().get("nfshare", id);
-    ASSERT_TRUE(share);
-    EXPECT_EQ((*share)["NAME"], name);
-    EXPECT_EQ((*share)["FSID"], "11");
-  }
-}
-
 }  // namespace
 }  // namespace zrtest
