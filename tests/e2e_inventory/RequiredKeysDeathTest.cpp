@@ -39,7 +39,6 @@ class ArrayAnswers : public ArrayClientTest {};
 
 TEST_F(ArrayAnswers, ListsOfOneAndOfNoneReadWhenAnsweredAsArrays) {
   arraysim::AnswerStyle arrays;
-  arrays.singleItemAsObject = false;
   arrays.emptyList = arraysim::EmptyListAnswer::EmptyArray;
   sim().answerStyles().set("GET", "filesystem", arrays);
   sim().answerStyles().set("GET", "lif", arrays);

@@ -16,7 +16,6 @@ TEST_F(LunGroups, CreationAdoptsTheGroupOfExactlyThatName) {
   LogCapture log;
   _HuaweiLunGroupInfo first, second;
   ASSERT_FALSE(array->createLUNGroup(first, "g1", "-12345", "0").IsError());
-  EXPECT_EQ(lastRequest().body, R"({"NAME":"g1", "APPTYPE":0})");
 
   // A group whose name only begins with the one asked for comes first in the filter's answer.
   SeedNamed(sim(), "lungroup", "g1-old");
