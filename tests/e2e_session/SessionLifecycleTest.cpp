@@ -117,22 +117,6 @@ TEST_F(SessionLifecycle, CookieFileIsKeptWhateverFileSystemTheWorkingDirectoryIs
   EXPECT_TRUE(sim().sessions().open().empty());
 }
 
-TEST_F(SessionLifecycle, LoginAnswerWithoutTokenEndsTheProcessSayingWhyAndTakesTheCookieFilesAlong) {
-  GTEST_FLAG_SET(death_test_style, "fast");  // the simulator of this process answers the child
-  const unsigned long long job = 9004;
-  auto held = loggedInFacade(job);  // another session of the process, whose file goes too
-  sim().faults().add(arraysim::FaultRule::On("POST", "sessions").cannedBody(
-      R"({"data":{"deviceid":"d"},"error":{"code":0,"description":"0"}})"));
-  EXPECT_DEATH(
-      {
-        ZrManageHuawei array(job);
-        array.createSession(arraysim::SimulatorOptions::kDefaultUser, arraysim::SimulatorOptions::kDefaultPassword,
-                            host());
-      },
-      "has<T>\\(key\\)' failed.*\\[-1\\] jsonxx::assertion.*key \"iBaseToken\", expected a string");
-  EXPECT_TRUE(cookieFiles(job, host()).empty());
-}
-
 TEST_F(SessionLifecycle, FacadesOnManyThreadsKeepTheirOwnSessions) {
   std::vector<std::thread> threads;
   std::atomic<int> done{0};
