@@ -16,9 +16,6 @@ ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei& arra
   EXPECT_TRUE(array.addCIFSSharePermission(unused, "DOMAIN\\ann", scene["cifs"], "0", "1", "3"));
   EXPECT_TRUE(array.createNFSShare(scene["nfs"], "7", "/fs1/export", "/fs1/export", "3"));
   EXPECT_TRUE(array.addNFSSharePermission(unused, "10.0.0.1", scene["nfs"], "1", "0", "1", "1", "3"));
-  std::list<_HuaweiNFSSharePermissionInfo> permissions;
-  EXPECT_TRUE(array.getNFSSharePermissions(permissions, "3"));
-  scene["nfsPermission"] = permissions.empty() ? "" : permissions.front().id;
   return scene;
 }
 
