@@ -52,41 +52,15 @@ TEST_F(IntendedEffects, NamesWithUrlAndJsonCharactersAreCreatedOnceAndFoundAgain
   for (const char* name : {"R&D docs", "50% off+", "a#b=c&d", "q\"uote\\d"}) {
     for (const auto& object : objects) {
       SCOPED_TRACE(std::string(object.type) + " [" + name + "]");
-      const auto before = sim().store().count(object.type);
+      // The name itself arrives whole: the hostile matrix's create rows.
       const auto id = object.create(*array_, name);
       ASSERT_FALSE(id.empty());
       EXPECT_EQ(object.create(*array_, name), id);
       EXPECT_EQ(object.find(*array_, name), id);
       const auto record = sim().store().get(object.type, id);
       ASSERT_TRUE(record);
-      EXPECT_EQ((*record)["NAME"], name);
       EXPECT_EQ((*record)["vstoreId"], kA);
-      EXPECT_EQ(sim().store().count(object.type), before + 1);
     }
-  }
-}
-
-TEST_F(IntendedEffects, ACifsShareIsDeletedByItsOwnNameOnly) {
-  std::string id;
-  ASSERT_TRUE(array_->createCIFSShare(id, "R&D docs", "/fs11/", "11", kA));
-  EXPECT_TRUE(array_->deleteCIFSShare("R&D docs", kA));
-  EXPECT_FALSE(sim().store().get("cifshare", id));
-  // A's own "shareB#", not B's "share-22" nor A's "share-11".
-  EXPECT_TRUE(array_->deleteCIFSShare("shareB#", kA));
-  EXPECT_FALSE(sim().store().get("cifshare", "12"));
-  EXPECT_TRUE(sim().store().get("cifshare", "11"));
-}
-
-// A share without a file system of its own: the forged member must not lend it B's. (A host
-// forged into B's host group is a row of the hostile matrix.)
-TEST_F(IntendedEffects, AForgedMemberStaysPartOfTheValue) {
-  const std::string name = "n\", \"FSID\":\"22";
-  std::string id;
-  if (array_->createNFSShare(id, "", name, "/fs11/forged", kA)) {
-    const auto share = sim().store().get("nfshare", id);
-    ASSERT_TRUE(share);
-    EXPECT_EQ((*share)["NAME"], name);
-    EXPECT_EQ((*share)["FSID"], "11");
   }
 }
 

@@ -10,22 +10,6 @@ namespace {
 
 class ArrayIdentity : public ArrayClientTest {};
 
-// Both flags arrive as text; only the exact word "false" reads as false.
-TEST_F(ArrayIdentity, NdmpFlagsAreFalseOnlyForTheWordFalse) {
-  auto array = loggedInFacade();
-  for (const auto& [text, expected] : {std::pair{"false", false}, {"true", true}, {"", true}, {"FALSE", true}, {"0", true}}) {
-    arraysim::NdmpSettings settings;
-    settings.isEnabled = text;
-    settings.isSupportSnapshot = text;
-    sim().system().setNdmp(settings);
-    _HuaweiNDMPServiceSettings read;
-    read.isEnabled = read.isSupportSnapshot = !expected;
-    ASSERT_TRUE(array->getNDMPServiceSettings(read, "-12345"));
-    EXPECT_EQ(read.isEnabled, expected) << text;
-    EXPECT_EQ(read.isSupportSnapshot, expected) << text;
-  }
-}
-
 // The vStore goes into the path; optional keys that the answer lacks come back empty.
 TEST_F(ArrayIdentity, NdmpSettingsOfTheArrayAndOfAVStore) {
   arraysim::NdmpSettings settings;
@@ -53,6 +37,17 @@ TEST_F(ArrayIdentity, NdmpSettingsOfTheArrayAndOfAVStore) {
   EXPECT_FALSE(array->getNDMPServiceSettings(read, "9"));  // no such vStore: the record stays
   EXPECT_EQ(read.ip, "10.3.0.1");
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET ndmpservice", "GET ndmpservice/3", "GET ndmpservice/9"}));
+
+  // Both flags arrive as text; only the exact word "false" reads as false.
+  for (const auto& [text, expected] : {std::pair{"false", false}, {"true", true}, {"", true}, {"FALSE", true}, {"0", true}}) {
+    settings.isEnabled = text;
+    settings.isSupportSnapshot = text;
+    sim().system().setNdmp(settings);
+    read.isEnabled = read.isSupportSnapshot = !expected;
+    ASSERT_TRUE(array->getNDMPServiceSettings(read, "3"));
+    EXPECT_EQ(read.isEnabled, expected) << text;
+    EXPECT_EQ(read.isSupportSnapshot, expected) << text;
+  }
 }
 
 TEST_F(ArrayIdentity, VStoreNameIsCopiedOutAndKeptOnFailure) {

@@ -25,50 +25,34 @@ namespace {
 
 const char kParseFailed[] = "Unable to parse the JSON Response";
 
+// What the calls write, which no row reads.
+_HuaweiSystemInformation systemInfo;
+_HuaweiNDMPServiceSettings ndmp;
+std::string vstoreName;
+std::list<_HuaweiFileSystemsInfo> fileSystems;
+std::list<_HuaweiArrayInterfaces> interfaces;
+
 INSTANTIATE_TEST_SUITE_P(
     Inventory, OperationShape,
     testing::Values(
-        ShapeRow("getSystemInformation",
-                 [](ZrManageHuawei& a, const ShapeScene&) {
-                   _HuaweiSystemInformation info;
-                   return FirstGeneration(a.getSystemInformation(info));
-                 },
+        ShapeRow("getSystemInformation", [](auto& a, auto&) { return FirstGeneration(a.getSystemInformation(systemInfo)); },
                  {"GET system/"}, "ZrManageHuawei::getSystemInformation", "Unable to get the system information."),
         ShapeRow("getNDMPServiceSettings",
-                 [](ZrManageHuawei& a, const ShapeScene&) {
-                   _HuaweiNDMPServiceSettings settings;
-                   return FirstGeneration(a.getNDMPServiceSettings(settings, "-12345"));
-                 },
+                 [](auto& a, auto&) { return FirstGeneration(a.getNDMPServiceSettings(ndmp, "-12345")); },
                  {"GET ndmpservice"}, "getNDMPServiceSettings", "Unable to get the NDMP Service settings.")
             .emptyResponseSays(kParseFailed)
             .failsByError(),
-        ShapeRow("getVStoreNameFromId",
-                 [](ZrManageHuawei& a, const ShapeScene&) {
-                   std::string name;
-                   return FirstGeneration(a.getVStoreNameFromId("3", name));
-                 },
+        ShapeRow("getVStoreNameFromId", [](auto& a, auto&) { return FirstGeneration(a.getVStoreNameFromId("3", vstoreName)); },
                  {"GET vstore/3"}, "getVStoreNameFromId", "Unable to get the VStoreName from VStoreId [3]")
             .emptyResponseSays(kParseFailed)
-            .emptyArgumentSays(
-                [](ZrManageHuawei& a, const ShapeScene&) {
-                  std::string name;
-                  return FirstGeneration(a.getVStoreNameFromId("", name));
-                },
-                "The input parameter [VStoreID] is empty")
+            .emptyArgumentSays([](auto& a, auto&) { return FirstGeneration(a.getVStoreNameFromId("", vstoreName)); },
+                               "The input parameter [VStoreID] is empty")
             .guardNames("getVStoreName")  // the guard names a shorter operation
             .failsByError(),
-        ShapeRow("getFileSystemsList",
-                 [](ZrManageHuawei& a, const ShapeScene&) {
-                   std::list<_HuaweiFileSystemsInfo> fileSystems;
-                   return FirstGeneration(a.getFileSystemsList(fileSystems, "3"));
-                 },
+        ShapeRow("getFileSystemsList", [](auto& a, auto&) { return FirstGeneration(a.getFileSystemsList(fileSystems, "3")); },
                  {"GET filesystem?vstoreId=3"}, "ZrManageHuawei::getFileSystemsList",
                  "Unable to get the file systems list."),
-        ShapeRow("getArrayInterfaces",
-                 [](ZrManageHuawei& a, const ShapeScene&) {
-                   std::list<_HuaweiArrayInterfaces> interfaces;
-                   return FirstGeneration(a.getArrayInterfaces(interfaces));
-                 },
+        ShapeRow("getArrayInterfaces", [](auto& a, auto&) { return FirstGeneration(a.getArrayInterfaces(interfaces)); },
                  {"*GET lif", "GET ndmpservice"}, "ZrManageHuawei::getArrayInterfaces", "Unable to get the array interfaces list.")),
     RowName);
 

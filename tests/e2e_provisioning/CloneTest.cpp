@@ -35,15 +35,8 @@ TEST_F(Clones, ASecondaryLunSynchronisesSplitsAndLeaves) {
   EXPECT_EQ(lastRequest().body, R"({"NAME": "nightly", "PRILUNID": "4"})");
   EXPECT_EQ(mirrorsOf("4"), "[\"" + cloneId + "\"]");
 
-  _HuaweiCloneSecondaryLUN secondary = Secondary("3", cloneId);
-  EXPECT_EQ(array->addCloneSecondaryLun(secondary, HuaweiApiValue::FIRST_SYNC_YES).GetErrorString(),
-            "API Error [The LUN is already a member of a clone.] Unable to add clone secondary lun ID [3], parent ID [" +
-                cloneId + "]");
-  secondary.id = "2";
   sim().store().erase("splitmirrortargetlun", "2");
-  ASSERT_FALSE(array->addCloneSecondaryLun(secondary, HuaweiApiValue::FIRST_SYNC_YES).IsError());
-  EXPECT_EQ(lastRequest().body, R"({"FIRSTSYNC": "1", "ID": "2", "PARENTID": ")" + cloneId +
-                                    R"(", "RESUMEPOLICY": "1", "SPEED": "3"})");
+  ASSERT_FALSE(array->addCloneSecondaryLun(Secondary("2", cloneId), HuaweiApiValue::FIRST_SYNC_YES).IsError());
 
   // The first synchronisation moves on with every read until the pair is normal.
   std::list<_HuaweiCloneSecondaryLUN> pairs(3);
@@ -61,7 +54,6 @@ TEST_F(Clones, ASecondaryLunSynchronisesSplitsAndLeaves) {
   EXPECT_EQ(array->syncCloneSecondaryLun("2", cloneId).GetErrorCode(), 1077951831ULL);
   ASSERT_FALSE(array->splitCloneSecondaryLun("2", cloneId).IsError());
   ASSERT_FALSE(array->syncCloneSecondaryLun("2", cloneId).IsError());
-  EXPECT_EQ(lastRequest().body, R"({"ID": "2", "PARENTID": ")" + cloneId + "\"}");
 
   const auto refused = array->deleteClone(cloneId);
   EXPECT_EQ(refused.GetErrorCode(), 1077948998ULL);
@@ -71,11 +63,11 @@ TEST_F(Clones, ASecondaryLunSynchronisesSplitsAndLeaves) {
   ASSERT_FALSE(array->deleteClone(cloneId).IsError());
   EXPECT_EQ(mirrorsOf("4"), "[]");
   EXPECT_EQ(array->getCloneInfo(clone, cloneId).GetErrorCode(), 1077948996ULL);
-  for (const auto& request : requests()) EXPECT_EQ(request.body.find("vstoreId"), std::string::npos);
 }
 
 TEST_F(Clones, RecordsKeepWhatTheArraySendsAndTheListIsReplaced) {
   auto array = loggedInFacade();
+  // A list of one, answered as the bare item.
   sim().faults().add(arraysim::FaultRule::On("GET", "SPLITMIRRORTARGETLUN/targetLUN")
                          .cannedBody(R"({"data":{"NAME":"s","ID":"8","PARENTID":"1","SPEED":"9","RESUMEPOLICY":"7",)"
                                      R"("RUNNINGSTATUS":"99","PROCESS":"abc"},"error":{"code":0,"description":"0"}})"));
@@ -96,20 +88,13 @@ TEST_F(Clones, RecordsKeepWhatTheArraySendsAndTheListIsReplaced) {
   EXPECT_EQ(array->deleteLun("2", "-12345").GetErrorCode(), 1077948998ULL);
 }
 
-// Readers of the third generation take a list of one answered as the bare item as that list.
+// Readers of the third generation take a list of one answered as the bare item as that list (the
+// secondary LUNs above are answered so).
 TEST_F(Clones, ListsOfOneAnsweredAsTheBareItemReadAsListsOfOne) {
   arraysim::AnswerStyle bare;
   bare.singleItemAsObject = true;
-  sim().answerStyles().set("GET", "SPLITMIRRORTARGETLUN/targetLUN", bare);
   sim().answerStyles().set("GET", "storagepool", bare);
-  sim().store().insert("splitmirrortargetlun", {{"ID", "4"}, {"NAME", "lun4"}, {"PARENTID", "2"}, {"SPEED", "3"},
-                                                {"RESUMEPOLICY", "1"}, {"RUNNINGSTATUS", "1"}, {"PROCESS", "40"}});
   auto array = loggedInFacade();
-  std::list<_HuaweiCloneSecondaryLUN> pairs;
-  ASSERT_FALSE(array->getCloneSecondaryLuns(pairs, "2").IsError());
-  ASSERT_EQ(pairs.size(), 1u);
-  EXPECT_EQ(pairs.front().id, "4");
-  EXPECT_EQ(pairs.front().process, 40);
   _HuaweiStoragePoolInfo pool;
   ASSERT_FALSE(array->getStoragePoolInfoForName(pool, "pool1").IsError());
   EXPECT_EQ(pool.id, "0");

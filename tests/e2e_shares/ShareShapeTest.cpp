@@ -16,15 +16,17 @@ ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei& arra
   EXPECT_TRUE(array.addCIFSSharePermission(unused, "DOMAIN\\ann", scene["cifs"], "0", "1", "3"));
   EXPECT_TRUE(array.createNFSShare(scene["nfs"], "7", "/fs1/export", "/fs1/export", "3"));
   EXPECT_TRUE(array.addNFSSharePermission(unused, "10.0.0.1", scene["nfs"], "1", "0", "1", "1", "3"));
-  std::list<_HuaweiNFSSharePermissionInfo> permissions;
-  EXPECT_TRUE(array.getNFSSharePermissions(permissions, "3"));
-  scene["nfsPermission"] = permissions.empty() ? "" : permissions.front().id;
   return scene;
 }
 
 namespace {
 
 const char kBuildFailed[] = "Unable to build the request body";
+
+// What the calls write, which no row reads.
+std::string id;
+std::list<_HuaweiCIFSSharePermissionInfo> cifsPermissions;
+std::list<_HuaweiNFSSharePermissionInfo> nfsPermissions;
 
 Outcome ByName(ZrManageHuawei& a, const std::string& name) {
   _HuaweiShareInfo info;
@@ -35,15 +37,12 @@ Outcome ByFileSystem(ZrManageHuawei& a, const std::string& fileSystem) {
   return FirstGeneration(a.getShareInfoByFSID(info, "nfs", fileSystem, "3"));
 }
 Outcome CIFSGrant(ZrManageHuawei& a, const ShapeScene& scene, const std::string& name) {
-  std::string id;
   return FirstGeneration(a.addCIFSSharePermission(id, name, scene.at("cifs"), "0", "1", "3"));
 }
 Outcome NFSGrant(ZrManageHuawei& a, const ShapeScene& scene, const std::string& client) {
-  std::string id;
   return FirstGeneration(a.addNFSSharePermission(id, client, scene.at("nfs"), "1", "0", "1", "1", "3"));
 }
 Outcome NFSShare(ZrManageHuawei& a, const std::string& path) {
-  std::string id;
   return FirstGeneration(a.createNFSShare(id, "7", path, path, "3"));
 }
 
@@ -64,26 +63,17 @@ INSTANTIATE_TEST_SUITE_P(
             .emptyResponseSays("[ERROR] Empty response from the array")
             .emptyArgumentSays([](ZrManageHuawei& a, const ShapeScene&) { return ByFileSystem(a, ""); },
                                "[ERROR] The file system ID is empty"),
-        ShapeRow("createCIFSShare",
-                 [](ZrManageHuawei& a, const ShapeScene&) {
-                   std::string id;
-                   return FirstGeneration(a.createCIFSShare(id, "new", "/fs1/new", "7", "3"));
-                 },
+        ShapeRow("createCIFSShare", [](auto& a, auto&) { return FirstGeneration(a.createCIFSShare(id, "new", "/fs1/new", "7", "3")); },
                  {"POST CIFSHARE"}, "createCIFSShare", "")
             .guardNames("addCIFSSharePermission")
             .refusalUnlogged(),
-        ShapeRow("deleteCIFSShare",
-                 [](ZrManageHuawei& a, const ShapeScene&) { return FirstGeneration(a.deleteCIFSShare("docs", "3")); },
+        ShapeRow("deleteCIFSShare", [](auto& a, auto&) { return FirstGeneration(a.deleteCIFSShare("docs", "3")); },
                  {"GET cifshare?filter=NAME:docs&vstoreId=3", "DELETE cifshare/{cifs}?vstoreId=3"}, "deleteCIFSShare",
                  "Unable to delete the CIFS share")
-            .emptyArgumentSays(
-                [](ZrManageHuawei& a, const ShapeScene&) { return FirstGeneration(a.deleteCIFSShare("", "3")); },
-                "Unable to get CIFS Share information for the share name []"),
+            .emptyArgumentSays([](auto& a, auto&) { return FirstGeneration(a.deleteCIFSShare("", "3")); },
+                               "Unable to get CIFS Share information for the share name []"),
         ShapeRow("getCIFSSharePermissions",
-                 [](ZrManageHuawei& a, const ShapeScene&) {
-                   std::list<_HuaweiCIFSSharePermissionInfo> permissions;
-                   return FirstGeneration(a.getCIFSSharePermissions(permissions, "3"));
-                 },
+                 [](auto& a, auto&) { return FirstGeneration(a.getCIFSSharePermissions(cifsPermissions, "3")); },
                  {"GET CIFS_SHARE_AUTH_CLIENT?vstoreId=3"}, "getCIFSSharePermissions",
                  "Unable to get the permissions list for CIFS Share."),
         // Refusals other than an existing grant reach the parser, which rejects them.
@@ -96,20 +86,13 @@ INSTANTIATE_TEST_SUITE_P(
                  {"POST NFSHARE"}, "createNFSShare",
                  "Unable to create NFS Share [/fs1/new] with share path [/fs1/new] and file system ID [7].")
             .emptyArgumentSays([](ZrManageHuawei& a, const ShapeScene&) { return NFSShare(a, ""); }, kBuildFailed),
-        ShapeRow("deleteNFSShare",
-                 [](ZrManageHuawei& a, const ShapeScene& scene) {
-                   return FirstGeneration(a.deleteNFSShare(scene.at("nfs"), "3"));
-                 },
+        ShapeRow("deleteNFSShare", [](auto& a, auto& scene) { return FirstGeneration(a.deleteNFSShare(scene.at("nfs"), "3")); },
                  {"DELETE nfshare/{nfs}?vstoreId=3"}, "deleteNFSShare",
                  "[ERROR] Unable to delete the NFS share with ID [{nfs}].")
-            .emptyArgumentSays(
-                [](ZrManageHuawei& a, const ShapeScene&) { return FirstGeneration(a.deleteNFSShare("", "3")); },
-                "The input parameter [ShareID] is empty"),
+            .emptyArgumentSays([](auto& a, auto&) { return FirstGeneration(a.deleteNFSShare("", "3")); },
+                               "The input parameter [ShareID] is empty"),
         ShapeRow("getNFSSharePermissions",
-                 [](ZrManageHuawei& a, const ShapeScene&) {
-                   std::list<_HuaweiNFSSharePermissionInfo> permissions;
-                   return FirstGeneration(a.getNFSSharePermissions(permissions, "3"));
-                 },
+                 [](auto& a, auto&) { return FirstGeneration(a.getNFSSharePermissions(nfsPermissions, "3")); },
                  {"GET NFS_SHARE_AUTH_CLIENT?vstoreId=3"}, "getNFSSharePermissions",
                  "Unable to get the permissions list for NFS Share"),
         ShapeRow("addNFSSharePermission",
