@@ -3,6 +3,7 @@
 #include <cstring>
 #include <string>
 
+#include "CpuFeatures.h"
 #include "JsonStrings.h"
 
 #if defined(__x86_64__)
@@ -55,14 +56,6 @@ const char* escapeEnd(const char* p, const char* end) {
 }
 
 #if defined(__x86_64__)
-bool hasAvx2() {
-  static const bool supported = [] {
-    __builtin_cpu_init();
-    return __builtin_cpu_supports("avx2") != 0;
-  }();
-  return supported;
-}
-
 // Inside a string, sixty-four bytes a step over blocks that hold only printable ASCII and
 // escaped quotes (a change list's page is one long string of them): there a byte is a quote
 // exactly when the one before it is a backslash. The byte before `p` must be no backslash (so
@@ -95,7 +88,7 @@ __attribute__((target("avx2"))) const char* skipPlainBlocks(const char* p, const
 const char* stringEnd(const char* p, const char* end) {
   for (;;) {
 #if defined(__x86_64__)
-    if (hasAvx2() && p[-1] != '\\') p = skipPlainBlocks(p, end);
+    if (cpu::hasAvx2() && p[-1] != '\\') p = skipPlainBlocks(p, end);
 #endif
     // A block's worth byte by byte, then the quick steps again.
     const char* const stop = end - p > 64 ? p + 64 : end;

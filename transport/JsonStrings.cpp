@@ -5,6 +5,8 @@
 #include <cstring>
 #include <vector>
 
+#include "CpuFeatures.h"
+
 #if defined(__x86_64__)
 #include <immintrin.h>
 #endif
@@ -132,14 +134,6 @@ const Spread* spreads() {
   return table.data();
 }
 
-bool canSpread() {
-  static const bool supported = [] {
-    __builtin_cpu_init();
-    return __builtin_cpu_supports("ssse3") != 0;
-  }();
-  return supported;
-}
-
 // `half` holds eight bytes of text, then eight backslashes.
 __attribute__((target("ssse3"))) __m128i spreadHalf(__m128i half, const Spread& spread) {
   return _mm_shuffle_epi8(half, _mm_load_si128(reinterpret_cast<const __m128i*>(spread.shuffle)));
@@ -175,14 +169,6 @@ __attribute__((target("ssse3"))) const char* spreadRun(const char* from, const c
   }
   to = out;
   return from;
-}
-
-bool canSpreadWide() {
-  static const bool supported = [] {
-    __builtin_cpu_init();
-    return __builtin_cpu_supports("avx2") != 0;
-  }();
-  return supported;
 }
 
 // The same, thirty-two bytes a step: one test for all of them, then four spread quarters.
@@ -231,8 +217,8 @@ const char* escapeRun(const char* from, const char* stop, const char* end, char*
 #endif
   while (from < stop) {
 #if defined(__x86_64__)
-    if (canSpreadWide()) from = spreadRunWide(from, stop, end, to);
-    if (canSpread()) {
+    if (cpu::hasAvx2()) from = spreadRunWide(from, stop, end, to);
+    if (cpu::hasSsse3()) {
       from = spreadRun(from, stop, end, to);
       if (from >= stop) break;
     }

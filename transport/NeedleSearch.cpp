@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "CpuFeatures.h"
+
 #if defined(__x86_64__)
 #include <immintrin.h>
 #endif
@@ -29,14 +31,6 @@ int rarity(char c) {
 }
 
 #if defined(__x86_64__)
-bool hasAvx2() {
-  static const bool supported = [] {
-    __builtin_cpu_init();
-    return __builtin_cpu_supports("avx2") != 0;
-  }();
-  return supported;
-}
-
 // Whether the needle starts at one of the candidates, given by the place of its first anchor in
 // the block.
 bool verify(const char* block, unsigned candidates, std::string_view text, const std::string& needle,
@@ -175,7 +169,7 @@ bool NeedleSearch::foundIn(std::string_view text) {
   chooseAnchors();
 #if defined(__x86_64__)
   const std::size_t kGroup = sizeof kScans / sizeof kScans[0];
-  if (hasAvx2() && text.size() >= 32) {
+  if (cpu::hasAvx2() && text.size() >= 32) {
     for (std::size_t n = 0; n < needles_.size(); n += kGroup) {
       const std::size_t count = std::min(kGroup, needles_.size() - n);
       if (kScans[count - 1](text, needles_.data() + n, anchors_.data() + 2 * n)) return true;
