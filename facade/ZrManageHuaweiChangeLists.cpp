@@ -25,7 +25,6 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
   OperationLog log = OperationLog::event("ZrManageHuawei::createSnapshotChangeListSession", m_jobId);
   std::string sessionId;
   firstGeneration(log)
-      .guard("createSnapshotChangeListSession")
       .sends(request, {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
              FirstGenerationTexts("Unable to create change list session information"))
       .run([&] {
@@ -82,6 +81,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
   bool sessionOver = true;
   // No guard here: only the session operations that this one calls test the session.
   const bool fetched = firstGeneration(log)
+                           .unguarded()
                            .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
                                   FirstGenerationTexts(failure))
                            .run([&] {
@@ -103,7 +103,6 @@ bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionI
   HuaweiJSONDeleteChangeListSession request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
   return firstGeneration(log)
-      .guard("deleteSnapshotChangeListSession")
       .sends(request,
              {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
               HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},

@@ -32,7 +32,6 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
     refusedSnapDiff = false;
     HuaweiJSONCreateFileSystemSnapshot request(m_jobId, fileSystemId, snapshot, snapDiff, vstoreId);
     created = firstGeneration(log)
-                  .guard("createFileSystemSnapshot")
                   .sends(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
                          FirstGenerationTexts("Unable to create snapshot."))
                   .reacting(reactions)
@@ -46,22 +45,17 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
 
 bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _HuaweiSnapshotInfo& info,
                                                std::string vstoreId) {
-  HuaweiJSONGetFileSystemSnapshotInfo request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemSnapshotInfo", m_jobId);
   // An absent snapshot, as the transport's last classified answer tells, marks the record.
   bool absent = false;
   const bool found =
       firstGeneration(log)
-          .guard("getFileSystemSnapshotInfo")
-          .sends(request,
+          .sends(RecordRequest(info, HuaweiResponse::plainRules("HuaweiJSONGetSnapshotInfo::parseResponse")),
                  {HUAWEI_REQ_GET, ResourcePath("fssnapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
                   HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO},
                  FirstGenerationTexts("Unable to get the snapshot information."))
           .reacting({on(HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST).setting(absent)})
-          .run([&] {
-            request.getSnapshotInfo(info);
-            log.line(0, "Successfully got the snapshot information for [%s].", info.id.c_str());
-          });
+          .run([&] { log.line(0, "Successfully got the snapshot information for [%s].", info.id.c_str()); });
   if (absent) {
     info.id = snapshotId;
     info.notExist = true;
@@ -87,7 +81,7 @@ bool ZrManageHuawei::isSnapshotPresent(std::string const& snapshotId, std::strin
 bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std::string vstoreId) {
   OperationLog log = OperationLog::event("ZrManageHuawei::deleteFileSystemSnapshot", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("deleteFileSystemSnapshot").required(snapshotId, "Snapshot ID").checked()) return false;
+  if (!call.required(snapshotId, "Snapshot ID").checked()) return false;
 
   // The lookup never stops the deletion: a snapshot whose type could not be learned keeps the
   // record's default type and is deleted as an incremental-backup snapshot.

@@ -2,6 +2,8 @@
 #include "AdoptionByName.h"
 #include "ConvertToString.h"
 #include "ExactRecord.h"
+#include "FormatArguments.h"
+#include "HandBuiltBody.h"
 #include "HuaweiArrayCodes.h"
 #include "HuaweiJSONHostRequests.h"
 #include "HuaweiOpTypes.h"
@@ -11,6 +13,11 @@
 #include "SecondGenerationCall.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
+
+using HandBuiltPiece::association;
+using HandBuiltPiece::quoted;
+using HandBuiltPiece::vstore;
+using HuaweiResponse::sanRules;
 
 namespace {
 
@@ -35,13 +42,12 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
                                                 bool const& isISCSI, std::string vstoreId) {
   HuaweiJSONGetInitiatorInfo request(m_jobId);
   const InitiatorKind kind(isISCSI);
-  const char* id = initiatorId.c_str();
   const std::string absent =
-      YbString::Format("[ERROR] The [%s] initiator information with ID [%s] does not exist", kind.text, id);
+      formatted("[ERROR] The [%s] initiator information with ID [%s] does not exist", kind.text, initiatorId);
   return secondGeneration("ZrManageHuawei::getInitiatorInfoFromID",
                           "CXoError ZrManageHuawei::getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const "
                           "bool&, std::string)")
-      .guard("getInitiatorInfoFromID", GuardStyle::Bare)
+      .guard(GuardStyle::Bare)
       .required(initiatorId, "The entered initiator ID is empty")
       .sends(request,
              {HUAWEI_REQ_GET, ResourcePath(kind.resource).segment(initiatorId, "initiatorId").vstore(vstoreId),
@@ -49,17 +55,17 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
              SecondGenerationTexts::lookup(""))
       // The line says more than is known; the error says only what is.
       .reacting({on(HuaweiArrayCode::INITIATOR_DOES_NOT_EXIST).fails(absent),
-                 otherwise().line(3, absent).fails(YbString::Format(
-                     "[ERROR] Unable to find [%s] initiator information with ID [%s]", kind.text, id))})
+                 otherwise().line(3, absent).fails(formatted(
+                     "[ERROR] Unable to find [%s] initiator information with ID [%s]", kind.text, initiatorId))})
       .run([&](SecondGenerationCall& call) {
         std::vector<_HuaweiInitiator> initiators;
         request.getInitiatorInfo(initiators);
         const _HuaweiInitiator* found = exactRecord(initiators, &_HuaweiInitiator::id, initiatorId);
         if (found == nullptr) {
-          return call.error("[ERROR] Unable to find the [%s] initiator with ID [%s].", kind.text, id);
+          return call.error("[ERROR] Unable to find the [%s] initiator with ID [%s].", kind.text, initiatorId);
         }
         initiatorInfo = *found;
-        call.line(0, "Found the initiator information associted with ID [%s]", id);
+        call.line(0, "Found the initiator information associted with ID [%s]", initiatorId);
         return CXoError::Success();
       });
 }
@@ -91,34 +97,31 @@ CXoError ZrManageHuawei::getHostIDFromInitiatorID(std::string const& initiatorId
       "CXoError ZrManageHuawei::getHostIDFromInitiatorID(const string&, const bool&, std::string&, std::string)");
   _HuaweiInitiator initiator;
   if (getInitiatorInfoFromID(initiator, initiatorId, isISCSI, vstoreId).IsError() || initiator.id.empty()) {
-    return call.error("[ERROR] Unable to get the information for Initiator with ID [%s].", initiatorId.c_str());
+    return call.error("[ERROR] Unable to get the information for Initiator with ID [%s].", initiatorId);
   }
   // An initiator bound to no host answers an empty hostId: that is how a caller learns it is free.
   hostId = initiator.parentId;
-  call.line(0, "Successfully got the Host Id [%s] associated with the initiator with ID [%s]", hostId.c_str(),
-            initiatorId.c_str());
+  call.line(0, "Successfully got the Host Id [%s] associated with the initiator with ID [%s]", hostId, initiatorId);
   return CXoError::Success();
 }
 
 CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std::string& hostId, std::string vstoreId) {
-  HuaweiJSONGetHostInfo request(m_jobId);
+  std::vector<_HuaweiLUNHostInfo> hosts;
   return secondGeneration("ZrManageHuawei::getHostIDFromHostName",
                           "CXoError ZrManageHuawei::getHostIDFromHostName(const string&, std::string&, std::string)")
-      .guard("getHostIDFromHostName", GuardStyle::Bare)
+      .guard(GuardStyle::Bare)
       .required(hostName, "The entered host name is empty")
-      .sends(request, {HUAWEI_REQ_GET, byName("host", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME},
-             SecondGenerationTexts::lookup(YbString::Format(
-                 "[ERROR] Unable to find the information for the host with name [%s]", hostName.c_str())))
+      .sends(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostInfo::parseResponse")),
+             {HUAWEI_REQ_GET, byName("host", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME},
+             SecondGenerationTexts::lookup(
+                 formatted("[ERROR] Unable to find the information for the host with name [%s]", hostName)))
       .run([&](SecondGenerationCall& call) {
-        std::vector<_HuaweiLUNHostInfo> hosts;
-        request.getHostInfo(hosts);
         const _HuaweiLUNHostInfo* host = exactRecord(hosts, &_HuaweiLUNHostInfo::name, hostName);
         if (host == nullptr) {
-          return call.error("[ERROR] Unable to get the information for the host with Name[%s].", hostName.c_str());
+          return call.error("[ERROR] Unable to get the information for the host with Name[%s].", hostName);
         }
         hostId = host->id;
-        call.line(0, "Successfully got the information for host:  ID: [%s] NAME: [%s]", host->id.c_str(),
-                  host->name.c_str());
+        call.line(0, "Successfully got the information for host:  ID: [%s] NAME: [%s]", host->id, host->name);
         return CXoError::Success();
       });
 }
@@ -129,24 +132,26 @@ CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string co
   wanted.name = hostName;
   wanted.operatingSystem = ConvertToString::to_string<int>(useOsCode7 ? 7 : 0);
   wanted.vstoreId = vstoreId;
-  HuaweiJSONCreateHost request(m_jobId, wanted);
   AdoptionByName<_HuaweiLUNHostInfo> adoption(*this, &ZrManageHuawei::getHostIDFromHostName, hostInfo, wanted,
                                               Rendering::AsFormat);
-  const std::string failure = YbString::Format("[ERROR] Unable to create host with name [%s] operating system [%s]",
-                                               hostName.c_str(), wanted.operatingSystem.c_str());
+  const std::string failure =
+      formatted("[ERROR] Unable to create host with name [%s] operating system [%s]", hostName, wanted.operatingSystem);
   return secondGeneration("ZrManageHuawei::createHost",
                           "CXoError ZrManageHuawei::createHost(HuaweiLUNHostInfo_t&, const string&, std::string, bool)")
       .guard("createLUNSnapshot")
       .required(hostName, "[ERROR] The hostname is empty")
-      .sends(request, {HUAWEI_REQ_POST, "host", HuaweiOpType::CREATE_HOST}, SecondGenerationTexts::change(""))
+      .sends(RecordRequest(hostInfo, sanRules("HuaweiJSONCreateHost::parseResponse"),
+                           "{" + quoted("NAME", hostName) + ", " + quoted("OPERATIONSYSTEM", wanted.operatingSystem) +
+                               " " + vstore(vstoreId) + "}",
+                           wanted),
+             {HUAWEI_REQ_POST, "host", HuaweiOpType::CREATE_HOST}, SecondGenerationTexts::change(""))
       .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                     .line(3, YbString::Format("The host [%s] already exists", hostName.c_str()))
+                     .line(3, formatted("The host [%s] already exists", hostName))
                      .adopts(),
                  otherwise().line(3, failure).fails(failure)})
       .adopting(adoption)
       .run([&](SecondGenerationCall& call) {
-        request.getHostInfo(hostInfo);
-        call.line(0, "Successfully created the host with name [%s]", hostInfo.name.c_str());
+        call.line(0, "Successfully created the host with name [%s]", hostInfo.name);
       });
 }
 
@@ -157,87 +162,76 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
   wanted.id = initiatorId;
   wanted.parentId = hostId;
   wanted.vstoreId = vstoreId;
-  HuaweiJSONCreateInitiator request(m_jobId, wanted);
   const InitiatorKind kind(isISCSI);
-  const char* id = initiatorId.c_str();
+  const std::string parent = hostId.empty() ? std::string() : "," + quoted("PARENTID", hostId) + " ";
   return secondGeneration("ZrManageHuawei::createInitiator",
                           "CXoError ZrManageHuawei::createInitiator(HuaweiInitiator_t&, const string&, const string&, "
                           "const bool&, bool&, std::string)")
-      .guard("createInitiator")
       .required({&initiatorId})
-      .sends(request, {HUAWEI_REQ_POST, kind.resource, HuaweiOpType::CREATE_INITIATOR},
-             SecondGenerationTexts::change(""))
+      .sends(RecordRequest(initiatorInfo, sanRules("HuaweiJSONCreateInitiator::parseResponse"),
+                           "{" + quoted("ID", initiatorId) + " " + parent + vstore(vstoreId) + "}", wanted),
+             {HUAWEI_REQ_POST, kind.resource, HuaweiOpType::CREATE_INITIATOR}, SecondGenerationTexts::change(""))
       // An existing initiator is an error and a flag at once: the caller decides what to do with it.
       .reacting(
           CodeReactions{on(HuaweiArrayCode::INITIATOR_ALREADY_EXISTS)
                             .setting(alreadyExists)
-                            .line(3, YbString::Format("The iSCSI initiator with ID [%s] already exists", id))
-                            .fails(YbString::Format("The initiator with ID[%s] already exists", id)),
+                            .line(3, formatted("The iSCSI initiator with ID [%s] already exists", initiatorId))
+                            .fails(formatted("The initiator with ID[%s] already exists", initiatorId)),
                         on(HuaweiArrayCode::HOST_DOES_NOT_EXIST)
-                            .fails(YbString::Format("[ERROR] The given host with ID [%s] does not exist. Specify an "
-                                                    "existing host and add the initiator to the host",
-                                                    hostId.c_str())),
+                            .fails(formatted("[ERROR] The given host with ID [%s] does not exist. Specify an existing "
+                                             "host and add the initiator to the host",
+                                             hostId)),
                         otherwise().failsInArrayWords("[ERROR] ")}
-              .everyRefusalTold(3, YbString::Format("[ERROR] Failed to create initiator with ID [%s] Host ID [%s]", id,
-                                                    orEmptyWord(hostId))))
+              .everyRefusalTold(3, formatted("[ERROR] Failed to create initiator with ID [%s] Host ID [%s]",
+                                             initiatorId, orEmptyWord(hostId))))
       .run([&](SecondGenerationCall& call) {
-        request.getInitiatorInfo(initiatorInfo);
-        call.line(0, "Successfully created the [%s] initiator with ID [%s] Host ID [%s]", kind.text, id,
+        call.line(0, "Successfully created the [%s] initiator with ID [%s] Host ID [%s]", kind.text, initiatorId,
                   orEmptyWord(hostId));
       });
 }
 
 CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorId, std::string const& hostId,
                                                    bool const& isISCSI, std::string vstoreId) {
-  _HuaweiInitiator wanted;
-  wanted.id = initiatorId;
-  wanted.parentId = hostId;
-  wanted.vstoreId = vstoreId;
-  HuaweiJSONUpdateInitiator request(m_jobId, wanted);
-  const char* ids[] = {initiatorId.c_str(), hostId.c_str()};
   return secondGeneration("ZrManageHuawei::updateInitiatorWithHostID",
                           "CXoError ZrManageHuawei::updateInitiatorWithHostID(const string&, const string&, const "
                           "bool&, std::string)")
-      .guard("updateInitiatorWithHostID")
       .required({&initiatorId, &hostId})
-      // The vStore goes in the body only.
-      .sends(request,
+      // The vStore goes in the body only; refusals are logged at level -1.
+      .sends(StatusRequest("HuaweiJSONUpdateInitiator::parseResponse",
+                           "{" + quoted("PARENTID", hostId) + " " + vstore(vstoreId) + "}",
+                           {HuaweiResponse::CodeWidth::Signed32, -1}),
              {HUAWEI_REQ_PUT, ResourcePath(InitiatorKind(isISCSI).resource).segment(initiatorId, "initiatorId"),
               HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID},
              SecondGenerationTexts::change(""))
-      .reacting({otherwise()
-                     .line(3, YbString::Format("[ERROR] Failed to associate initiator ID [%s] to Host ID [%s]", ids[0],
-                                               ids[1]))
-                     .fails(YbString::Format("[ERROR] Failed to associate initiator ID[%s]  with Host ID[%s]", ids[0],
-                                             ids[1]))})
+      .reacting(
+          {otherwise()
+               .line(3, formatted("[ERROR] Failed to associate initiator ID [%s] to Host ID [%s]", initiatorId, hostId))
+               .fails(
+                   formatted("[ERROR] Failed to associate initiator ID[%s]  with Host ID[%s]", initiatorId, hostId))})
       .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully associated the initiator with ID [%s] to the Host ID [%s]", ids[0], ids[1]);
+        call.line(0, "Successfully associated the initiator with ID [%s] to the Host ID [%s]", initiatorId, hostId);
       });
 }
 
 CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName, std::string& hostGroupId,
                                                 std::string vstoreId) {
-  HuaweiJSONGetHostGroupInfo request(m_jobId);
+  std::vector<_HuaweiHostGroupInfo> groups;
   return secondGeneration("ZrManageHuawei::getHostGroupIDFromName",
                           "CXoError ZrManageHuawei::getHostGroupIDFromName(const string&, std::string&, std::string)")
-      .guard("getHostGroupIDFromName", GuardStyle::Bare)
+      .guard(GuardStyle::Bare)
       // The empty name speaks of a host.
       .required(hostGroupName, "The entered host name is empty")
-      .sends(request,
+      .sends(RecordListRequest(groups, sanRules("HuaweiJSONGetHostGroupInfo::parseResponse")),
              {HUAWEI_REQ_GET, byName("hostgroup", hostGroupName, vstoreId), HuaweiOpType::GET_HOST_GROUP_ID_FROM_NAME},
-             SecondGenerationTexts::lookup(YbString::Format(
-                 "[ERROR] Unable to find the information for the hostgroup with name [%s]", hostGroupName.c_str())))
+             SecondGenerationTexts::lookup(
+                 formatted("[ERROR] Unable to find the information for the hostgroup with name [%s]", hostGroupName)))
       .run([&](SecondGenerationCall& call) {
-        std::vector<_HuaweiHostGroupInfo> groups;
-        request.getHostGroupInfo(groups);
         const _HuaweiHostGroupInfo* group = exactRecord(groups, &_HuaweiHostGroupInfo::name, hostGroupName);
         if (group == nullptr) {
-          return call.error("[ERROR] Unable to get the information for the host group with Name[%s].",
-                            hostGroupName.c_str());
+          return call.error("[ERROR] Unable to get the information for the host group with Name[%s].", hostGroupName);
         }
         hostGroupId = group->id;
-        call.line(0, "Successfully got the information for host group: ID [%s] NAME [%s]", group->id.c_str(),
-                  group->name.c_str());
+        call.line(0, "Successfully got the information for host group: ID [%s] NAME [%s]", group->id, group->name);
         return CXoError::Success();
       });
 }
@@ -247,60 +241,55 @@ CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, st
   _HuaweiHostGroupInfo wanted;
   wanted.name = hostGroupName;
   wanted.vstoreId = vstoreId;
-  HuaweiJSONCreateHostGroup request(m_jobId, wanted);
   // A group of that name is taken as the one asked for; the caller's vstoreName stays as it was.
   AdoptionByName<_HuaweiHostGroupInfo> adoption(*this, &ZrManageHuawei::getHostGroupIDFromName, hostGroupInfo,
                                                 renamedAs(hostGroupInfo, wanted), Rendering::AsFormat);
-  const std::string failure =
-      YbString::Format("[ERROR] Unable to create hostgroup with name [%s]", hostGroupName.c_str());
+  const std::string failure = formatted("[ERROR] Unable to create hostgroup with name [%s]", hostGroupName);
+  // The answer gives the new group's ID and NAME; the vStore stays as sent.
+  HuaweiResponse::ReadingRules identity = sanRules("HuaweiJSONCreateHostGroup::parseResponse");
+  identity.keys = HuaweiKeys::Keys::RequiredOnly;
   return secondGeneration(
              "ZrManageHuawei::createHostGroup",
              "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, std::string)")
-      .guard("createHostGroup")
       .required(hostGroupName, "[ERROR] The hostgroup name is empty")
-      .sends(request, {HUAWEI_REQ_POST, "hostgroup", HuaweiOpType::CREATE_HOST_GROUP},
-             SecondGenerationTexts::change(""))
+      .sends(RecordRequest(hostGroupInfo, identity, "{" + quoted("NAME", hostGroupName) + " " + vstore(vstoreId) + "}",
+                           wanted),
+             {HUAWEI_REQ_POST, "hostgroup", HuaweiOpType::CREATE_HOST_GROUP}, SecondGenerationTexts::change(""))
       .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                     .line(3, YbString::Format("The hostgroup with Name [%s] already exists", hostGroupName.c_str()))
+                     .line(3, formatted("The hostgroup with Name [%s] already exists", hostGroupName))
                      .adopts(),
                  otherwise().line(3, failure).fails(failure)})
       .adopting(adoption)
       .run([&](SecondGenerationCall& call) {
-        request.getHostGroupInfo(hostGroupInfo);
-        call.line(0, "Successfully created the hostgroup with Name [%s] ID [%s]", hostGroupInfo.name.c_str(),
-                  hostGroupInfo.id.c_str());
+        call.line(0, "Successfully created the hostgroup with Name [%s] ID [%s]", hostGroupInfo.name, hostGroupInfo.id);
       });
 }
 
 CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std::string const& hostId,
                                             std::string vstoreId) {
-  HuaweiJSONAssociateHostWithHostGroup request(m_jobId, hostId, hostGroupId,
-                                               HuaweiApiValue::OBJECT_TYPE_HOST.getValue(), vstoreId);
-  const char* ids[] = {hostId.c_str(), hostGroupId.c_str()};
   const std::string failure =
-      YbString::Format("[ERROR] Failed to associate Host [%s] with Host Group [%s]", ids[0], ids[1]);
+      formatted("[ERROR] Failed to associate Host [%s] with Host Group [%s]", hostId, hostGroupId);
   return secondGeneration("ZrManageHuawei::addHostToHostGroup",
                           "CXoError ZrManageHuawei::addHostToHostGroup(const string&, const string&, std::string)")
-      .guard("addHostToHostGroup")
       .required({&hostGroupId, &hostId})
-      .sends(request, {HUAWEI_REQ_POST, "hostgroup/associate", HuaweiOpType::HOST_GROUP_MEMBERSHIP},
+      .sends(StatusRequest("HuaweiJSONAssociateHostWithHostGroup::parseResponse",
+                           association(hostGroupId, hostId, HuaweiApiValue::OBJECT_TYPE_HOST.getValue(), vstoreId)),
+             {HUAWEI_REQ_POST, "hostgroup/associate", HuaweiOpType::HOST_GROUP_MEMBERSHIP},
              SecondGenerationTexts::change(""))
       .reacting(
           {on(HuaweiArrayCode::HOST_ALREADY_IN_GROUP)
-               .line(0, YbString::Format("The host [%s] is already associated to the host group [%s]", ids[0], ids[1]))
+               .line(0, formatted("The host [%s] is already associated to the host group [%s]", hostId, hostGroupId))
                .done(),
            otherwise().line(3, failure).fails(failure)})
       .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully associated the Host [%s] with Host Group [%s]", ids[0], ids[1]);
+        call.line(0, "Successfully associated the Host [%s] with Host Group [%s]", hostId, hostGroupId);
       });
 }
 
 CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGroupId,
                                                       std::vector<_HuaweiLUNHostInfo>& hosts, std::string vstoreId) {
-  HuaweiJSONGetHostAssociatedWithHostGroup request(m_jobId);
-  const char* id = hostGroupId.c_str();
   const std::string failure =
-      YbString::Format("[ERROR] Failed to get the hosts associated with the Host Group [%s]", id);
+      formatted("[ERROR] Failed to get the hosts associated with the Host Group [%s]", hostGroupId);
   const ResourcePath resource = ResourcePath("host/associate")
                                     .add("ASSOCIATEOBJID", hostGroupId)
                                     .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP.getValue())
@@ -308,17 +297,16 @@ CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGro
   return secondGeneration("ZrManageHuawei::getHostAssociatedToHostGroup",
                           "CXoError ZrManageHuawei::getHostAssociatedToHostGroup(const string&, "
                           "std::vector<_HuaweiLUNHostInfo>&, std::string)")
-      .guard("getHostAssociatedToHostGroup")
       .required({&hostGroupId})
-      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::HOST_GROUP_MEMBERSHIP},
-             SecondGenerationTexts::change(failure))
+      .sends(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostAssociatedWithHostGroup::parseResponse",
+                                               HuaweiResponse::WithoutData::Status)),
+             {HUAWEI_REQ_GET, resource, HuaweiOpType::HOST_GROUP_MEMBERSHIP}, SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
       .run([&](SecondGenerationCall& call) {
-        request.getHostInfo(hosts);
         if (hosts.empty()) {
-          call.line(0, "No hosts has been associated with the Host Group [%s] yet", id);
+          call.line(0, "No hosts has been associated with the Host Group [%s] yet", hostGroupId);
         } else {
-          call.line(0, "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]", id,
+          call.line(0, "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]", hostGroupId,
                     static_cast<unsigned long long>(hosts.size()));
         }
       });
@@ -329,15 +317,14 @@ CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGrou
   SecondGenerationCall call = secondGeneration(
       "ZrManageHuawei::isHostAssociatedToHostGroup",
       "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, const string&, std::string)");
-  if (CXoError failed = call.required({&hostGroupId, &hostId}).checked(); failed.IsError()) return failed;
+  if (CXoError failed = call.unguarded().required({&hostGroupId, &hostId}).checked(); failed.IsError()) return failed;
   std::vector<_HuaweiLUNHostInfo> hosts;
   // An empty group fails with the text of the inner success, which is empty.
   const CXoError listed = getHostAssociatedToHostGroup(hostGroupId, hosts, vstoreId);
   if (listed.IsError() || hosts.empty()) return call.error(listed.AsString(), Rendering::AsFormat);
   if (exactRecord(hosts, &_HuaweiLUNHostInfo::id, hostId) == nullptr) {
-    return call.error("[ERROR] Unable to find the host [%s] associated with the host group [%s].", hostId.c_str(),
-                      hostGroupId.c_str());
+    return call.error("[ERROR] Unable to find the host [%s] associated with the host group [%s].", hostId, hostGroupId);
   }
-  call.line(0, "The host [%s] is associated to the hostgroup [%s]", hostId.c_str(), hostGroupId.c_str());
+  call.line(0, "The host [%s] is associated to the hostgroup [%s]", hostId, hostGroupId);
   return CXoError::Success();
 }

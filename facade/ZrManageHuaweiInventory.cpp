@@ -1,94 +1,77 @@
 // Read-only facts of the array: identity, NDMP settings, vStores, file systems and interfaces.
 #include "FirstGenerationCall.h"
-#include "HuaweiJSONArrayIdentityRequests.h"
-#include "HuaweiJSONFileSystemRequests.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "RecordRequests.h"
 #include "RequiredValueContainment.h"
 #include "ResourcePath.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
 
+using HuaweiResponse::plainRules;
+
 bool ZrManageHuawei::getSystemInformation(_HuaweiSystemInformation& info) {
-  HuaweiJSONGetSystemInformation request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getSystemInformation", m_jobId);
   return firstGeneration(log)
-      .guard("getSystemInformation")
-      .sends(request, {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
+      .sends(RecordRequest(info, plainRules("HuaweiJSONGetSystemInformation::parseResponse")),
+             {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
              FirstGenerationTexts("Unable to get the system information."))
-      .run([&] {
-        request.getSystemInfo(info);
-        log.line(0, "Successfully got the system information for [%s].", info.name.c_str());
-      });
+      .run([&] { log.line(0, "Successfully got the system information for [%s].", info.name.c_str()); });
 }
 
 bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings, std::string vstoreId) {
-  HuaweiJSONGetNDMPSettingsInfo request(m_jobId);
   OperationLog log = OperationLog::facadeErrors(m_debug, "getNDMPServiceSettings", m_jobId);
   // The vStore goes into the path here, not into a query.
   const ResourcePath resource = HuaweiVstore::isNone(vstoreId)
                                     ? ResourcePath("ndmpservice")
                                     : ResourcePath("ndmpservice").segment(vstoreId, "vstoreId");
   return firstGeneration(log)
-      .guard("getNDMPServiceSettings")
-      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
+      .sends(RecordRequest(settings, plainRules("HuaweiJSONGetNDMPSettingsInfo::parseResponse")),
+             {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
              FirstGenerationTexts("Unable to get the NDMP Service settings.").emptyResponseSays(kParseFailedText))
-      .run([&] {
-        request.getNDMPSettings(settings);
-        log.line(0, "Successfully got the NDMP Settings information.");
-      });
+      .run([&] { log.line(0, "Successfully got the NDMP Settings information."); });
 }
 
 bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::string& vstoreName) {
-  HuaweiJSONGetVStoreInfo request(m_jobId);
+  _HuaweiVStoreInfo info;
   OperationLog log = OperationLog::facadeErrors(m_debug, "getVStoreNameFromId", m_jobId);
   const std::string failure = YbString::Format("Unable to get the VStoreName from VStoreId [%s]", vstoreId.c_str());
   return firstGeneration(log)
       .guard("getVStoreName")
       .required(vstoreId, "VStoreID")
       .sends(
-          request,
+          RecordRequest(info, plainRules("HuaweiJSONGetVStoreInfo::parseResponse")),
           {HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
           FirstGenerationTexts(failure).emptyResponseSays(kParseFailedText))
       .run([&] {
-        _HuaweiVStoreInfo info;
-        request.getVStoreInfo(info);
         vstoreName = info.name;
         log.line(0, "Successfully got the VStoreName [%s] from VStoreId [%s]", vstoreName.c_str(), vstoreId.c_str());
       });
 }
 
 bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileSystems, std::string vstoreId) {
-  HuaweiJSONGetFileSystems request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemsList", m_jobId);
   // No paging: one GET returns every file system.
   return firstGeneration(log)
-             .guard("getFileSystemsList")
-             .sends(request,
+             .sends(RecordListRequest(fileSystems, plainRules("HuaweiJSONGetFileSystems::parseResponse")),
                     {HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST},
                     FirstGenerationTexts("Unable to get the file systems list."))
-             .run([&] {
-               request.getFileSystems(fileSystems);
-               log.line(0, "Successfully got the File Systems. Count[%zd].", fileSystems.size());
-             }) ||
+             .run([&] { log.line(0, "Successfully got the File Systems. Count[%zd].", fileSystems.size()); }) ||
          RequiredValueContainment::failEmptying(fileSystems);
 }
 
 bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& interfaces) {
-  HuaweiJSONGetArrayInterfaces request(m_jobId);
   OperationLog log = OperationLog::event("ZrManageHuawei::getArrayInterfaces", m_jobId);
   // Held to the end: the NDMP lookup below belongs to this operation.
   FirstGenerationCall call = firstGeneration(log);
   // Read aside: an NDMP answer without a required value fails the whole operation.
   std::list<_HuaweiArrayInterfaces> found;
-  call.guard("getArrayInterfaces")
-      .sends(request, {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
+  call.sends(RecordListRequest(found, plainRules("HuaweiJSONGetArrayInterfaces::parseResponse")),
+             {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
              FirstGenerationTexts("Unable to get the array interfaces list."));
-  const bool listed = call.run([&] {
-    request.getArrayInterfaces(found);
-    log.line(0, "Successfully got the Array Interfaces. Count[%zd].", found.size());
-  });
+  const bool listed =
+      call.run([&] { log.line(0, "Successfully got the Array Interfaces. Count[%zd].", found.size()); });
   if (!listed) return RequiredValueContainment::failEmptying(interfaces);
 
   // The list stands even when the NDMP service cannot be placed.

@@ -1,6 +1,8 @@
 // LUN groups: find or create a group, put snapshot LUNs in and take them out, delete the group.
 #include "AdoptionByName.h"
 #include "ExactRecord.h"
+#include "FormatArguments.h"
+#include "HandBuiltBody.h"
 #include "HuaweiApiValues.h"
 #include "HuaweiArrayCodes.h"
 #include "HuaweiJSONDeleteRequest.h"
@@ -13,31 +15,35 @@
 #include "YbString.h"
 #include "ZrManageHuawei.h"
 
+using HandBuiltPiece::association;
+using HandBuiltPiece::bare;
+using HandBuiltPiece::quoted;
+using HandBuiltPiece::vstore;
+using HuaweiResponse::sanRules;
+
 CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, std::string& lunGroupId,
                                                std::string vstoreId) {
   HuaweiJSONGetLunGroupInfo request(m_jobId);
-  const char* name = lunGroupName.c_str();
   return secondGeneration("getLUNGroupIDFromName",
                           "CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
-      .guard("getLUNGroupIDFromName", GuardStyle::Bare)
+      .guard(GuardStyle::Bare)
       // The wording is shared with the host lookup.
       .required(lunGroupName, "The entered host name is empty")
       .sends(request,
              {HUAWEI_REQ_GET, ResourcePath("lungroup").add("filter", "NAME:" + lunGroupName).vstore(vstoreId),
               HuaweiOpType::GET_LUN_GROUP_ID_FROM_NAME},
              SecondGenerationTexts(
-                 YbString::Format("[ERROR] Unable to find the information for the lungroup with name [%s]", name))
+                 formatted("[ERROR] Unable to find the information for the lungroup with name [%s]", lunGroupName))
                  .emptyResponseSays("[ERROR] Empty response is returned from the array"))
       .run([&](SecondGenerationCall& call) {
         std::vector<_HuaweiLunGroupInfo> groups;
         request.getLunGroupInfo(groups);
         const _HuaweiLunGroupInfo* group = exactRecord(groups, &_HuaweiLunGroupInfo::name, lunGroupName);
         if (group == nullptr) {
-          return call.error("[ERROR] Unable to get the information for the lun group with Name[%s].", name);
+          return call.error("[ERROR] Unable to get the information for the lun group with Name[%s].", lunGroupName);
         }
         lunGroupId = group->id;
-        call.line(0, "Successfully got the information for lun group: ID [%s] NAME [%s]", group->id.c_str(),
-                  group->name.c_str());
+        call.line(0, "Successfully got the information for lun group: ID [%s] NAME [%s]", group->id, group->name);
         return CXoError::Success();
       });
 }
@@ -48,64 +54,62 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
   wanted.name = lunGroupName;
   wanted.appType = appType;
   wanted.vstoreId = vstoreId;
-  HuaweiJSONCreateLunGroup request(m_jobId, wanted);
   // An adopted group keeps the application type and vStore name the caller's record held.
   AdoptionByName<_HuaweiLunGroupInfo> adoption(*this, &ZrManageHuawei::getLUNGroupIDFromName, lunGroup,
                                                renamedAs(lunGroup, wanted), Rendering::AsWritten);
-  const std::string failure =
-      YbString::Format("[ERROR] Unable to create lungroup with name [%s]", lunGroupName.c_str());
+  const std::string failure = formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName);
   return secondGeneration(
              "createLUNGroup",
              "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
-      .guard("createLUNGroup")
       // The wording is shared with the host groups.
       .required(lunGroupName, "[ERROR] The hostgroup name is empty")
-      .sends(request, {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP},
-             SecondGenerationTexts::change(failure))
+      .sends(RecordRequest(
+                 lunGroup, sanRules("HuaweiJSONCreateLunGroup::parseResponse"),
+                 "{" + quoted("NAME", lunGroupName) + ", " + bare("APPTYPE", appType) + vstore(vstoreId) + "}", wanted),
+             {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP}, SecondGenerationTexts::change(failure))
       .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                     .line(3, YbString::Format("The lun group with Name [%s] already exists", lunGroupName.c_str()))
+                     .line(3, formatted("The lun group with Name [%s] already exists", lunGroupName))
                      .adopts(),
                  otherwise().line(3, failure)})
       .adopting(adoption)
       .run([&](SecondGenerationCall& call) {
-        request.getLunGroupInfo(lunGroup);
-        call.line(0, "Successfully created the lungroup with Name [%s] ID [%s]", lunGroup.name.c_str(),
-                  lunGroup.id.c_str());
+        call.line(0, "Successfully created the lungroup with Name [%s] ID [%s]", lunGroup.name, lunGroup.id);
       });
 }
 
 CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                   std::string vstoreId) {
-  HuaweiJSONAssociateLunWithLunGroup request(m_jobId, lunId, lunGroupId,
-                                             HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue(), vstoreId);
-  const char* ids[] = {lunId.c_str(), lunGroupId.c_str()};
   const std::string failure =
-      YbString::Format("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]", ids[0], ids[1]);
+      formatted("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId);
   return secondGeneration(
              "addSnapshotLuntoLunGroup",
              "CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
       // The guard names the LUN operation; callers know it by that text.
       .guard("addLuntoLunGroup")
       .required({&lunGroupId, &lunId})
-      .sends(request, {HUAWEI_REQ_POST, "lungroup/associate", HuaweiOpType::ADD_SNAPSHOT_LUN_TO_LUN_GROUP},
-             SecondGenerationTexts::change(failure))
-      .reacting(
-          {on(HuaweiArrayCode::ALREADY_IN_LUN_GROUP)
-               .line(0, YbString::Format("The LUN [%s] is already associated to the LUN group [%s]", ids[0], ids[1]))
-               .done(),
-           otherwise().line(3, failure)})
+      .sends(
+          StatusRequest("HuaweiJSONAssociateLunWithLunGroup::parseResponse",
+                        association(lunGroupId, lunId, HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue(), vstoreId)),
+          {HUAWEI_REQ_POST, "lungroup/associate", HuaweiOpType::ADD_SNAPSHOT_LUN_TO_LUN_GROUP},
+          SecondGenerationTexts::change(failure))
+      .reacting({on(HuaweiArrayCode::ALREADY_IN_LUN_GROUP)
+                     .line(0, formatted("The LUN [%s] is already associated to the LUN group [%s]", lunId, lunGroupId))
+                     .done(),
+                 otherwise().line(3, failure)})
       .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully associated the Snapshot LUN [%s] with LUN Group [%s]", ids[0], ids[1]);
+        call.line(0, "Successfully associated the Snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId);
       });
 }
 
 CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId,
                                                             std::vector<_HuaweiLUNSnapshotInfo>& snapshotLuns,
                                                             std::string vstoreId) {
-  HuaweiJSONGetSnapLunAssociatedWithLunGroup request(m_jobId);
-  const char* id = lunGroupId.c_str();
   const std::string failure =
-      YbString::Format("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]", id);
+      formatted("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]", lunGroupId);
+  // Each snapshot LUN's keys are read in the order the record declares them.
+  HuaweiResponse::ReadingRules rules = groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
+                                                      {HuaweiResponse::CodeWidth::Unsigned64});
+  rules.order = HuaweiKeys::KeyOrder::Declared;
   const ResourcePath resource = ResourcePath("snapshot/associate")
                                     .add("ASSOCIATEOBJID", lunGroupId)
                                     .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP.getValue())
@@ -113,18 +117,17 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
   return secondGeneration("getSnapshotLunAssociatedToLunGroup",
                           "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
                           "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
-      .guard("getSnapshotLunAssociatedToLunGroup")
       .required({&lunGroupId})
-      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
+      .sends(RecordListRequest(snapshotLuns, rules),
+             {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
              SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
       .run([&](SecondGenerationCall& call) {
-        request.getSnapLunInfo(snapshotLuns);
         if (snapshotLuns.empty()) {
-          call.line(0, "No snapshot luns are associated with the lun Group [%s].", id);
+          call.line(0, "No snapshot luns are associated with the lun Group [%s].", lunGroupId);
         } else {
-          call.line(0, "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]", id,
-                    static_cast<unsigned long long>(snapshotLuns.size()));
+          call.line(0, "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]",
+                    lunGroupId, static_cast<unsigned long long>(snapshotLuns.size()));
         }
       });
 }
@@ -134,26 +137,21 @@ CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lu
   SecondGenerationCall call = secondGeneration(
       "isSnapshotLunAssociatedToLunGroup",
       "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)");
-  if (CXoError failed = call.required({&lunGroupId, &lunId}).checked(); failed.IsError()) return failed;
+  if (CXoError failed = call.unguarded().required({&lunGroupId, &lunId}).checked(); failed.IsError()) return failed;
   std::vector<_HuaweiLUNSnapshotInfo> members;
   const CXoError listed = getSnapshotLunAssociatedToLunGroup(lunGroupId, members, vstoreId);
   // An empty group fails too, in the words of the (successful) listing.
   if (listed.IsError() || members.empty()) return call.error(listed.AsString());
   if (exactRecord(members, &_HuaweiLUNSnapshotInfo::id, lunId) == nullptr) {
-    return call.error("[ERROR] Unable to find the snapshot lun [%s] associated with the lun group [%s].", lunId.c_str(),
-                      lunId.c_str());
+    return call.error("[ERROR] Unable to find the snapshot lun [%s] associated with the lun group [%s].", lunId, lunId);
   }
-  call.line(0, "The snapshot lun [%s] is associated to the lungroup [%s]", lunId.c_str(), lunId.c_str());
+  call.line(0, "The snapshot lun [%s] is associated to the lungroup [%s]", lunId, lunId);
   return CXoError::Success();
 }
 
 CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                        std::string vstoreId) {
-  // Only the answer is read: the URL carries everything.
-  HuaweiJSONRemoveAssociation request(m_jobId);
-  const char* ids[] = {lunId.c_str(), lunGroupId.c_str()};
-  const std::string failure =
-      YbString::Format("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", ids[0], ids[1]);
+  const std::string failure = formatted("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", lunId, lunGroupId);
   const ResourcePath resource = ResourcePath("lungroup/associate")
                                     .add("ID", lunGroupId)
                                     .add("ASSOCIATEOBJID", lunId)
@@ -162,28 +160,27 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
   return secondGeneration(
              "removeSnapshotLunFromLunGroup",
              "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
-      .guard("removeSnapshotLunFromLunGroup")
       .required({&lunGroupId, &lunId})
-      .sends(request, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
+      // Only the answer is read: the URL carries everything.
+      .sends(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse"),
+             {HUAWEI_REQ_DELETE, resource, HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
              SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
       .run([&](SecondGenerationCall& call) {
-        call.line(3, "Successfully removed the lun [%s] from lungroup [%s]", ids[0], ids[1]);
+        call.line(3, "Successfully removed the lun [%s] from lungroup [%s]", lunId, lunGroupId);
       });
 }
 
 CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::string vstoreId) {
   HuaweiJSONDeleteRequest request(m_jobId);
   return secondGeneration("deleteLunGroup", "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
-      .guard("deleteLunGroup")
       .required({&lunGroupId})
       .sends(request,
              {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),
               HuaweiOpType::DELETE_LUN_GROUP},
-             SecondGenerationTexts(
-                 YbString::Format("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId.c_str()))
+             SecondGenerationTexts(formatted("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId))
                  .emptyResponseSays("[ERROR] Empty response returned from the array"))
       .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully deleted the lungroup with ID [%s]", lunGroupId.c_str());
+        call.line(0, "Successfully deleted the lungroup with ID [%s]", lunGroupId);
       });
 }

@@ -1,5 +1,7 @@
 // LUNs and LUN snapshots: lookups, and a snapshot's life from creation to deletion.
 #include "ExactRecord.h"
+#include "FormatArguments.h"
+#include "HandBuiltBody.h"
 #include "HuaweiArrayCodes.h"
 #include "HuaweiJSONLunSnapshotRequests.h"
 #include "HuaweiOpTypes.h"
@@ -10,6 +12,10 @@
 #include "SecondGenerationCall.h"
 #include "YbString.h"
 #include "ZrManageHuawei.h"
+
+using HandBuiltPiece::quoted;
+using HandBuiltPiece::vstore;
+using HuaweiResponse::sanRules;
 
 namespace {
 
@@ -33,7 +39,6 @@ std::string joinedIds(const std::vector<std::string>& ids) {
 
 CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& lunId, std::string vstoreId) {
   HuaweiJSONGetLUNInfo request(m_jobId);
-  const char* id = lunId.c_str();
   return secondGeneration("ZrManageHuawei::getLUNInfo",
                           "CXoError ZrManageHuawei::getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
       .guard("getLUNINfo", GuardStyle::Bare)
@@ -41,16 +46,16 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
       .sends(request,
              {HUAWEI_REQ_GET, ResourcePath("lun").segment(lunId, "lunId").vstore(vstoreId), HuaweiOpType::GET_LUN_INFO},
              SecondGenerationTexts::lookup(""))
-      .reacting(absentOrDetailed(on(HuaweiArrayCode::LUN_DOES_NOT_EXIST)
-                                     .fails(YbString::Format("[ERROR] LUN with ID [%s] does not exist", id)),
-                                 YbString::Format("[ERROR] Unable to find the LUN with ID [%s]", id)))
+      .reacting(absentOrDetailed(
+          on(HuaweiArrayCode::LUN_DOES_NOT_EXIST).fails(formatted("[ERROR] LUN with ID [%s] does not exist", lunId)),
+          formatted("[ERROR] Unable to find the LUN with ID [%s]", lunId)))
       .run([&](SecondGenerationCall& call) {
         request.getLUNInfo(lunInfo);
-        call.line(0, "Successfully got the LUN information with ID [%s]", id);
-        call.line(3, "LUN ID [%s]", lunInfo.id.c_str());
-        call.line(3, "LUN Name [%s]", lunInfo.name.c_str());
-        call.line(3, "Parent ID [%s]", lunInfo.parentId.c_str());
-        call.line(3, "Running Status [%s]", lunInfo.runningStatus.getValue().c_str());
+        call.line(0, "Successfully got the LUN information with ID [%s]", lunId);
+        call.line(3, "LUN ID [%s]", lunInfo.id);
+        call.line(3, "LUN Name [%s]", lunInfo.name);
+        call.line(3, "Parent ID [%s]", lunInfo.parentId);
+        call.line(3, "Running Status [%s]", lunInfo.runningStatus.getValue());
         call.line(3, "VStore ID [%s]", orEmpty(lunInfo.vstoreId));
         call.line(3, "VStore Name [%s]", orEmpty(lunInfo.vstoreName));
       });
@@ -58,50 +63,45 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
 
 CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                             bool& notExist, std::string vstoreId) {
-  HuaweiJSONGetLUNSnapshotInfo request(m_jobId);
-  const char* id = snapshotId.c_str();
   return secondGeneration(
              "ZrManageHuawei::getLUNSnapshotInfo",
              "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
-      .guard("getLUNSnapshotInfo", GuardStyle::Bare)
+      .guard(GuardStyle::Bare)
       .required(snapshotId, "The entered snapshot ID is empty")
-      .sends(request,
+      .sends(RecordRequest(snapshotInfo, sanRules("HuaweiJSONGetLUNSnapshotInfo::parseResponse")),
              {HUAWEI_REQ_GET, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
               HuaweiOpType::GET_LUN_SNAPSHOT_INFO},
              SecondGenerationTexts::lookup(""))
       // The absent snapshot is an error and a flag at once.
       .reacting(absentOrDetailed(on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
                                      .setting(notExist)
-                                     .fails(YbString::Format("[ERROR] Snapshot LUN with ID [%s] does not exist", id)),
-                                 YbString::Format("[ERROR] Unable to find the snapshot LUN with ID [%s]", id)))
+                                     .fails(formatted("[ERROR] Snapshot LUN with ID [%s] does not exist", snapshotId)),
+                                 formatted("[ERROR] Unable to find the snapshot LUN with ID [%s]", snapshotId)))
       .run([&](SecondGenerationCall& call) {
-        request.getLUNSnapshotInfo(snapshotInfo);
-        call.line(0, "Successfully got the snapshot LUN information with ID [%s]", id);
+        call.line(0, "Successfully got the snapshot LUN information with ID [%s]", snapshotId);
       });
 }
 
 CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotName,
                                                   bool& /*notExist*/, std::string vstoreId) {
-  HuaweiJSONGetLUNSnapshotInfoByName request(m_jobId);
-  const std::string notFound =
-      YbString::Format("[ERROR] Unable to find the snapshot LUN with name [%s]", snapshotName.c_str());
+  std::vector<_HuaweiLUNSnapshotInfo> snapshots;
+  const std::string notFound = formatted("[ERROR] Unable to find the snapshot LUN with name [%s]", snapshotName);
   return secondGeneration("ZrManageHuawei::getLUNSnapshotInfoByName",
                           "CXoError ZrManageHuawei::getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, "
                           "bool&, std::string)")
-      .guard("getLUNSnapshotInfoByName", GuardStyle::Bare)
+      .guard(GuardStyle::Bare)
       // The empty name speaks of an ID.
       .required(snapshotName, "The entered snapshot ID is empty")
-      .sends(request,
+      .sends(RecordListRequest(snapshots, sanRules("HuaweiJSONGetLUNSnapshotInfoByName::parseResponse",
+                                                   HuaweiResponse::WithoutData::Status)),
              {HUAWEI_REQ_GET, ResourcePath("snapshot").add("filter", "NAME:" + snapshotName).vstore(vstoreId),
               HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME},
              SecondGenerationTexts::lookup(notFound))
       .run([&](SecondGenerationCall& call) {
-        std::vector<_HuaweiLUNSnapshotInfo> snapshots;
-        request.getLUNSnapshotInfoByName(snapshots);
         const _HuaweiLUNSnapshotInfo* found = exactRecord(snapshots, &_HuaweiLUNSnapshotInfo::name, snapshotName);
         if (found == nullptr) return call.error(notFound);
         snapshotInfo = *found;
-        call.line(0, "Found the snapshot LUN with name [%s]", snapshotName.c_str());
+        call.line(0, "Found the snapshot LUN with name [%s]", snapshotName);
         return CXoError::Success();
       });
 }
@@ -113,23 +113,20 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
   wanted.name = snapshotName;
   wanted.vstoreId = vstoreId;
   HuaweiJSONCreateLUNSnapshot request(m_jobId, wanted);
-  const char* names[] = {lunId.c_str(), snapshotName.c_str()};
   return secondGeneration("ZrManageHuawei::createLUNSnapshot",
                           "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const "
                           "string&, std::string)")
-      .guard("createLUNSnapshot")
       .required({&lunId, &snapshotName})
       .sends(request, {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT},
              SecondGenerationTexts::change(""))
       .reacting(absentOrDetailed(
-          on(HuaweiArrayCode::LUN_DOES_NOT_EXIST)
-              .fails(YbString::Format("[ERROR] LUN with ID [%s] does not exist", names[0])),
-          YbString::Format("[ERROR] Unable to create snapshot [%s] for LUN with ID [%s]", names[1], names[0])))
+          on(HuaweiArrayCode::LUN_DOES_NOT_EXIST).fails(formatted("[ERROR] LUN with ID [%s] does not exist", lunId)),
+          formatted("[ERROR] Unable to create snapshot [%s] for LUN with ID [%s]", snapshotName, lunId)))
       .run([&](SecondGenerationCall& call) {
         request.getLUNSnapshotInfo(snapshotInfo);
-        call.line(0, "Successfully created snapshot for LUN with ParentID [%s] Name [%s]", names[0], names[1]);
-        call.line(3, "LUN ID [%s]", snapshotInfo.id.c_str());
-        call.line(3, "LUN Name [%s]", snapshotInfo.name.c_str());
+        call.line(0, "Successfully created snapshot for LUN with ParentID [%s] Name [%s]", lunId, snapshotName);
+        call.line(3, "LUN ID [%s]", snapshotInfo.id);
+        call.line(3, "LUN Name [%s]", snapshotInfo.name);
       });
 }
 
@@ -141,35 +138,33 @@ CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotI
   wanted.vstoreId = vstoreId;
   wanted.isCopy = true;
   HuaweiJSONCreateLUNSnapshot request(m_jobId, wanted);
-  const std::string failure =
-      YbString::Format("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId.c_str());
+  const std::string failure = formatted("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId);
   return secondGeneration("ZrManageHuawei::createLUNSnapshotCopy",
                           "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, "
                           "const string&, std::string)")
-      .guard("createLUNSnapshotCopy")
       .required({&snapshotId, &copyName})
       .sends(request, {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
              SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
       .run([&](SecondGenerationCall& call) {
         request.getLUNSnapshotInfo(snapshotInfo);
-        call.line(0, "Successfully created snapshot copy for snapshot with ID [%s]", snapshotId.c_str());
-        call.line(3, "Snapshot ID [%s]", snapshotInfo.id.c_str());
-        call.line(3, "LUN Name [%s]", snapshotInfo.name.c_str());
-        call.line(3, "ParentID [%s]", snapshotInfo.parentId.c_str());
-        call.line(3, "Parent Name [%s]", snapshotInfo.parentName.c_str());
+        call.line(0, "Successfully created snapshot copy for snapshot with ID [%s]", snapshotId);
+        call.line(3, "Snapshot ID [%s]", snapshotInfo.id);
+        call.line(3, "LUN Name [%s]", snapshotInfo.name);
+        call.line(3, "ParentID [%s]", snapshotInfo.parentId);
+        call.line(3, "Parent Name [%s]", snapshotInfo.parentName);
       });
 }
 
 CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& snapshotIds, std::string vstoreId) {
   const std::string list = joinedIds(snapshotIds);
-  HuaweiJSONActivateLUNSnapshot request(m_jobId, list, vstoreId);
   return secondGeneration("ZrManageHuawei::activateLUNSnapshot",
                           "CXoError ZrManageHuawei::activateLUNSnapshot(const "
                           "std::vector<std::__cxx11::basic_string<char> >&, std::string)")
-      .guard("activateLUNSnapshot")
       .required(snapshotIds, "[ERROR] Invalid input parameters")
-      .sends(request, {HUAWEI_REQ_POST, "snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT},
+      .sends(StatusRequest("HuaweiJSONActivateLUNSnapshot::parseResponse",
+                           "{\"SNAPSHOTLIST\":[" + list + "]" + vstore(vstoreId) + "}"),
+             {HUAWEI_REQ_POST, "snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT},
              SecondGenerationTexts::change(""))
       .reacting(
           CodeReactions{on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
@@ -178,70 +173,67 @@ CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& sna
                             .fails("[ERROR] The snapshot is not in the inactive state. Confirm the snapshot is in the "
                                    "inactive state and retry."),
                         otherwise().failsInArrayWords("[ERROR] ")}
-              .everyRefusalTold(
-                  3, YbString::Format("[ERROR] Unable to activate the LUN snapshot(s) with ID(s) [%s]", list.c_str())))
+              .everyRefusalTold(3, formatted("[ERROR] Unable to activate the LUN snapshot(s) with ID(s) [%s]", list)))
       .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully activated the LUN snapshot(s) with ID(s) [%s]", list.c_str());
+        call.line(0, "Successfully activated the LUN snapshot(s) with ID(s) [%s]", list);
       });
 }
 
 CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bool& notExist, std::string vstoreId) {
-  HuaweiJSONDeActivateLUNSnapshot request(m_jobId, snapshotId, vstoreId);
-  const char* id = snapshotId.c_str();
   return secondGeneration("ZrManageHuawei::deActivateLUNSnapshot",
                           "CXoError ZrManageHuawei::deActivateLUNSnapshot(const string&, bool&, std::string)")
-      .guard("deActivateLUNSnapshot")
       .required({&snapshotId})
-      .sends(request, {HUAWEI_REQ_PUT, "snapshot/stop", HuaweiOpType::DEACTIVATE_LUN_SNAPSHOT},
+      .sends(StatusRequest("HuaweiJSONDeActivateLUNSnapshot::parseResponse",
+                           "{" + quoted("ID", snapshotId) + " " + vstore(vstoreId) + "}"),
+             {HUAWEI_REQ_PUT, "snapshot/stop", HuaweiOpType::DEACTIVATE_LUN_SNAPSHOT},
              SecondGenerationTexts::change(""))
       // Stopping a snapshot that is gone counts as done.
       .reacting({on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
-                     .line(0, YbString::Format("The LUN snapshot with ID [%s] does not exist", id))
+                     .line(0, formatted("The LUN snapshot with ID [%s] does not exist", snapshotId))
                      .setting(notExist)
                      .done(),
                  otherwise().failsInArrayWords("[ERROR] ")})
       .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully de-activated the LUN snapshot with ID [%s]", id);
+        call.line(0, "Successfully de-activated the LUN snapshot with ID [%s]", snapshotId);
       });
 }
 
 CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::string vstoreId) {
-  HuaweiJSONDeleteLUNSnapshot request(m_jobId, snapshotId);
-  const char* id = snapshotId.c_str();
   return secondGeneration("ZrManageHuawei::deleteLUNSnapshot",
                           "CXoError ZrManageHuawei::deleteLUNSnapshot(const string&, std::string)")
-      .guard("deleteLUNSnapshot")
       .required(snapshotId, "[ERROR] The LUN snapshot ID is empty")
-      .sends(request,
+      .sends(StatusRequest("HuaweiJSONDeleteLUNSnapshot::parseResponse"),
              {HUAWEI_REQ_DELETE, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
               HuaweiOpType::DELETE_LUN_SNAPSHOT},
              SecondGenerationTexts::change(""))
       // A snapshot deleted from outside counts as deleted.
-      .reacting(CodeReactions{
-          on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
-              .line(0,
-                    YbString::Format(
-                        "The snapshot LUN with ID [%s] does not exist. The snapshot may have been externally deleted.",
-                        id))
-              .done(),
-          otherwise().failsInArrayWords("[ERROR] ")}
-                    .everyRefusalTold(3,
-                                      YbString::Format("[ERROR] Unable to delete the LUN snapshot with ID [%s]", id)))
-      .run([&](SecondGenerationCall& call) { call.line(0, "Successfully deleted the LUN snapshot with ID [%s]", id); });
+      .reacting(
+          CodeReactions{on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
+                            .line(0, formatted("The snapshot LUN with ID [%s] does not exist. The snapshot may "
+                                               "have been externally deleted.",
+                                               snapshotId))
+                            .done(),
+                        otherwise().failsInArrayWords("[ERROR] ")}
+              .everyRefusalTold(3, formatted("[ERROR] Unable to delete the LUN snapshot with ID [%s]", snapshotId)))
+      .run([&](SecondGenerationCall& call) {
+        call.line(0, "Successfully deleted the LUN snapshot with ID [%s]", snapshotId);
+      });
 }
 
 CXoError ZrManageHuawei::revertLUNSnapshot(std::string const& snapshotId, std::string const& rollbackSpeed,
                                            std::string vstoreId) {
-  HuaweiJSONRevertLUNSnapshot request(m_jobId, snapshotId, rollbackSpeed, vstoreId);
   return secondGeneration("ZrManageHuawei::revertLUNSnapshot",
                           "CXoError ZrManageHuawei::revertLUNSnapshot(const string&, const string&, std::string)")
-      .guard("revertLUNSnapshot")
       .required({&snapshotId})
       // The array's words are not read here: the refusal says "[ERROR] " and no more, and the detail
       // stands in the transport's log.
-      .sends(request, {HUAWEI_REQ_PUT, "snapshot/rollback", HuaweiOpType::REVERT_LUN_SNAPSHOT},
+      .sends(StatusRequest("HuaweiJSONRevertLUNSnapshot::parseResponse",
+                           "{" + quoted("ID", snapshotId) + "," + quoted("ROLLBACKSPEED", rollbackSpeed) + " " +
+                               vstore(vstoreId) + "}",
+                           {HuaweiResponse::CodeWidth::Unsigned64}),
+             {HUAWEI_REQ_PUT, "snapshot/rollback", HuaweiOpType::REVERT_LUN_SNAPSHOT},
              SecondGenerationTexts::change("[ERROR] "))
       .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully reverted the LUN snapshot with ID [%s]", snapshotId.c_str());
+        call.line(0, "Successfully reverted the LUN snapshot with ID [%s]", snapshotId);
       });
 }

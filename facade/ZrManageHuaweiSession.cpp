@@ -91,8 +91,7 @@ bool ZrManageHuawei::setTokenInfo() {
   HuaweiJSONGetTokenInfo request(m_jobId, m_restApi->getUserName(), m_restApi->getPassword());
   OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::setTokenInfo", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
-  call.guard("setTokenInfo")
-      .sends(request, {HUAWEI_REQ_POST, "", HuaweiOpType::SET_TOKEN_INFO},
+  call.sends(request, {HUAWEI_REQ_POST, "", HuaweiOpType::SET_TOKEN_INFO},
              FirstGenerationTexts("Unable to get the base token information"));
   const bool done = call.run([&] {
     std::string baseToken;

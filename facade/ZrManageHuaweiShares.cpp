@@ -223,7 +223,7 @@ bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& na
 bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string vstoreId) {
   OperationLog log = OperationLog::facade(m_debug, "deleteCIFSShare", m_jobId);
   FirstGenerationCall call = firstGeneration(log);
-  if (!call.guard("deleteCIFSShare").checked()) return false;
+  if (!call.checked()) return false;
   _HuaweiShareInfo share;
   if (!getShareInfoByName(share, kCIFSProtocol, shareName, vstoreId)) {
     log.failure("Unable to get CIFS Share information for the share name [%s]", shareName.c_str());
@@ -250,7 +250,6 @@ bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissio
   OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissions", m_jobId);
   // No filter: every permission of the array (or vStore) comes, and callers narrow the list.
   return firstGeneration(log)
-             .guard("getCIFSSharePermissions")
              .sends(request,
                     {HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId),
                      HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS},
@@ -277,7 +276,6 @@ bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::stri
   OperationLog log = OperationLog::facade(m_debug, "addCIFSSharePermission", m_jobId);
   // Other refusals go on to the parser, which reports the array's code.
   return firstGeneration(log)
-      .guard("addCIFSSharePermission")
       .sends(request, {HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION},
              FirstGenerationTexts())
       .reacting({on(HuaweiArrayCode::CIFS_PERMISSION_ALREADY_EXISTS)
@@ -304,7 +302,6 @@ bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fil
       YbString::Format("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name.c_str(),
                        sharePath.c_str(), fileSystemId.c_str());
   return firstGeneration(log)
-      .guard("createNFSShare")
       .sends(request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE}, FirstGenerationTexts(failed))
       .run([&] {
         shareId = request.getNFShareID();
@@ -319,7 +316,6 @@ bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vsto
   // A share that is gone is a failure.
   const std::string failed = YbString::Format("[ERROR] Unable to delete the NFS share with ID [%s].", shareId.c_str());
   return firstGeneration(log)
-      .guard("deleteNFSShare")
       .required(shareId, "ShareID")
       .sends(request,
              {HUAWEI_REQ_DELETE, ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId),
@@ -333,7 +329,6 @@ bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionI
   HuaweiJSONGetNFSSharePermissionInfo request(m_jobId);
   OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissions", m_jobId);
   return firstGeneration(log)
-             .guard("getNFSSharePermissions")
              .sends(request,
                     {HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId),
                      HuaweiOpType::GET_NFS_SHARE_PERMISSIONS},
@@ -364,7 +359,6 @@ bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::strin
   const std::string failed =
       YbString::Format("Unable to add IP [%s] to the NFS share [%s].", name.c_str(), shareId.c_str());
   return firstGeneration(log)
-      .guard("addNFSSharePermission")
       .sends(request, {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION},
              FirstGenerationTexts())
       .reacting({otherwise().fails(failed, 0)})
@@ -380,7 +374,6 @@ bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, s
       YbString::Format("[ERROR] Unable to delete the NFS share permission with ID [%s]", permissionId.c_str());
   // Gone already is what a deletion wants; the prefix stands in the text all the same.
   return firstGeneration(log)
-      .guard("deleteNFSSharePermission")
       .required(permissionId, "PermissionID")
       .sends(request,
              {HUAWEI_REQ_DELETE, ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),

@@ -49,4 +49,12 @@ inline std::string vstore(const std::string& vstoreId) {
   return HuaweiVstore::isNone(vstoreId) ? std::string() : ",\"vstoreId\":\"" + RequestPlacement::jsonString(vstoreId) + "\" ";
 }
 
+// The body that ties an object to its owner: {"ID":"owner", "ASSOCIATEOBJID":"object",
+// "ASSOCIATEOBJTYPE":type} with the vStore piece right before the brace.
+inline std::string association(const std::string& ownerId, const std::string& objectId, const std::string& objectType,
+                               const std::string& vstoreId) {
+  return "{" + quoted("ID", ownerId) + ", " + quoted("ASSOCIATEOBJID", objectId) + ", " +
+         bare("ASSOCIATEOBJTYPE", objectType) + vstore(vstoreId) + "}";
+}
+
 }  // namespace HandBuiltPiece

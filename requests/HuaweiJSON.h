@@ -3,11 +3,9 @@
 
 #include "HuaweiJSONBase.h"
 #include "HuaweiJSONBaseV2.h"
+#include "HuaweiJSONChangeListRequests.h"
 #include "HuaweiJSONDeleteRequest.h"
+#include "HuaweiJSONFileSystemSnapshotRequests.h"
 #include "HuaweiJSONGetTokenInfo.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiRequestTypes.h"
-#include "HuaweiJSONArrayIdentityRequests.h"
-#include "HuaweiJSONChangeListRequests.h"
-#include "HuaweiJSONFileSystemRequests.h"
-#include "HuaweiJSONFileSystemSnapshotRequests.h"

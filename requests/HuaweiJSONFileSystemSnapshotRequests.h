@@ -35,10 +35,3 @@ class HuaweiJSONDeleteFileSystemSnapshot : public HuaweiJSONBase {
  private:
   std::string m_snapshotId;
 };
-
-class HuaweiJSONGetFileSystemSnapshotInfo : public HuaweiJSONRecordObject<_HuaweiSnapshotInfo> {
- public:
-  explicit HuaweiJSONGetFileSystemSnapshotInfo(unsigned long long const& jobId)
-      : HuaweiJSONRecordObject(jobId, HuaweiResponse::plainRules("HuaweiJSONGetSnapshotInfo::parseResponse")) {}
-  void getSnapshotInfo(_HuaweiSnapshotInfo& info) { info = m_record; }
-};

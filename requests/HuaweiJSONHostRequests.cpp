@@ -1,11 +1,5 @@
 #include "HuaweiJSONHostRequests.h"
 
-#include "HandBuiltBody.h"
-
-using HandBuiltPiece::bare;
-using HandBuiltPiece::quoted;
-using HandBuiltPiece::vstore;
-
 namespace {
 
 // The lookup gives the host's name where the initiator's would stand; a single object may lack
@@ -37,34 +31,4 @@ bool HuaweiJSONGetInitiatorInfo::parseResponse(std::string& response) {
     return HuaweiResponse::appendRecords(list, m_initiators, readOne);
   };
   return HuaweiResponse::readDataList(m_jobId, answer, HuaweiResponse::sanRules(logName), readAll);
-}
-
-bool HuaweiJSONCreateHost::buildRequest(std::string& body) {
-  body = "{" + quoted("NAME", m_record.name) + ", " + quoted("OPERATIONSYSTEM", m_record.operatingSystem) + " " +
-         vstore(m_record.vstoreId) + "}";
-  return true;
-}
-
-bool HuaweiJSONCreateInitiator::buildRequest(std::string& body) {
-  body = "{" + quoted("ID", m_record.id) + " ";
-  if (!m_record.parentId.empty()) body += "," + quoted("PARENTID", m_record.parentId) + " ";
-  body += vstore(m_record.vstoreId) + "}";
-  return true;
-}
-
-bool HuaweiJSONUpdateInitiator::buildRequest(std::string& body) {
-  body = "{" + quoted("PARENTID", m_initiator.parentId) + " " + vstore(m_initiator.vstoreId) + "}";
-  return true;
-}
-
-bool HuaweiJSONCreateHostGroup::buildRequest(std::string& body) {
-  body = "{" + quoted("NAME", m_record.name) + " " + vstore(m_record.vstoreId) + "}";
-  return true;
-}
-
-bool HuaweiJSONAssociateHostWithHostGroup::buildRequest(std::string& body) {
-  // The type goes bare, with nothing behind it.
-  body = "{" + quoted("ID", m_hostGroupId) + ", " + quoted("ASSOCIATEOBJID", m_hostId) + ", " +
-         bare("ASSOCIATEOBJTYPE", m_objectType) + vstore(m_vstoreId) + "}";
-  return true;
 }

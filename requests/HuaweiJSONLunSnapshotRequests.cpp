@@ -11,19 +11,3 @@ bool HuaweiJSONCreateLUNSnapshot::buildRequest(std::string& body) {
          " " + vstore(m_record.vstoreId) + "}";
   return true;
 }
-
-bool HuaweiJSONActivateLUNSnapshot::buildRequest(std::string& body) {
-  body = "{\"SNAPSHOTLIST\":[" + m_snapshotList + "]" + vstore(m_vstoreId) + "}";
-  return true;
-}
-
-bool HuaweiJSONDeActivateLUNSnapshot::buildRequest(std::string& body) {
-  body = "{" + quoted("ID", m_snapshotId) + " " + vstore(m_vstoreId) + "}";
-  return true;
-}
-
-bool HuaweiJSONRevertLUNSnapshot::buildRequest(std::string& body) {
-  body = "{" + quoted("ID", m_snapshotId) + "," + quoted("ROLLBACKSPEED", m_rollbackSpeed) + " " + vstore(m_vstoreId) +
-         "}";
-  return true;
-}

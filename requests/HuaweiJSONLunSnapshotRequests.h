@@ -1,4 +1,5 @@
-// Requests of LUNs and LUN snapshots: lookups, and a snapshot's life from creation to deletion.
+// Requests of LUNs and LUN snapshots that read more than a key table: the LUN lookup and the
+// creation of a snapshot or a copy.
 #pragma once
 
 #include <string>
@@ -17,21 +18,6 @@ class HuaweiJSONGetLUNInfo : public HuaweiJSONRecordObject<_HuaweiLUNInfo> {
   bool readData(const jsonxx::Object& data) override { return m_record.parseFromJson(data); }
 };
 
-class HuaweiJSONGetLUNSnapshotInfo : public HuaweiJSONRecordObject<_HuaweiLUNSnapshotInfo> {
- public:
-  explicit HuaweiJSONGetLUNSnapshotInfo(unsigned long long const& jobId)
-      : HuaweiJSONRecordObject(jobId, HuaweiResponse::sanRules("HuaweiJSONGetLUNSnapshotInfo::parseResponse")) {}
-  void getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& info) { info = m_record; }
-};
-
-class HuaweiJSONGetLUNSnapshotInfoByName : public HuaweiJSONRecordList<_HuaweiLUNSnapshotInfo> {
- public:
-  explicit HuaweiJSONGetLUNSnapshotInfoByName(unsigned long long const& jobId)
-      : HuaweiJSONRecordList(jobId, HuaweiResponse::sanRules("HuaweiJSONGetLUNSnapshotInfoByName::parseResponse",
-                                                             HuaweiResponse::WithoutData::Status)) {}
-  void getLUNSnapshotInfoByName(std::vector<_HuaweiLUNSnapshotInfo>& snapshots) { snapshots = m_records; }
-};
-
 // Creates a snapshot of the LUN in parentId, or, when isCopy is set, a copy of the snapshot in
 // parentId. Its lines carry job 0: the job identifier is not kept.
 class HuaweiJSONCreateLUNSnapshot : public HuaweiJSONRecordObject<_HuaweiLUNSnapshotInfo> {
@@ -40,59 +26,4 @@ class HuaweiJSONCreateLUNSnapshot : public HuaweiJSONRecordObject<_HuaweiLUNSnap
       : HuaweiJSONRecordObject(0, HuaweiResponse::sanRules("HuaweiJSONCreateLUNSnapshot::parseResponse"), snapshot) {}
   bool buildRequest(std::string& body) override;
   void getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& info) { info = m_record; }
-};
-
-class HuaweiJSONActivateLUNSnapshot : public HuaweiJSONStatusAnswer {
- public:
-  // snapshotList: the identifiers joined by commas, sent bare.
-  HuaweiJSONActivateLUNSnapshot(unsigned long long const& jobId, std::string const& snapshotList,
-                                std::string const& vstoreId)
-      : HuaweiJSONStatusAnswer(jobId, "HuaweiJSONActivateLUNSnapshot::parseResponse"),
-        m_snapshotList(snapshotList),
-        m_vstoreId(vstoreId) {}
-  bool buildRequest(std::string& body) override;
-
- private:
-  std::string m_snapshotList;
-  std::string m_vstoreId;
-};
-
-class HuaweiJSONDeActivateLUNSnapshot : public HuaweiJSONStatusAnswer {
- public:
-  HuaweiJSONDeActivateLUNSnapshot(unsigned long long const& jobId, std::string const& snapshotId,
-                                  std::string const& vstoreId)
-      : HuaweiJSONStatusAnswer(jobId, "HuaweiJSONDeActivateLUNSnapshot::parseResponse"),
-        m_snapshotId(snapshotId),
-        m_vstoreId(vstoreId) {}
-  bool buildRequest(std::string& body) override;
-
- private:
-  std::string m_snapshotId;
-  std::string m_vstoreId;
-};
-
-class HuaweiJSONDeleteLUNSnapshot : public HuaweiJSONStatusAnswer {
- public:
-  HuaweiJSONDeleteLUNSnapshot(unsigned long long const& jobId, std::string const& snapshotId)
-      : HuaweiJSONStatusAnswer(jobId, "HuaweiJSONDeleteLUNSnapshot::parseResponse"), m_snapshotId(snapshotId) {}
-
- private:
-  std::string m_snapshotId;
-};
-
-class HuaweiJSONRevertLUNSnapshot : public HuaweiJSONStatusAnswer {
- public:
-  HuaweiJSONRevertLUNSnapshot(unsigned long long const& jobId, std::string const& snapshotId,
-                              std::string const& rollbackSpeed, std::string const& vstoreId)
-      : HuaweiJSONStatusAnswer(jobId, "HuaweiJSONRevertLUNSnapshot::parseResponse",
-                               {HuaweiResponse::CodeWidth::Unsigned64}),
-        m_snapshotId(snapshotId),
-        m_rollbackSpeed(rollbackSpeed),
-        m_vstoreId(vstoreId) {}
-  bool buildRequest(std::string& body) override;
-
- private:
-  std::string m_snapshotId;
-  std::string m_rollbackSpeed;
-  std::string m_vstoreId;
 };

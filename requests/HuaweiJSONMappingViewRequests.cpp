@@ -7,7 +7,7 @@ HuaweiJSONCreateMappingView::HuaweiJSONCreateMappingView(unsigned long long cons
     : HuaweiJSONRecordObject(jobId, HuaweiResponse::sanRules("HuaweiJSONCreateMappingView::parseResponse"), view) {}
 
 bool HuaweiJSONCreateMappingView::buildRequest(std::string& body) {
-  body = closedWithVstore("{" + HandBuiltPiece::quoted("NAME", m_record.name) + " ", m_record.vstoreId);
+  body = "{" + HandBuiltPiece::quoted("NAME", m_record.name) + " " + HandBuiltPiece::vstore(m_record.vstoreId) + "}";
   return true;
 }
 

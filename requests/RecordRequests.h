@@ -6,6 +6,7 @@
 #include <functional>
 #include <list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "HuaweiJSONBase.h"
@@ -145,3 +146,61 @@ class HuaweiJSONStatusAnswer : public HuaweiJSONBase {
   const char* m_logName;
   HuaweiResponse::StatusReport m_report;
 };
+
+// Generic requests: an operation that sends only a method, a resource and a body of placed values,
+// and reads its answer by its status or through a record's key table, needs no class of its own.
+// The call that sends one keeps it and gives it the operation's job identifier (forJob). The log
+// name is the one the answer's lines carry.
+class StatusRequest final : public HuaweiJSONStatusAnswer {
+ public:
+  explicit StatusRequest(const char* logName, std::string body = std::string(),
+                         HuaweiResponse::StatusReport report = HuaweiResponse::StatusReport())
+      : HuaweiJSONStatusAnswer(0, logName, report), m_body(std::move(body)) {}
+  bool buildRequest(std::string& body) override { return body = m_body, true; }
+  void forJob(unsigned long long jobId) { m_jobId = jobId; }
+
+ private:
+  std::string m_body;
+};
+
+// Reads the record into `destination` once the whole answer is read; `sent` is what the record
+// holds until then.
+template <class Record>
+class RecordRequest final : public HuaweiJSONRecordObject<Record> {
+ public:
+  RecordRequest(Record& destination, HuaweiResponse::ReadingRules rules, std::string body = std::string(),
+                const Record& sent = Record())
+      : HuaweiJSONRecordObject<Record>(0, rules, sent), m_destination(&destination), m_body(std::move(body)) {}
+  bool buildRequest(std::string& body) override { return body = m_body, true; }
+  bool parseResponse(std::string& response) override {
+    if (!HuaweiJSONRecordObject<Record>::parseResponse(response)) return false;
+    *m_destination = this->m_record;
+    return true;
+  }
+  void forJob(unsigned long long jobId) { this->m_jobId = jobId; }
+
+ private:
+  Record* m_destination;
+  std::string m_body;
+};
+
+template <class Record, template <class...> class Sequence>
+class RecordListRequest final : public HuaweiJSONRecordList<Record, Sequence> {
+ public:
+  RecordListRequest(Sequence<Record>& destination, HuaweiResponse::ReadingRules rules)
+      : HuaweiJSONRecordList<Record, Sequence>(0, rules), m_destination(&destination) {}
+  bool parseResponse(std::string& response) override {
+    if (!HuaweiJSONRecordList<Record, Sequence>::parseResponse(response)) return false;
+    *m_destination = this->m_records;
+    return true;
+  }
+  void forJob(unsigned long long jobId) { this->m_jobId = jobId; }
+
+ private:
+  Sequence<Record>* m_destination;
+};
+
+template <class Record>
+RecordListRequest(std::vector<Record>&, HuaweiResponse::ReadingRules) -> RecordListRequest<Record, std::vector>;
+template <class Record>
+RecordListRequest(std::list<Record>&, HuaweiResponse::ReadingRules) -> RecordListRequest<Record, std::list>;

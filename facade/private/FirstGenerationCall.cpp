@@ -3,6 +3,9 @@
 #include "OperationLog.h"
 #include "YbString.h"
 
+FirstGenerationCall::FirstGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log)
+    : PlainCallBase(transport, sessionOpen, log), m_guardName(operationName(log.name())) {}
+
 FirstGenerationCall& FirstGenerationCall::guard(const char* guardName, const char* prefix) {
   m_guardName = guardName;
   m_guardPrefix = prefix;

@@ -11,9 +11,8 @@
 
 #include "CodeReactions.h"
 #include "FailureTexts.h"
+#include "OperationLog.h"
 #include "PlainCall.h"
-
-class OperationLog;
 
 // A first-generation operation's texts: a refused send is told in the operation's own words (in
 // none when it has none), the other steps in the frame's unless the operation says otherwise.
@@ -36,16 +35,23 @@ class FirstGenerationAdoption {
 
 class FirstGenerationCall : public PlainCallBase {
  public:
-  using PlainCallBase::PlainCallBase;
+  // The guard names the operation as the log does, without "ZrManageHuawei::".
+  FirstGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log);
 
-  // The guard names guardName, which is not always the operation's own; its line begins with
-  // `prefix`. An operation without a guard leaves the session to the operations it calls.
+  // A guard that names guardName, where the operation is known by another name; its line begins
+  // with `prefix`.
   FirstGenerationCall& guard(const char* guardName, const char* prefix = "");
+  // For an operation that leaves the session to the operations it calls.
+  FirstGenerationCall& unguarded() { return m_guardName = nullptr, *this; }
   // Fails with "The input parameter [<label>] is empty" when `value` is empty.
   FirstGenerationCall& required(const std::string& value, const char* label);
   // Fails with `text` when `refused` holds. Checks are made in the order given, after the guard.
   FirstGenerationCall& refusing(bool refused, std::string text);
   FirstGenerationCall& sends(HuaweiJSONBase& request, PlainCall call, FirstGenerationTexts texts);
+  template <class Request, Generic<Request> = 0>
+  FirstGenerationCall& sends(Request&& request, PlainCall call, FirstGenerationTexts texts) {
+    return sends(keep(std::move(request), m_log.jobId()), std::move(call), std::move(texts));
+  }
   // The rows that answer the array's codes; a refusal that none answers is told in the texts'
   // words for a refused send.
   FirstGenerationCall& reacting(CodeReactions reactions) { return m_reactions = std::move(reactions), *this; }

@@ -1,5 +1,7 @@
 #include "PlainCall.h"
 
+#include <cstring>
+
 #include "HuaweiJSONBase.h"
 #include "HuaweiRestAPI.h"
 #include "OperationLog.h"
@@ -12,6 +14,11 @@ const char kParseFailedText[] = "Unable to parse the JSON Response";
 std::string guardText(const char* operationName) {
   return YbString::Format("Before calling %s(), please initialize Huawei params using ZrManageHuawei::init().",
                           operationName);
+}
+
+const char* operationName(const char* logName) {
+  static const char kFacade[] = "ZrManageHuawei::";
+  return std::strncmp(logName, kFacade, sizeof kFacade - 1) == 0 ? logName + sizeof kFacade - 1 : logName;
 }
 
 FrameStep PlainCallFrame::exchange(HuaweiJSONBase& request, const PlainCall& call) {

@@ -4,13 +4,15 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
+#include <type_traits>
 
 #include "CodeReactions.h"
 #include "HuaweiApiResultStatus.h"
 #include "HuaweiRequestTypes.h"
-#include "ResourcePath.h"
 #include "RequiredValueContainment.h"
+#include "ResourcePath.h"
 
 class HuaweiJSONBase;
 class HuaweiRestAPI;
@@ -65,7 +67,20 @@ class PlainCallBase {
   bool sent() const { return m_frame.sent(); }
   OperationLog& log() { return m_log; }
 
+  // A generic request (requests/RecordRequests.h) handed over by value: the call keeps it for
+  // its life and gives it the operation's job identifier.
+  template <class Request>
+  using Generic = std::enable_if_t<!std::is_lvalue_reference<Request>::value, int>;
+
  protected:
+  template <class Request>
+  HuaweiJSONBase& keep(Request&& request, unsigned long long jobId) {
+    auto kept = std::make_shared<Request>(std::move(request));
+    kept->forJob(jobId);
+    m_keptRequest = kept;
+    return *kept;
+  }
+
   // The row of `reactions` that answers the refused send of the last exchange, with the table's
   // and the row's lines told and the row's flag set; none when no row answers it.
   const CodeReaction* reactToRefusal(const CodeReactions& reactions);
@@ -80,10 +95,13 @@ class PlainCallBase {
   PlainCallFrame m_frame;
   bool m_sessionOpen;
   OperationLog& m_log;
+  std::shared_ptr<HuaweiJSONBase> m_keptRequest;
 };
 
 // Guard texts name the operation; ZrManageHuawei::init() does not exist, the text stands as it is.
 std::string guardText(const char* operationName);
+// The operation's name in a log name: what follows "ZrManageHuawei::", or all of it.
+const char* operationName(const char* logName);
 extern const char kBuildFailedText[];
 // The level of failure lines.
 const int kFailureLevel = -1;

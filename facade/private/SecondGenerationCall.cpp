@@ -31,6 +31,13 @@ CXoError SecondGenerationCall::error(const std::string& words, Rendering renderi
   return error(rendering == Rendering::AsFormat ? YbString::Format(words) : words);
 }
 
+SecondGenerationCall::SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug,
+                                           const char* logName, unsigned long long jobId, const char* signature)
+    : OwnLog(debug, logName, jobId),
+      PlainCallBase(transport, sessionOpen, m_ownLog),
+      m_signature(signature),
+      m_guardName(operationName(logName)) {}
+
 SecondGenerationCall& SecondGenerationCall::guard(const char* operationName, GuardStyle style) {
   m_guardName = operationName;
   m_guardStyle = style;

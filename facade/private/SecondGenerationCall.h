@@ -15,6 +15,7 @@
 #include "CXoError.h"
 #include "CodeReactions.h"
 #include "FailureTexts.h"
+#include "FormatArguments.h"
 #include "OperationLog.h"
 #include "PlainCall.h"
 #include "YbString.h"
@@ -62,12 +63,15 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
  public:
   // Lines go through `debug` under logName; signature is the operation's signature as text, e.g.
   // "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)".
+  // The guard names the operation as logName does, without "ZrManageHuawei::".
   SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* logName,
-                       unsigned long long jobId, const char* signature)
-      : OwnLog(debug, logName, jobId), PlainCallBase(transport, sessionOpen, m_ownLog), m_signature(signature) {}
+                       unsigned long long jobId, const char* signature);
 
-  // The guard names operationName, which is not always the operation's own.
+  // A guard that names operationName, where the operation is known by another name.
   SecondGenerationCall& guard(const char* operationName, GuardStyle style = GuardStyle::ErrorPrefix);
+  SecondGenerationCall& guard(GuardStyle style) { return m_guardStyle = style, *this; }
+  // For an operation that leaves the session to the operations it calls.
+  SecondGenerationCall& unguarded() { return m_guardName = nullptr, *this; }
   // A value that must not be empty, with the operation's text for when it is.
   template <typename Value>
   SecondGenerationCall& required(const Value& value, const char* text) {
@@ -77,6 +81,10 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   // Values that must not be empty, with "[ERROR] Invalid input parameters" for when one is.
   SecondGenerationCall& required(std::initializer_list<const std::string*> values);
   SecondGenerationCall& sends(HuaweiJSONBase& request, PlainCall call, SecondGenerationTexts texts);
+  template <class Request, Generic<Request> = 0>
+  SecondGenerationCall& sends(Request&& request, PlainCall call, SecondGenerationTexts texts) {
+    return sends(keep(std::move(request), m_ownLog.jobId()), std::move(call), std::move(texts));
+  }
   // Refused sends that no row answers fail in the texts' words, told nowhere.
   SecondGenerationCall& reacting(CodeReactions reactions) { return m_reactions = std::move(reactions), *this; }
   // The lookup that rows reacting with Reaction::Adopt run.
@@ -90,7 +98,7 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
     if constexpr (sizeof...(Arguments) == 0) {
       m_log.line(level, "%s", format);
     } else {
-      m_log.line(level, format, arguments...);
+      m_log.line(level, format, FormatArgument::of(arguments)...);
     }
   }
 
@@ -115,7 +123,7 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   CXoError error(const std::string& text) const;
   template <typename First, typename... Rest>
   CXoError error(const char* format, First first, Rest... rest) const {
-    return error(YbString::Format(format, first, rest...));
+    return error(formatted(format, first, rest...));
   }
   // An error in words from outside, as written or rendered as a format; rendering gives "%" for
   // "%%", and any other directive stands as written (YbString::Format(std::string)).

@@ -8,7 +8,6 @@
 #include <gmock/gmock.h>
 
 #include "HandBuiltBody.h"
-#include "HuaweiJSONHostRequests.h"
 #include "HuaweiJSONLunGroupRequests.h"
 #include "HuaweiJSONProvisioningRequests.h"
 #include "RequestPlacement.h"
@@ -88,12 +87,6 @@ TEST(OrdinaryValues, EveryBuilderSendsThePlainConcatenation) {
               "{\"NAME\":\"" + v + "\" ,\"vstoreId\":\"" + w + "\" }");
     EXPECT_EQ(HandBuiltPiece::quoted("ID", v) + HandBuiltPiece::vstore(w),
               "\"ID\":\"" + v + "\",\"vstoreId\":\"" + w + "\" ");
-    _HuaweiHostGroupInfo group;
-    group.name = v;
-    group.vstoreId = w;
-    std::string body;
-    HuaweiJSONCreateHostGroup(1, group).buildRequest(body);
-    EXPECT_EQ(body, "{\"NAME\":\"" + v + "\" ,\"vstoreId\":\"" + w + "\" }");
 
     const std::string q = ordinaryValue(random, queryAlphabet);
     const std::string s = ordinaryValue(random, queryAlphabet);
