@@ -107,5 +107,5 @@ bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionI
              {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
               HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
              FirstGenerationTexts("Unable to delete change list session information"))
-      .run([&] { log.line(0, "Successfully deleted the Session ID[%s]", sessionId.c_str()); });
+      .runTelling("Successfully deleted the Session ID[%s]", sessionId);
 }

@@ -55,7 +55,7 @@ bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _H
                   HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO},
                  FirstGenerationTexts("Unable to get the snapshot information."))
           .reacting({on(HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST).setting(absent)})
-          .run([&] { log.line(0, "Successfully got the snapshot information for [%s].", info.id.c_str()); });
+          .runTelling("Successfully got the snapshot information for [%s].", info.id);
   if (absent) {
     info.id = snapshotId;
     info.notExist = true;
@@ -93,9 +93,9 @@ bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std
   if (info.snapType == kIncrementalBackupSnapshotType) resource.add("DELINCREMENTALBACKUPSNAP", "true");
   resource.vstore(vstoreId);
 
-  HuaweiJSONDeleteFileSystemSnapshot request(m_jobId, snapshotId);
   return call
-      .sends(request, {HUAWEI_REQ_DELETE, resource, HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
+      .sends(DeletionRequest(HuaweiResponse::ParserLog{"HuaweiJSONDeleteSnapshot::parseResponse"}),
+             {HUAWEI_REQ_DELETE, resource, HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
              FirstGenerationTexts("Unable to delete the snapshot"))
-      .run([&] { log.line(0, "Successfully deleted the Snapshot ID[%s]", snapshotId.c_str()); });
+      .runTelling("Successfully deleted the Snapshot ID[%s]", snapshotId);
 }

@@ -74,9 +74,9 @@ CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiat
                                           std::string vstoreId) {
   HuaweiJSONGetInitiatorInfo request(m_jobId);
   const InitiatorKind kind(isISCSI);
-  return secondGeneration(
-             "ZrManageHuawei::getInitiatorInfo",
-             "CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, std::string)")
+  return secondGeneration("ZrManageHuawei::getInitiatorInfo",
+                          "CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, "
+                          "std::string)")
       .guard("getISCSIInitiatorInfo", GuardStyle::Bare)
       // These words for both kinds.
       .sends(request, {HUAWEI_REQ_GET, ResourcePath(kind.resource).vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO},
@@ -92,9 +92,9 @@ CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiat
 
 CXoError ZrManageHuawei::getHostIDFromInitiatorID(std::string const& initiatorId, bool const& isISCSI,
                                                   std::string& hostId, std::string vstoreId) {
-  SecondGenerationCall call = secondGeneration(
-      "ZrManageHuawei::getHostIDFromInitiatorID",
-      "CXoError ZrManageHuawei::getHostIDFromInitiatorID(const string&, const bool&, std::string&, std::string)");
+  SecondGenerationCall call = secondGeneration("ZrManageHuawei::getHostIDFromInitiatorID",
+                                               "CXoError ZrManageHuawei::getHostIDFromInitiatorID(const string&, "
+                                               "const bool&, std::string&, std::string)");
   _HuaweiInitiator initiator;
   if (getInitiatorInfoFromID(initiator, initiatorId, isISCSI, vstoreId).IsError() || initiator.id.empty()) {
     return call.error("[ERROR] Unable to get the information for Initiator with ID [%s].", initiatorId);
@@ -144,15 +144,13 @@ CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string co
                            "{" + quoted("NAME", hostName) + ", " + quoted("OPERATIONSYSTEM", wanted.operatingSystem) +
                                " " + vstore(vstoreId) + "}",
                            wanted),
-             {HUAWEI_REQ_POST, "host", HuaweiOpType::CREATE_HOST}, SecondGenerationTexts::change(""))
+             {HUAWEI_REQ_POST, "host", HuaweiOpType::CREATE_HOST})
       .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
                      .line(3, formatted("The host [%s] already exists", hostName))
                      .adopts(),
                  otherwise().line(3, failure).fails(failure)})
       .adopting(adoption)
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully created the host with name [%s]", hostInfo.name);
-      });
+      .runTelling("Successfully created the host with name [%s]", hostInfo.name);
 }
 
 CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::string const& initiatorId,
@@ -170,7 +168,7 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
       .required({&initiatorId})
       .sends(RecordRequest(initiatorInfo, sanRules("HuaweiJSONCreateInitiator::parseResponse"),
                            "{" + quoted("ID", initiatorId) + " " + parent + vstore(vstoreId) + "}", wanted),
-             {HUAWEI_REQ_POST, kind.resource, HuaweiOpType::CREATE_INITIATOR}, SecondGenerationTexts::change(""))
+             {HUAWEI_REQ_POST, kind.resource, HuaweiOpType::CREATE_INITIATOR})
       // An existing initiator is an error and a flag at once: the caller decides what to do with it.
       .reacting(
           CodeReactions{on(HuaweiArrayCode::INITIATOR_ALREADY_EXISTS)
@@ -184,10 +182,8 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
                         otherwise().failsInArrayWords("[ERROR] ")}
               .everyRefusalTold(3, formatted("[ERROR] Failed to create initiator with ID [%s] Host ID [%s]",
                                              initiatorId, orEmptyWord(hostId))))
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully created the [%s] initiator with ID [%s] Host ID [%s]", kind.text, initiatorId,
+      .runTelling("Successfully created the [%s] initiator with ID [%s] Host ID [%s]", kind.text, initiatorId,
                   orEmptyWord(hostId));
-      });
 }
 
 CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorId, std::string const& hostId,
@@ -201,16 +197,13 @@ CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorI
                            "{" + quoted("PARENTID", hostId) + " " + vstore(vstoreId) + "}",
                            {HuaweiResponse::CodeWidth::Signed32, -1}),
              {HUAWEI_REQ_PUT, ResourcePath(InitiatorKind(isISCSI).resource).segment(initiatorId, "initiatorId"),
-              HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID},
-             SecondGenerationTexts::change(""))
+              HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID})
       .reacting(
           {otherwise()
                .line(3, formatted("[ERROR] Failed to associate initiator ID [%s] to Host ID [%s]", initiatorId, hostId))
                .fails(
                    formatted("[ERROR] Failed to associate initiator ID[%s]  with Host ID[%s]", initiatorId, hostId))})
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully associated the initiator with ID [%s] to the Host ID [%s]", initiatorId, hostId);
-      });
+      .runTelling("Successfully associated the initiator with ID [%s] to the Host ID [%s]", initiatorId, hostId);
 }
 
 CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName, std::string& hostGroupId,
@@ -248,21 +241,19 @@ CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, st
   // The answer gives the new group's ID and NAME; the vStore stays as sent.
   HuaweiResponse::ReadingRules identity = sanRules("HuaweiJSONCreateHostGroup::parseResponse");
   identity.keys = HuaweiKeys::Keys::RequiredOnly;
-  return secondGeneration(
-             "ZrManageHuawei::createHostGroup",
-             "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, std::string)")
+  return secondGeneration("ZrManageHuawei::createHostGroup",
+                          "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, "
+                          "std::string)")
       .required(hostGroupName, "[ERROR] The hostgroup name is empty")
       .sends(RecordRequest(hostGroupInfo, identity, "{" + quoted("NAME", hostGroupName) + " " + vstore(vstoreId) + "}",
                            wanted),
-             {HUAWEI_REQ_POST, "hostgroup", HuaweiOpType::CREATE_HOST_GROUP}, SecondGenerationTexts::change(""))
+             {HUAWEI_REQ_POST, "hostgroup", HuaweiOpType::CREATE_HOST_GROUP})
       .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
                      .line(3, formatted("The hostgroup with Name [%s] already exists", hostGroupName))
                      .adopts(),
                  otherwise().line(3, failure).fails(failure)})
       .adopting(adoption)
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully created the hostgroup with Name [%s] ID [%s]", hostGroupInfo.name, hostGroupInfo.id);
-      });
+      .runTelling("Successfully created the hostgroup with Name [%s] ID [%s]", hostGroupInfo.name, hostGroupInfo.id);
 }
 
 CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std::string const& hostId,
@@ -274,16 +265,13 @@ CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std:
       .required({&hostGroupId, &hostId})
       .sends(StatusRequest("HuaweiJSONAssociateHostWithHostGroup::parseResponse",
                            association(hostGroupId, hostId, HuaweiApiValue::OBJECT_TYPE_HOST.getValue(), vstoreId)),
-             {HUAWEI_REQ_POST, "hostgroup/associate", HuaweiOpType::HOST_GROUP_MEMBERSHIP},
-             SecondGenerationTexts::change(""))
+             {HUAWEI_REQ_POST, "hostgroup/associate", HuaweiOpType::HOST_GROUP_MEMBERSHIP})
       .reacting(
           {on(HuaweiArrayCode::HOST_ALREADY_IN_GROUP)
                .line(0, formatted("The host [%s] is already associated to the host group [%s]", hostId, hostGroupId))
                .done(),
            otherwise().line(3, failure).fails(failure)})
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully associated the Host [%s] with Host Group [%s]", hostId, hostGroupId);
-      });
+      .runTelling("Successfully associated the Host [%s] with Host Group [%s]", hostId, hostGroupId);
 }
 
 CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGroupId,
@@ -314,9 +302,9 @@ CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGro
 
 CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGroupId, std::string const& hostId,
                                                      std::string vstoreId) {
-  SecondGenerationCall call = secondGeneration(
-      "ZrManageHuawei::isHostAssociatedToHostGroup",
-      "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, const string&, std::string)");
+  SecondGenerationCall call = secondGeneration("ZrManageHuawei::isHostAssociatedToHostGroup",
+                                               "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, "
+                                               "const string&, std::string)");
   if (CXoError failed = call.unguarded().required({&hostGroupId, &hostId}).checked(); failed.IsError()) return failed;
   std::vector<_HuaweiLUNHostInfo> hosts;
   // An empty group fails with the text of the inner success, which is empty.

@@ -17,7 +17,7 @@ bool ZrManageHuawei::getSystemInformation(_HuaweiSystemInformation& info) {
       .sends(RecordRequest(info, plainRules("HuaweiJSONGetSystemInformation::parseResponse")),
              {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
              FirstGenerationTexts("Unable to get the system information."))
-      .run([&] { log.line(0, "Successfully got the system information for [%s].", info.name.c_str()); });
+      .runTelling("Successfully got the system information for [%s].", info.name);
 }
 
 bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings, std::string vstoreId) {
@@ -30,7 +30,7 @@ bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings
       .sends(RecordRequest(settings, plainRules("HuaweiJSONGetNDMPSettingsInfo::parseResponse")),
              {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
              FirstGenerationTexts("Unable to get the NDMP Service settings.").emptyResponseSays(kParseFailedText))
-      .run([&] { log.line(0, "Successfully got the NDMP Settings information."); });
+      .runTelling("Successfully got the NDMP Settings information.");
 }
 
 bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::string& vstoreName) {

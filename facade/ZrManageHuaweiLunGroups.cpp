@@ -72,9 +72,7 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
                      .adopts(),
                  otherwise().line(3, failure)})
       .adopting(adoption)
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully created the lungroup with Name [%s] ID [%s]", lunGroup.name, lunGroup.id);
-      });
+      .runTelling("Successfully created the lungroup with Name [%s] ID [%s]", lunGroup.name, lunGroup.id);
 }
 
 CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId, std::string const& lunId,
@@ -96,9 +94,7 @@ CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId,
                      .line(0, formatted("The LUN [%s] is already associated to the LUN group [%s]", lunId, lunGroupId))
                      .done(),
                  otherwise().line(3, failure)})
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully associated the Snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId);
-      });
+      .runTelling("Successfully associated the Snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId);
 }
 
 CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId,
@@ -180,7 +176,5 @@ CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::stri
               HuaweiOpType::DELETE_LUN_GROUP},
              SecondGenerationTexts(formatted("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId))
                  .emptyResponseSays("[ERROR] Empty response returned from the array"))
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully deleted the lungroup with ID [%s]", lunGroupId);
-      });
+      .runTelling("Successfully deleted the lungroup with ID [%s]", lunGroupId);
 }

@@ -63,9 +63,9 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
 
 CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                             bool& notExist, std::string vstoreId) {
-  return secondGeneration(
-             "ZrManageHuawei::getLUNSnapshotInfo",
-             "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
+  return secondGeneration("ZrManageHuawei::getLUNSnapshotInfo",
+                          "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, "
+                          "std::string)")
       .guard(GuardStyle::Bare)
       .required(snapshotId, "The entered snapshot ID is empty")
       .sends(RecordRequest(snapshotInfo, sanRules("HuaweiJSONGetLUNSnapshotInfo::parseResponse")),
@@ -77,9 +77,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo
                                      .setting(notExist)
                                      .fails(formatted("[ERROR] Snapshot LUN with ID [%s] does not exist", snapshotId)),
                                  formatted("[ERROR] Unable to find the snapshot LUN with ID [%s]", snapshotId)))
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully got the snapshot LUN information with ID [%s]", snapshotId);
-      });
+      .runTelling("Successfully got the snapshot LUN information with ID [%s]", snapshotId);
 }
 
 CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotName,
@@ -117,8 +115,7 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
                           "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const "
                           "string&, std::string)")
       .required({&lunId, &snapshotName})
-      .sends(request, {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT},
-             SecondGenerationTexts::change(""))
+      .sends(request, {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT})
       .reacting(absentOrDetailed(
           on(HuaweiArrayCode::LUN_DOES_NOT_EXIST).fails(formatted("[ERROR] LUN with ID [%s] does not exist", lunId)),
           formatted("[ERROR] Unable to create snapshot [%s] for LUN with ID [%s]", snapshotName, lunId)))
@@ -164,8 +161,7 @@ CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& sna
       .required(snapshotIds, "[ERROR] Invalid input parameters")
       .sends(StatusRequest("HuaweiJSONActivateLUNSnapshot::parseResponse",
                            "{\"SNAPSHOTLIST\":[" + list + "]" + vstore(vstoreId) + "}"),
-             {HUAWEI_REQ_POST, "snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT},
-             SecondGenerationTexts::change(""))
+             {HUAWEI_REQ_POST, "snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT})
       .reacting(
           CodeReactions{on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
                             .fails("[ERROR] The snapshot LUN does not exist.Enter a valid snapshot ID."),
@@ -174,9 +170,7 @@ CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& sna
                                    "inactive state and retry."),
                         otherwise().failsInArrayWords("[ERROR] ")}
               .everyRefusalTold(3, formatted("[ERROR] Unable to activate the LUN snapshot(s) with ID(s) [%s]", list)))
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully activated the LUN snapshot(s) with ID(s) [%s]", list);
-      });
+      .runTelling("Successfully activated the LUN snapshot(s) with ID(s) [%s]", list);
 }
 
 CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bool& notExist, std::string vstoreId) {
@@ -185,17 +179,14 @@ CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bo
       .required({&snapshotId})
       .sends(StatusRequest("HuaweiJSONDeActivateLUNSnapshot::parseResponse",
                            "{" + quoted("ID", snapshotId) + " " + vstore(vstoreId) + "}"),
-             {HUAWEI_REQ_PUT, "snapshot/stop", HuaweiOpType::DEACTIVATE_LUN_SNAPSHOT},
-             SecondGenerationTexts::change(""))
+             {HUAWEI_REQ_PUT, "snapshot/stop", HuaweiOpType::DEACTIVATE_LUN_SNAPSHOT})
       // Stopping a snapshot that is gone counts as done.
       .reacting({on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
                      .line(0, formatted("The LUN snapshot with ID [%s] does not exist", snapshotId))
                      .setting(notExist)
                      .done(),
                  otherwise().failsInArrayWords("[ERROR] ")})
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully de-activated the LUN snapshot with ID [%s]", snapshotId);
-      });
+      .runTelling("Successfully de-activated the LUN snapshot with ID [%s]", snapshotId);
 }
 
 CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::string vstoreId) {
@@ -204,8 +195,7 @@ CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::s
       .required(snapshotId, "[ERROR] The LUN snapshot ID is empty")
       .sends(StatusRequest("HuaweiJSONDeleteLUNSnapshot::parseResponse"),
              {HUAWEI_REQ_DELETE, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
-              HuaweiOpType::DELETE_LUN_SNAPSHOT},
-             SecondGenerationTexts::change(""))
+              HuaweiOpType::DELETE_LUN_SNAPSHOT})
       // A snapshot deleted from outside counts as deleted.
       .reacting(
           CodeReactions{on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
@@ -215,9 +205,7 @@ CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::s
                             .done(),
                         otherwise().failsInArrayWords("[ERROR] ")}
               .everyRefusalTold(3, formatted("[ERROR] Unable to delete the LUN snapshot with ID [%s]", snapshotId)))
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully deleted the LUN snapshot with ID [%s]", snapshotId);
-      });
+      .runTelling("Successfully deleted the LUN snapshot with ID [%s]", snapshotId);
 }
 
 CXoError ZrManageHuawei::revertLUNSnapshot(std::string const& snapshotId, std::string const& rollbackSpeed,
@@ -233,7 +221,5 @@ CXoError ZrManageHuawei::revertLUNSnapshot(std::string const& snapshotId, std::s
                            {HuaweiResponse::CodeWidth::Unsigned64}),
              {HUAWEI_REQ_PUT, "snapshot/rollback", HuaweiOpType::REVERT_LUN_SNAPSHOT},
              SecondGenerationTexts::change("[ERROR] "))
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully reverted the LUN snapshot with ID [%s]", snapshotId);
-      });
+      .runTelling("Successfully reverted the LUN snapshot with ID [%s]", snapshotId);
 }

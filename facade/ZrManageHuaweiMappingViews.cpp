@@ -43,6 +43,34 @@ HuaweiResponse::ReadingRules viewListRules() {
   return groupListRules("HuaweiJSONGetLUNMappingViewInfo::parseResponse", {HuaweiResponse::CodeWidth::Signed32, -1});
 }
 
+// Attaching a host group or a LUN group to a mapping view: what tells the two apart.
+struct Attachment {
+  const char* kind;  // the group's word in the lines: "lungroup", "hostgroup"
+  const HuaweiApi::ObjectTypeValue& type;
+  unsigned long long alreadyCode;  // the group is in the view already
+  int opType;
+  const char* answerLog;
+  bool bodyTold;  // only the host group's attachment tells its body
+};
+
+CXoError attach(SecondGenerationCall call, const Attachment& attachment, const std::string& groupId,
+                const std::string& mappingViewId, const std::string& vstoreId) {
+  if (attachment.bodyTold) call.bodyTold();
+  return call.required({&groupId, &mappingViewId})
+      .sends(StatusRequest(attachment.answerLog,
+                           association(mappingViewId, groupId, attachment.type.getValue(), vstoreId)),
+             {HUAWEI_REQ_PUT, "mappingview/create_associate", attachment.opType},
+             SecondGenerationTexts::change(formatted("[ERROR] Failed to associate %s [%s] with mappingview [%s]",
+                                                     attachment.kind, groupId, mappingViewId)))
+      .reacting({on(attachment.alreadyCode)
+                     .line(0, formatted("The %s [%s] is already associated to the mappingview [%s]", attachment.kind,
+                                        groupId, mappingViewId))
+                     .done(),
+                 otherwise().line(3, formatted("[ERROR] Unable to associate %s [%s] with mappingview [%s]",
+                                               attachment.kind, groupId, mappingViewId))})
+      .runTelling("Successfully associated the %s [%s] with mappingview [%s]", attachment.kind, groupId, mappingViewId);
+}
+
 // Detaching a host group or a LUN group from a mapping view: what tells the two apart.
 struct Detachment {
   const char* kind;  // the group's word in the lines: "lungroup", "hostgroup"
@@ -58,7 +86,7 @@ CXoError detach(SecondGenerationCall call, const Detachment& detachment, const s
   return call.required({&groupId, &mappingViewId})
       .sends(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse",
                            association(mappingViewId, groupId, detachment.type.getValue(), vstoreId)),
-             {HUAWEI_REQ_PUT, "mappingview/remove_associate", detachment.opType}, SecondGenerationTexts::change(""))
+             {HUAWEI_REQ_PUT, "mappingview/remove_associate", detachment.opType})
       // A group or view that is gone already counts as detached; any other refusal is told in the
       // array's own words.
       .reacting(
@@ -156,49 +184,23 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
 
 CXoError ZrManageHuawei::addHostGroupToMappingView(std::string const& hostGroupId, std::string const& mappingViewId,
                                                    std::string vstoreId) {
-  return secondGeneration(
-             "addHostGroupToMappingView",
-             "CXoError ZrManageHuawei::addHostGroupToMappingView(const string&, const string&, std::string)")
-      .required({&hostGroupId, &mappingViewId})
-      .bodyTold()  // only the host group's attachment tells its body
-      .sends(StatusRequest(
-                 "HuaweiJSONAssociateHostGroupWithMappingView::parseResponse",
-                 association(mappingViewId, hostGroupId, HuaweiApiValue::OBJECT_TYPE_HOSTGROUP.getValue(), vstoreId)),
-             {HUAWEI_REQ_PUT, "mappingview/create_associate", HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW},
-             SecondGenerationTexts::change(formatted("[ERROR] Failed to associate hostgroup [%s] with mappingview [%s]",
-                                                     hostGroupId, mappingViewId)))
-      .reacting({on(HuaweiArrayCode::HOST_GROUP_ALREADY_IN_MAPPING_VIEW)
-                     .line(0, formatted("The hostgroup [%s] is already associated to the mappingview [%s]", hostGroupId,
-                                        mappingViewId))
-                     .done(),
-                 otherwise().line(3, formatted("[ERROR] Unable to associate hostgroup [%s] with mappingview [%s]",
-                                               hostGroupId, mappingViewId))})
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully associated the hostgroup [%s] with mappingview [%s]", hostGroupId, mappingViewId);
-      });
+  return attach(
+      secondGeneration("addHostGroupToMappingView",
+                       "CXoError ZrManageHuawei::addHostGroupToMappingView(const string&, const string&, std::string)"),
+      {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_ALREADY_IN_MAPPING_VIEW,
+       HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW, "HuaweiJSONAssociateHostGroupWithMappingView::parseResponse",
+       true},
+      hostGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::addLunGroupToMappingView(std::string const& lunGroupId, std::string const& mappingViewId,
                                                   std::string vstoreId) {
-  return secondGeneration(
-             "addLunGroupToMappingView",
-             "CXoError ZrManageHuawei::addLunGroupToMappingView(const string&, const string&, std::string)")
-      .required({&lunGroupId, &mappingViewId})
-      .sends(StatusRequest(
-                 "HuaweiJSONAssociateLunGroupWithMappingView::parseResponse",
-                 association(mappingViewId, lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP.getValue(), vstoreId)),
-             {HUAWEI_REQ_PUT, "mappingview/create_associate", HuaweiOpType::ADD_LUN_GROUP_TO_MAPPING_VIEW},
-             SecondGenerationTexts::change(formatted("[ERROR] Failed to associate lungroup [%s] with mappingview [%s]",
-                                                     lunGroupId, mappingViewId)))
-      .reacting({on(HuaweiArrayCode::LUN_GROUP_ALREADY_IN_MAPPING_VIEW)
-                     .line(0, formatted("The lungroup [%s] is already associated to the mappingview [%s]", lunGroupId,
-                                        mappingViewId))
-                     .done(),
-                 otherwise().line(3, formatted("[ERROR] Unable to associate lungroup [%s] with mappingview [%s]",
-                                               lunGroupId, mappingViewId))})
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully associated the lungroup [%s] with mappingview [%s]", lunGroupId, mappingViewId);
-      });
+  return attach(
+      secondGeneration("addLunGroupToMappingView",
+                       "CXoError ZrManageHuawei::addLunGroupToMappingView(const string&, const string&, std::string)"),
+      {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_ALREADY_IN_MAPPING_VIEW,
+       HuaweiOpType::ADD_LUN_GROUP_TO_MAPPING_VIEW, "HuaweiJSONAssociateLunGroupWithMappingView::parseResponse", false},
+      lunGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& mappingViewId,
@@ -303,7 +305,5 @@ CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std
               HuaweiOpType::DELETE_MAPPING_VIEW},
              SecondGenerationTexts(formatted("[ERROR] Failed to delete the mappingview with Id [%s]", mappingViewId))
                  .emptyResponseSays("[ERROR] Empty response returned from the array"))
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully deleted the mappingview with ID [%s]", mappingViewId);
-      });
+      .runTelling("Successfully deleted the mappingview with ID [%s]", mappingViewId);
 }

@@ -29,6 +29,12 @@ FirstGenerationTexts lookupTexts(const std::string& requestFailed) {
       .parseFailureSays(std::string(kErrorPrefix) + kParseFailedText);
 }
 
+// Shares of either protocol. An answer with an error object of code 0 and no list is how the array
+// says it found nothing.
+HuaweiResponse::ReadingRules shareListRules() {
+  return {kShareParserLog, HuaweiResponse::WithoutData::Status, {HuaweiResponse::CodeWidth::Unsigned64, 3}};
+}
+
 // Where the lookup by name asks: the array filters CIFS shares by name, NFS shares are all
 // fetched and searched here. Empty for a protocol of neither kind.
 ResourcePath lookupResource(const std::string& protocol, const std::string& shareName, const std::string& vstoreId) {
@@ -148,7 +154,7 @@ class CIFSShareAdoption final : public FirstGenerationAdoption {
 
 bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string const& protocol,
                                         std::string const& shareName, std::string vstoreId) {
-  HuaweiJSONGetShareInfo request(m_jobId);
+  std::list<_HuaweiShareInfo> shares;
   OperationLog log = OperationLog::facade(m_debug, "getShareInfoByName", m_jobId);
   const ResourcePath resource = lookupResource(protocol, shareName, vstoreId);
   const std::string failed =
@@ -157,10 +163,9 @@ bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string cons
       .guard("getShareInfoByName", kErrorPrefix)
       .refusing(shareName.empty(), "[ERROR] The share name is empty.")
       .refusing(resource.str().empty(), "[ERROR] Unable to get the resource details.")
-      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))
+      .sends(RecordListRequest(shares, shareListRules()), {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
+             lookupTexts(failed))
       .run([&] {
-        std::list<_HuaweiShareInfo> shares;
-        request.getShareInfo(shares);
         // The array's name filter narrowed the CIFS list already; the exact test here is final.
         const _HuaweiShareInfo* share = protocol == kCIFSProtocol
                                             ? findShare(shares, &_HuaweiShareInfo::name, shareName)
@@ -171,7 +176,7 @@ bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string cons
 
 bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string const& protocol,
                                         std::string const& fileSystemId, std::string vstoreId) {
-  HuaweiJSONGetShareInfo request(m_jobId);
+  std::list<_HuaweiShareInfo> shares;
   OperationLog log = OperationLog::facade(m_debug, "getShareInfoByFSID", m_jobId);
   // The vStore follows as a bare "&<id>", without a key; the array has always been asked so.
   const ResourcePath resource =
@@ -181,10 +186,9 @@ bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string cons
       .guard("getShareInfoByFSID", kErrorPrefix)
       .refusing(protocol != kNFSProtocol, "[ERROR] API is supported only for NFS shares")
       .refusing(fileSystemId.empty(), "[ERROR] The file system ID is empty")
-      .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO}, lookupTexts(failed))
+      .sends(RecordListRequest(shares, shareListRules()), {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
+             lookupTexts(failed))
       .run([&] {
-        std::list<_HuaweiShareInfo> shares;
-        request.getShareInfo(shares);
         // Only a single share of that file system counts; two are as good as none.
         if (shares.size() != 1 || shares.front().fileSystemId != fileSystemId) {
           log.line(0, "Unable to fetch the share details for the NFS share with File System ID [%s]",
@@ -233,15 +237,12 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
     log.line(3, "The share [%s] does not exist", shareName.c_str());
     return true;
   }
-  HuaweiJSONDeleteCIFSShare request(m_jobId, shareName);
   return call
-      .sends(request,
+      .sends(DeletionRequest(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath("cifshare").segment(share.id, "share ID").vstore(vstoreId),
               HuaweiOpType::DELETE_CIFS_SHARE},
              FirstGenerationTexts("Unable to delete the CIFS share"))
-      .run([&] {
-        log.line(0, "Successfully deleted the CIFS Share[%s] with ID[%s]", shareName.c_str(), share.id.c_str());
-      });
+      .runTelling("Successfully deleted the CIFS Share[%s] with ID[%s]", shareName, share.id);
 }
 
 bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
@@ -311,30 +312,27 @@ bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fil
 }
 
 bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vstoreId) {
-  HuaweiJSONDeleteNFSShare request(m_jobId, shareId);
   OperationLog log = OperationLog::facade(m_debug, "deleteNFSShare", m_jobId);
   // A share that is gone is a failure.
   const std::string failed = YbString::Format("[ERROR] Unable to delete the NFS share with ID [%s].", shareId.c_str());
   return firstGeneration(log)
       .required(shareId, "ShareID")
-      .sends(request,
+      .sends(DeletionRequest(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId),
               HuaweiOpType::DELETE_NFS_SHARE},
              FirstGenerationTexts(failed))
-      .run([&] { log.line(0, "Successfully deleted the NFS Share with ID[%s]", shareId.c_str()); });
+      .runTelling("Successfully deleted the NFS Share with ID[%s]", shareId);
 }
 
 bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
                                             std::string vstoreId) {
-  HuaweiJSONGetNFSSharePermissionInfo request(m_jobId);
   OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissions", m_jobId);
   return firstGeneration(log)
-             .sends(request,
+             .sends(RecordListRequest(permissions, {kShareParserLog, HuaweiResponse::WithoutData::Fatal}),
                     {HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId),
                      HuaweiOpType::GET_NFS_SHARE_PERMISSIONS},
                     FirstGenerationTexts("Unable to get the permissions list for NFS Share"))
              .run([&] {
-               request.getNFSSharePermissionInfo(permissions);
                log.line(3, "Successfully got the permission list for NFS Share. Count[%zu].", permissions.size());
              }) ||
          RequiredValueContainment::failEmptying(permissions);
@@ -362,20 +360,17 @@ bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::strin
       .sends(request, {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION},
              FirstGenerationTexts())
       .reacting({otherwise().fails(failed, 0)})
-      .run([&] {
-        log.line(0, "Successfully added the IP [%s] to the NFS Share with ID [%s]", name.c_str(), shareId.c_str());
-      });
+      .runTelling("Successfully added the IP [%s] to the NFS Share with ID [%s]", name, shareId);
 }
 
 bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, std::string vstoreId) {
-  HuaweiJSONDeleteNFSSharePermission request(m_jobId, permissionId);
   OperationLog log = OperationLog::event("deleteNFSSharePermission", m_jobId);
   const std::string failed =
       YbString::Format("[ERROR] Unable to delete the NFS share permission with ID [%s]", permissionId.c_str());
   // Gone already is what a deletion wants; the prefix stands in the text all the same.
   return firstGeneration(log)
       .required(permissionId, "PermissionID")
-      .sends(request,
+      .sends(DeletionRequest(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),
               HuaweiOpType::DELETE_NFS_SHARE_PERMISSION},
              FirstGenerationTexts())
@@ -383,5 +378,5 @@ bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, s
                      .line(3, failed + " as the permission does not exist")
                      .done(),
                  otherwise().line(kFailureLevel, failed).detailedLine(3, std::string())})
-      .run([&] { log.line(0, "Successfully deleted the NFS share permission with ID[%s]", permissionId.c_str()); });
+      .runTelling("Successfully deleted the NFS share permission with ID[%s]", permissionId);
 }

@@ -1,7 +1,6 @@
 #include "HuaweiJSONFileSystemSnapshotRequests.h"
 
 #include "ConvertToString.h"
-#include "DeletionAnswer.h"
 #include "HandBuiltBody.h"
 #include "HuaweiVstore.h"
 #include "TkDebug.h"
@@ -42,8 +41,4 @@ bool HuaweiJSONCreateFileSystemSnapshot::parseResponse(std::string& response) {
   if (!HuaweiResponse::parseObject("HuaweiJSONCreateSnapshot::parseResponse", m_jobId, response, answer)) return false;
   m_snapshot = answer.get<jsonxx::Object>("data").get<std::string>("ID");
   return true;
-}
-
-bool HuaweiJSONDeleteFileSystemSnapshot::parseResponse(std::string& response) {
-  return HuaweiResponse::readDeletionAnswer("HuaweiJSONDeleteSnapshot::parseResponse", m_jobId, response);
 }

@@ -23,15 +23,3 @@ class HuaweiJSONCreateFileSystemSnapshot : public HuaweiJSONBase {
   bool m_enableSnapDiff;
   std::string m_vstoreId;
 };
-
-class HuaweiJSONDeleteFileSystemSnapshot : public HuaweiJSONBase {
- public:
-  HuaweiJSONDeleteFileSystemSnapshot(unsigned long long const& jobId, std::string const& snapshotId)
-      : HuaweiJSONBase(jobId), m_snapshotId(snapshotId) {}
-  // True for any answer with an error object: the only non-zero code that reaches it is that of
-  // an absent snapshot, which the transport lets through as success.
-  bool parseResponse(std::string& response) override;
-
- private:
-  std::string m_snapshotId;
-};

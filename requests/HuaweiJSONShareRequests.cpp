@@ -3,15 +3,15 @@
 #include <initializer_list>
 
 #include "ArrayNumbers.h"
-#include "DeletionAnswer.h"
 #include "HandBuiltBody.h"
 #include "HuaweiVstore.h"
 #include "ResponseReading.h"
 #include "TkDebug.h"
 
+const HuaweiResponse::ParserLog kShareParserLog{"parseResponse", 3, 3};
+
 namespace {
 
-const HuaweiResponse::ParserLog kParserLog{"parseResponse", 3, 3};
 const char kBuildLog[] = "buildRequest";
 const int kRequestLogLevel = 3;
 
@@ -39,27 +39,22 @@ bool grantAccepted(const jsonxx::Object& answer, unsigned long long jobId) {
   const std::string& description = error.get<std::string>("description");
   const unsigned long long code = HuaweiNumbers::toUnsigned64(error.get<long double>("code"));
   if (code == 0) return true;
-  logLine(jobId, kParserLog.name, "[ERROR] Code:[%s] Message[%llu]", description, code);
+  logLine(jobId, kShareParserLog.name, "[ERROR] Code:[%s] Message[%llu]", description, code);
   return false;
 }
 
 // The identifier of a created object, required under "data".
 bool readCreatedId(std::string& response, unsigned long long jobId, std::string& id) {
   jsonxx::Object answer;
-  if (!HuaweiResponse::parseObject(kParserLog, jobId, response, answer)) return false;
+  if (!HuaweiResponse::parseObject(kShareParserLog, jobId, response, answer)) return false;
   id = answer.get<jsonxx::Object>("data").get<std::string>("ID");
   return true;
 }
 
 }  // namespace
 
-// Nothing found is an answer with an error object of code 0 and no list.
-HuaweiJSONGetShareInfo::HuaweiJSONGetShareInfo(unsigned long long const& jobId)
-    : HuaweiJSONRecordList(jobId, {kParserLog, HuaweiResponse::WithoutData::Status,
-                                   {HuaweiResponse::CodeWidth::Unsigned64, kRequestLogLevel}}) {}
-
 HuaweiJSONGetCIFSSharePermissionInfo::HuaweiJSONGetCIFSSharePermissionInfo(unsigned long long const& jobId)
-    : HuaweiJSONRecordList(jobId, {kParserLog, HuaweiResponse::WithoutData::Fatal}) {}
+    : HuaweiJSONRecordList(jobId, {kShareParserLog, HuaweiResponse::WithoutData::Fatal}) {}
 
 bool HuaweiJSONGetCIFSSharePermissionInfo::readElement(const jsonxx::Object& element,
                                                        _HuaweiCIFSSharePermissionInfo& record) {
@@ -100,7 +95,7 @@ bool HuaweiJSONAddCIFSSharePermissions::buildRequest(std::string& body) {
 
 bool HuaweiJSONAddCIFSSharePermissions::parseResponse(std::string& response) {
   jsonxx::Object answer;
-  if (!HuaweiResponse::parseObject(kParserLog, m_jobId, response, answer)) return false;
+  if (!HuaweiResponse::parseObject(kShareParserLog, m_jobId, response, answer)) return false;
   const jsonxx::Object& data = answer.get<jsonxx::Object>("data");
   m_permissionId.clear();
   HuaweiResponse::readOptionalString(data, "ID", m_permissionId);
@@ -121,13 +116,6 @@ bool HuaweiJSONCreateCIFSShare::buildRequest(std::string& body) {
 bool HuaweiJSONCreateShare::parseResponse(std::string& response) {
   return readCreatedId(response, m_jobId, m_shareId);
 }
-
-bool HuaweiJSONShareDeletion::parseResponse(std::string& response) {
-  return HuaweiResponse::readDeletionAnswer(kParserLog, m_jobId, response);
-}
-
-HuaweiJSONGetNFSSharePermissionInfo::HuaweiJSONGetNFSSharePermissionInfo(unsigned long long const& jobId)
-    : HuaweiJSONRecordList(jobId, {kParserLog, HuaweiResponse::WithoutData::Fatal}) {}
 
 HuaweiJSONAddNFSSharePermissions::HuaweiJSONAddNFSSharePermissions(
     unsigned long long const& jobId, std::string const& name, std::string const& parentId,
@@ -160,7 +148,7 @@ bool HuaweiJSONAddNFSSharePermissions::buildRequest(std::string& body) {
 
 bool HuaweiJSONAddNFSSharePermissions::parseResponse(std::string& response) {
   jsonxx::Object answer;
-  return HuaweiResponse::parseObject(kParserLog, m_jobId, response, answer) && grantAccepted(answer, m_jobId);
+  return HuaweiResponse::parseObject(kShareParserLog, m_jobId, response, answer) && grantAccepted(answer, m_jobId);
 }
 
 bool HuaweiJSONCreateNFSShare::buildRequest(std::string& body) {

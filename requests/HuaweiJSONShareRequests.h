@@ -8,13 +8,8 @@
 #include "HuaweiJSONBase.h"
 #include "RecordRequests.h"
 
-// Shares of either protocol. An answer with an error object of code 0 and no list is how the array
-// says it found nothing.
-class HuaweiJSONGetShareInfo : public HuaweiJSONRecordList<_HuaweiShareInfo, std::list> {
- public:
-  explicit HuaweiJSONGetShareInfo(unsigned long long const& jobId);
-  void getShareInfo(std::list<_HuaweiShareInfo>& shares) { shares = m_records; }
-};
+// Where the share requests write: "parseResponse", every line at level 3.
+extern const HuaweiResponse::ParserLog kShareParserLog;
 
 // Every CIFS permission of the array (or vStore). Behind the first element that names a vStore,
 // every later one is given that element's vStore, whatever it says itself.
@@ -83,46 +78,6 @@ class HuaweiJSONCreateCIFSShare : public HuaweiJSONCreateShare {
       : HuaweiJSONCreateShare(jobId, shareId, name, sharePath, fileSystemId, vstoreId) {}
   bool buildRequest(std::string& body) override;
   std::string getCIFSShareID() { return m_shareId; }
-};
-
-// Deletions of a share or a permission: any answer with an error object is read as done, a
-// non-zero code only logged; the transport has already turned a refusal into a failed send.
-class HuaweiJSONShareDeletion : public HuaweiJSONBase {
- public:
-  bool parseResponse(std::string& response) override;
-
- protected:
-  HuaweiJSONShareDeletion(unsigned long long const& jobId, std::string const& target)
-      : HuaweiJSONBase(jobId), m_target(target) {}
-  ~HuaweiJSONShareDeletion() = default;
-
-  // The share's name, the share's identifier or the permission's identifier.
-  std::string m_target;
-};
-
-class HuaweiJSONDeleteCIFSShare : public HuaweiJSONShareDeletion {
- public:
-  HuaweiJSONDeleteCIFSShare(unsigned long long const& jobId, std::string const& shareName)
-      : HuaweiJSONShareDeletion(jobId, shareName) {}
-};
-
-class HuaweiJSONDeleteNFSShare : public HuaweiJSONShareDeletion {
- public:
-  HuaweiJSONDeleteNFSShare(unsigned long long const& jobId, std::string const& shareId)
-      : HuaweiJSONShareDeletion(jobId, shareId) {}
-};
-
-class HuaweiJSONDeleteNFSSharePermission : public HuaweiJSONShareDeletion {
- public:
-  HuaweiJSONDeleteNFSSharePermission(unsigned long long const& jobId, std::string const& permissionId)
-      : HuaweiJSONShareDeletion(jobId, permissionId) {}
-};
-
-// Every NFS client permission of the array (or vStore), each element read by itself.
-class HuaweiJSONGetNFSSharePermissionInfo : public HuaweiJSONRecordList<_HuaweiNFSSharePermissionInfo, std::list> {
- public:
-  explicit HuaweiJSONGetNFSSharePermissionInfo(unsigned long long const& jobId);
-  void getNFSSharePermissionInfo(std::list<_HuaweiNFSSharePermissionInfo>& permissions) { permissions = m_records; }
 };
 
 // The vStore is kept but never sent, and the answer's identifier is not read: callers list the

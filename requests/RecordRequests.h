@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "DeletionAnswer.h"
 #include "HuaweiJSONBase.h"
 #include "RecordReading.h"
 #include "ResponseReading.h"
@@ -198,6 +199,20 @@ class RecordListRequest final : public HuaweiJSONRecordList<Record, Sequence> {
 
  private:
   Sequence<Record>* m_destination;
+};
+
+// A deletion's answer: any error object is read as done, a non-zero code only logged; the
+// transport has already turned a refusal into a failed send.
+class DeletionRequest final : public HuaweiJSONBase {
+ public:
+  explicit DeletionRequest(HuaweiResponse::ParserLog log) : m_log(log) {}
+  bool parseResponse(std::string& response) override {
+    return HuaweiResponse::readDeletionAnswer(m_log, m_jobId, response);
+  }
+  void forJob(unsigned long long jobId) { m_jobId = jobId; }
+
+ private:
+  HuaweiResponse::ParserLog m_log;
 };
 
 template <class Record>

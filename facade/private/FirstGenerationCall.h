@@ -11,6 +11,7 @@
 
 #include "CodeReactions.h"
 #include "FailureTexts.h"
+#include "FormatArguments.h"
 #include "OperationLog.h"
 #include "PlainCall.h"
 
@@ -59,6 +60,19 @@ class FirstGenerationCall : public PlainCallBase {
   FirstGenerationCall& adopting(FirstGenerationAdoption& adoption) { return m_adoption = &adoption, *this; }
   // A refusal that no row answers is read as the answer, for the request's parser to judge.
   FirstGenerationCall& readingRefusals() { return m_readingRefusals = true, *this; }
+
+  // The whole description, for an operation whose complete answer tells only its success line,
+  // at level 0, in the log. The values are read when the line is told.
+  template <typename... Arguments>
+  bool runTelling(const char* format, const Arguments&... arguments) {
+    return run([&] {
+      if constexpr (sizeof...(Arguments) == 0) {
+        m_log.line(0, "%s", format);
+      } else {
+        m_log.line(0, format, FormatArgument::of(arguments)...);
+      }
+    });
+  }
 
   // The guard and the checks alone, logged, for an operation that looks something up first.
   bool checked();

@@ -62,8 +62,8 @@ class OwnLog {
 class SecondGenerationCall : private OwnLog, public PlainCallBase {
  public:
   // Lines go through `debug` under logName; signature is the operation's signature as text, e.g.
-  // "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)".
-  // The guard names the operation as logName does, without "ZrManageHuawei::".
+  // "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)". The guard names the
+  // operation as logName does, without "ZrManageHuawei::".
   SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* logName,
                        unsigned long long jobId, const char* signature);
 
@@ -80,9 +80,12 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   }
   // Values that must not be empty, with "[ERROR] Invalid input parameters" for when one is.
   SecondGenerationCall& required(std::initializer_list<const std::string*> values);
-  SecondGenerationCall& sends(HuaweiJSONBase& request, PlainCall call, SecondGenerationTexts texts);
+  // Texts not given are the changes' texts with no words for a refused send.
+  SecondGenerationCall& sends(HuaweiJSONBase& request, PlainCall call,
+                              SecondGenerationTexts texts = SecondGenerationTexts::change(""));
   template <class Request, Generic<Request> = 0>
-  SecondGenerationCall& sends(Request&& request, PlainCall call, SecondGenerationTexts texts) {
+  SecondGenerationCall& sends(Request&& request, PlainCall call,
+                              SecondGenerationTexts texts = SecondGenerationTexts::change("")) {
     return sends(keep(std::move(request), m_ownLog.jobId()), std::move(call), std::move(texts));
   }
   // Refused sends that no row answers fail in the texts' words, told nowhere.
@@ -117,6 +120,13 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
     } else {
       return read(*this);
     }
+  }
+
+  // The whole description, for an operation whose completed answer tells only its success line,
+  // at level 0. The values are read when the line is told.
+  template <typename... Arguments>
+  CXoError runTelling(const char* format, const Arguments&... arguments) {
+    return run([&](SecondGenerationCall& call) { call.line(0, format, arguments...); });
   }
 
   // An error of this operation with the given text.
