@@ -17,6 +17,7 @@
 using HandBuiltPiece::association;
 using HandBuiltPiece::quoted;
 using HandBuiltPiece::vstore;
+using HuaweiResponse::sanIdentityRules;
 using HuaweiResponse::sanRules;
 
 namespace {
@@ -238,15 +239,13 @@ CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, st
   AdoptionByName<_HuaweiHostGroupInfo> adoption(*this, &ZrManageHuawei::getHostGroupIDFromName, hostGroupInfo,
                                                 renamedAs(hostGroupInfo, wanted), Rendering::AsFormat);
   const std::string failure = formatted("[ERROR] Unable to create hostgroup with name [%s]", hostGroupName);
-  // The answer gives the new group's ID and NAME; the vStore stays as sent.
-  HuaweiResponse::ReadingRules identity = sanRules("HuaweiJSONCreateHostGroup::parseResponse");
-  identity.keys = HuaweiKeys::Keys::RequiredOnly;
   return secondGeneration("ZrManageHuawei::createHostGroup",
                           "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, "
                           "std::string)")
       .required(hostGroupName, "[ERROR] The hostgroup name is empty")
-      .sends(RecordRequest(hostGroupInfo, identity, "{" + quoted("NAME", hostGroupName) + " " + vstore(vstoreId) + "}",
-                           wanted),
+      // The answer gives the new group's ID and NAME; the vStore stays as sent.
+      .sends(RecordRequest(hostGroupInfo, sanIdentityRules("HuaweiJSONCreateHostGroup::parseResponse"),
+                           "{" + quoted("NAME", hostGroupName) + " " + vstore(vstoreId) + "}", wanted),
              {HUAWEI_REQ_POST, "hostgroup", HuaweiOpType::CREATE_HOST_GROUP})
       .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
                      .line(3, formatted("The hostgroup with Name [%s] already exists", hostGroupName))

@@ -23,21 +23,21 @@ using HuaweiResponse::sanRules;
 
 CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, std::string& lunGroupId,
                                                std::string vstoreId) {
-  HuaweiJSONGetLunGroupInfo request(m_jobId);
+  std::vector<_HuaweiLunGroupInfo> groups;
   return secondGeneration("getLUNGroupIDFromName",
                           "CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
       .guard(GuardStyle::Bare)
       // The wording is shared with the host lookup.
       .required(lunGroupName, "The entered host name is empty")
-      .sends(request,
+      .sends(RecordListRequest(groups, groupListRules("HuaweiJSONGetLunGroupInfo::parseResponse",
+                                                      {HuaweiResponse::CodeWidth::Unsigned64}))
+                 .readBy(&_HuaweiLunGroupInfo::parseFromJson),
              {HUAWEI_REQ_GET, ResourcePath("lungroup").add("filter", "NAME:" + lunGroupName).vstore(vstoreId),
               HuaweiOpType::GET_LUN_GROUP_ID_FROM_NAME},
              SecondGenerationTexts(
                  formatted("[ERROR] Unable to find the information for the lungroup with name [%s]", lunGroupName))
                  .emptyResponseSays("[ERROR] Empty response is returned from the array"))
       .run([&](SecondGenerationCall& call) {
-        std::vector<_HuaweiLunGroupInfo> groups;
-        request.getLunGroupInfo(groups);
         const _HuaweiLunGroupInfo* group = exactRecord(groups, &_HuaweiLunGroupInfo::name, lunGroupName);
         if (group == nullptr) {
           return call.error("[ERROR] Unable to get the information for the lun group with Name[%s].", lunGroupName);
@@ -168,10 +168,9 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
 }
 
 CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::string vstoreId) {
-  HuaweiJSONDeleteRequest request(m_jobId);
   return secondGeneration("deleteLunGroup", "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
       .required({&lunGroupId})
-      .sends(request,
+      .sends(HuaweiJSONDeleteRequest(),
              {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),
               HuaweiOpType::DELETE_LUN_GROUP},
              SecondGenerationTexts(formatted("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId))

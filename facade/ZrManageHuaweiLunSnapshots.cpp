@@ -3,10 +3,10 @@
 #include "FormatArguments.h"
 #include "HandBuiltBody.h"
 #include "HuaweiArrayCodes.h"
-#include "HuaweiJSONLunSnapshotRequests.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "RecordRequests.h"
 #include "RequestPlacement.h"
 #include "ResourcePath.h"
 #include "SecondGenerationCall.h"
@@ -35,22 +35,39 @@ std::string joinedIds(const std::vector<std::string>& ids) {
   return list;
 }
 
+// A snapshot of the LUN in parentId, or, for a copy, of the snapshot in parentId. The answer's lines
+// carry job 0.
+RecordRequest<_HuaweiLUNSnapshotInfo> snapshotCreation(_HuaweiLUNSnapshotInfo& created, const std::string& parentId,
+                                                       const std::string& name, const std::string& vstoreId,
+                                                       bool isCopy) {
+  _HuaweiLUNSnapshotInfo wanted;
+  wanted.parentId = parentId;
+  wanted.name = name;
+  wanted.vstoreId = vstoreId;
+  wanted.isCopy = isCopy;
+  // A copy names its source snapshot by ID, a snapshot its LUN by PARENTID.
+  return RecordRequest(created, sanRules("HuaweiJSONCreateLUNSnapshot::parseResponse"),
+                       "{" + quoted(isCopy ? "ID" : "PARENTID", parentId) + ", " + quoted("NAME", name) + " " +
+                           vstore(vstoreId) + "}",
+                       wanted)
+      .withoutJob();
+}
+
 }  // namespace
 
 CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& lunId, std::string vstoreId) {
-  HuaweiJSONGetLUNInfo request(m_jobId);
   return secondGeneration("ZrManageHuawei::getLUNInfo",
                           "CXoError ZrManageHuawei::getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
       .guard("getLUNINfo", GuardStyle::Bare)
       .required(lunId, "The entered LUN ID is empty")
-      .sends(request,
+      .sends(RecordRequest(lunInfo, sanRules("HuaweiJSONGetLUNInfo::parseResponse"))
+                 .readBy(&_HuaweiLUNInfo::parseFromJson),
              {HUAWEI_REQ_GET, ResourcePath("lun").segment(lunId, "lunId").vstore(vstoreId), HuaweiOpType::GET_LUN_INFO},
              SecondGenerationTexts::lookup(""))
       .reacting(absentOrDetailed(
           on(HuaweiArrayCode::LUN_DOES_NOT_EXIST).fails(formatted("[ERROR] LUN with ID [%s] does not exist", lunId)),
           formatted("[ERROR] Unable to find the LUN with ID [%s]", lunId)))
       .run([&](SecondGenerationCall& call) {
-        request.getLUNInfo(lunInfo);
         call.line(0, "Successfully got the LUN information with ID [%s]", lunId);
         call.line(3, "LUN ID [%s]", lunInfo.id);
         call.line(3, "LUN Name [%s]", lunInfo.name);
@@ -106,21 +123,16 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
 
 CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& lunId,
                                            std::string const& snapshotName, std::string vstoreId) {
-  _HuaweiLUNSnapshotInfo wanted;
-  wanted.parentId = lunId;
-  wanted.name = snapshotName;
-  wanted.vstoreId = vstoreId;
-  HuaweiJSONCreateLUNSnapshot request(m_jobId, wanted);
   return secondGeneration("ZrManageHuawei::createLUNSnapshot",
                           "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const "
                           "string&, std::string)")
       .required({&lunId, &snapshotName})
-      .sends(request, {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT})
+      .sends(snapshotCreation(snapshotInfo, lunId, snapshotName, vstoreId, false),
+             {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT})
       .reacting(absentOrDetailed(
           on(HuaweiArrayCode::LUN_DOES_NOT_EXIST).fails(formatted("[ERROR] LUN with ID [%s] does not exist", lunId)),
           formatted("[ERROR] Unable to create snapshot [%s] for LUN with ID [%s]", snapshotName, lunId)))
       .run([&](SecondGenerationCall& call) {
-        request.getLUNSnapshotInfo(snapshotInfo);
         call.line(0, "Successfully created snapshot for LUN with ParentID [%s] Name [%s]", lunId, snapshotName);
         call.line(3, "LUN ID [%s]", snapshotInfo.id);
         call.line(3, "LUN Name [%s]", snapshotInfo.name);
@@ -129,22 +141,16 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
 
 CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                                std::string const& copyName, std::string vstoreId) {
-  _HuaweiLUNSnapshotInfo wanted;
-  wanted.parentId = snapshotId;
-  wanted.name = copyName;
-  wanted.vstoreId = vstoreId;
-  wanted.isCopy = true;
-  HuaweiJSONCreateLUNSnapshot request(m_jobId, wanted);
   const std::string failure = formatted("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId);
   return secondGeneration("ZrManageHuawei::createLUNSnapshotCopy",
                           "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, "
                           "const string&, std::string)")
       .required({&snapshotId, &copyName})
-      .sends(request, {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
+      .sends(snapshotCreation(snapshotInfo, snapshotId, copyName, vstoreId, true),
+             {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
              SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
       .run([&](SecondGenerationCall& call) {
-        request.getLUNSnapshotInfo(snapshotInfo);
         call.line(0, "Successfully created snapshot copy for snapshot with ID [%s]", snapshotId);
         call.line(3, "Snapshot ID [%s]", snapshotInfo.id);
         call.line(3, "LUN Name [%s]", snapshotInfo.name);

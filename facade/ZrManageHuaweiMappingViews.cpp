@@ -7,7 +7,7 @@
 #include "HuaweiApiValues.h"
 #include "HuaweiArrayCodes.h"
 #include "HuaweiJSONDeleteRequest.h"
-#include "HuaweiJSONMappingViewRequests.h"
+#include "HuaweiJSONLunGroupRequests.h"
 #include "HuaweiOpTypes.h"
 #include "OperationLog.h"
 #include "ResourcePath.h"
@@ -16,6 +16,9 @@
 #include "ZrManageHuawei.h"
 
 using HandBuiltPiece::association;
+using HandBuiltPiece::quoted;
+using HandBuiltPiece::vstore;
+using HuaweiResponse::sanIdentityRules;
 
 namespace {
 
@@ -160,7 +163,6 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
   _HuaweiLUNMappingView wanted;
   wanted.name = mappingViewName;
   wanted.vstoreId = vstoreId;
-  HuaweiJSONCreateMappingView request(m_jobId, wanted);
   AdoptionByName<_HuaweiLUNMappingView> adoption(*this, &ZrManageHuawei::getMappingViewInfoByName, mappingView, wanted,
                                                  Rendering::AsWritten);
   const std::string failure = formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName);
@@ -169,17 +171,17 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
              "CXoError ZrManageHuawei::createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)")
       // The wording is shared with the host groups.
       .required(mappingViewName, "[ERROR] The hostgroup name is empty")
-      .sends(request, {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
+      // The answer gives the view's ID and NAME; the vStore identifier stays as sent, its name empty.
+      .sends(RecordRequest(mappingView, sanIdentityRules("HuaweiJSONCreateMappingView::parseResponse"),
+                           "{" + quoted("NAME", mappingViewName) + " " + vstore(vstoreId) + "}", wanted),
+             {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
              SecondGenerationTexts::change(failure))
       .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
                      .line(3, formatted("The mapping view with Name [%s] already exists", mappingViewName))
                      .adopts(),
                  otherwise().line(3, failure)})
       .adopting(adoption)
-      .run([&](SecondGenerationCall& call) {
-        request.getMappingViewInfo(mappingView);
-        call.line(0, "Successfully created the mapping view with Name [%s] ID [%s]", mappingView.name, mappingView.id);
-      });
+      .runTelling("Successfully created the mapping view with Name [%s] ID [%s]", mappingView.name, mappingView.id);
 }
 
 CXoError ZrManageHuawei::addHostGroupToMappingView(std::string const& hostGroupId, std::string const& mappingViewId,
@@ -206,21 +208,22 @@ CXoError ZrManageHuawei::addLunGroupToMappingView(std::string const& lunGroupId,
 CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& mappingViewId,
                                                             std::vector<_HuaweiLunGroupInfo>& lunGroups,
                                                             std::string vstoreId) {
-  HuaweiJSONGetLunGroupAssociatedWithMappingView request(m_jobId);
   const std::string failure =
       formatted("[ERROR] Failed to get the lun groups associated with the mappingview [%s]", mappingViewId);
   return secondGeneration("getLunGroupAssociatedToMappingView",
                           "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, "
                           "std::vector<_HuaweiLunGroupInfo>&, std::string)")
       .required({&mappingViewId})
-      .sends(request,
-             {HUAWEI_REQ_GET,
-              associatedWith("lungroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId),
-              HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
-             SecondGenerationTexts::change(failure))
+      .sends(
+          RecordListRequest(lunGroups, groupListRules("HuaweiJSONGetLunGroupAssociatedWithMappingView::parseResponse",
+                                                      {HuaweiResponse::CodeWidth::Signed32}))
+              .readBy(&_HuaweiLunGroupInfo::parseFromJson),
+          {HUAWEI_REQ_GET,
+           associatedWith("lungroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId),
+           HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
+          SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
       .run([&](SecondGenerationCall& call) {
-        request.getLunGroupInfo(lunGroups);
         tellCount(call, lunGroups.size(), "No lun groups are associated with the mappingview [%s].",
                   "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]",
                   mappingViewId);
@@ -296,11 +299,10 @@ CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(std::string cons
 }
 
 CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std::string vstoreId) {
-  HuaweiJSONDeleteRequest request(m_jobId);
   return secondGeneration("deleteMappingView", "CXoError ZrManageHuawei::deleteMappingView(const string&, std::string)")
       .required({&mappingViewId})
       // A view that is gone is a failure here.
-      .sends(request,
+      .sends(HuaweiJSONDeleteRequest(),
              {HUAWEI_REQ_DELETE, ResourcePath("mappingview").segment(mappingViewId, "mappingViewId").vstore(vstoreId),
               HuaweiOpType::DELETE_MAPPING_VIEW},
              SecondGenerationTexts(formatted("[ERROR] Failed to delete the mappingview with Id [%s]", mappingViewId))

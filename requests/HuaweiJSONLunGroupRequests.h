@@ -1,4 +1,4 @@
-// The lists of LUN groups, read by the group's own reader, and the rules of every group list.
+// The rules of the lists of LUN groups, host groups and mapping views.
 #pragma once
 
 #include <string>
@@ -11,24 +11,3 @@
 inline HuaweiResponse::ReadingRules groupListRules(const char* logName, HuaweiResponse::StatusReport status) {
   return HuaweiResponse::sanRules(logName, HuaweiResponse::WithoutData::Status, status);
 }
-
-// LUN groups, each through the record's own reader, whose refusal fails the list.
-class HuaweiJSONLunGroupList : public HuaweiJSONRecordList<_HuaweiLunGroupInfo> {
- protected:
-  HuaweiJSONLunGroupList(unsigned long long jobId, const char* logName, HuaweiResponse::StatusReport status)
-      : HuaweiJSONRecordList(jobId, groupListRules(logName, status)) {}
-  ~HuaweiJSONLunGroupList() = default;
-
- private:
-  bool readElement(const jsonxx::Object& element, _HuaweiLunGroupInfo& group) override {
-    return group.parseFromJson(element);
-  }
-};
-
-class HuaweiJSONGetLunGroupInfo : public HuaweiJSONLunGroupList {
- public:
-  explicit HuaweiJSONGetLunGroupInfo(unsigned long long const& jobId)
-      : HuaweiJSONLunGroupList(jobId, "HuaweiJSONGetLunGroupInfo::parseResponse",
-                               {HuaweiResponse::CodeWidth::Unsigned64}) {}
-  void getLunGroupInfo(std::vector<_HuaweiLunGroupInfo>& groups) { groups = m_records; }
-};

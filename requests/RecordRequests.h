@@ -40,6 +40,14 @@ inline ReadingRules sanRules(const char* logName, WithoutData without = WithoutD
   return {sanLog(logName), without, status};
 }
 
+// The same, reading only the required keys: a creation's answer, whose record keeps what was sent
+// for the rest.
+inline ReadingRules sanIdentityRules(const char* logName) {
+  ReadingRules rules = sanRules(logName);
+  rules.keys = HuaweiKeys::Keys::RequiredOnly;
+  return rules;
+}
+
 // The object under "data" through read; false, logged, when there is none or read refuses it.
 bool readDataObject(unsigned long long jobId, const jsonxx::Object& answer, const ReadingRules& rules,
                     const std::function<bool(const jsonxx::Object&)>& read);
@@ -164,6 +172,10 @@ class StatusRequest final : public HuaweiJSONStatusAnswer {
   std::string m_body;
 };
 
+// A record's own reader, for a record that may refuse what it reads.
+template <class Record>
+using OwnReader = bool (Record::*)(const jsonxx::Object&);
+
 // Reads the record into `destination` once the whole answer is read; `sent` is what the record
 // holds until then.
 template <class Record>
@@ -172,17 +184,28 @@ class RecordRequest final : public HuaweiJSONRecordObject<Record> {
   RecordRequest(Record& destination, HuaweiResponse::ReadingRules rules, std::string body = std::string(),
                 const Record& sent = Record())
       : HuaweiJSONRecordObject<Record>(0, rules, sent), m_destination(&destination), m_body(std::move(body)) {}
+  // The record's own reader in place of its key table: a record it refuses is a parse failure.
+  RecordRequest&& readBy(OwnReader<Record> reader) && { return m_reader = reader, std::move(*this); }
+  // The answer's lines carry job 0 whatever the operation's job.
+  RecordRequest&& withoutJob() && { return m_withoutJob = true, std::move(*this); }
+
   bool buildRequest(std::string& body) override { return body = m_body, true; }
   bool parseResponse(std::string& response) override {
     if (!HuaweiJSONRecordObject<Record>::parseResponse(response)) return false;
     *m_destination = this->m_record;
     return true;
   }
-  void forJob(unsigned long long jobId) { this->m_jobId = jobId; }
+  void forJob(unsigned long long jobId) { this->m_jobId = m_withoutJob ? 0 : jobId; }
 
  private:
+  bool readData(const jsonxx::Object& data) override {
+    return m_reader != nullptr ? (this->m_record.*m_reader)(data) : HuaweiJSONRecordObject<Record>::readData(data);
+  }
+
   Record* m_destination;
   std::string m_body;
+  OwnReader<Record> m_reader = nullptr;
+  bool m_withoutJob = false;
 };
 
 template <class Record, template <class...> class Sequence>
@@ -190,6 +213,8 @@ class RecordListRequest final : public HuaweiJSONRecordList<Record, Sequence> {
  public:
   RecordListRequest(Sequence<Record>& destination, HuaweiResponse::ReadingRules rules)
       : HuaweiJSONRecordList<Record, Sequence>(0, rules), m_destination(&destination) {}
+  // Each element through the record's own reader in place of its key table; a refusal fails the list.
+  RecordListRequest&& readBy(OwnReader<Record> reader) && { return m_reader = reader, std::move(*this); }
   bool parseResponse(std::string& response) override {
     if (!HuaweiJSONRecordList<Record, Sequence>::parseResponse(response)) return false;
     *m_destination = this->m_records;
@@ -198,7 +223,13 @@ class RecordListRequest final : public HuaweiJSONRecordList<Record, Sequence> {
   void forJob(unsigned long long jobId) { this->m_jobId = jobId; }
 
  private:
+  bool readElement(const jsonxx::Object& element, Record& record) override {
+    return m_reader != nullptr ? (record.*m_reader)(element)
+                               : HuaweiJSONRecordList<Record, Sequence>::readElement(element, record);
+  }
+
   Sequence<Record>* m_destination;
+  OwnReader<Record> m_reader = nullptr;
 };
 
 // A deletion's answer: any error object is read as done, a non-zero code only logged; the
