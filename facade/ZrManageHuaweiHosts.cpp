@@ -1,5 +1,6 @@
 // Initiators, hosts and host groups: the machines that LUNs are shown to.
 #include "AdoptionByName.h"
+#include "AssociationResource.h"
 #include "ConvertToString.h"
 #include "ExactRecord.h"
 #include "FormatArguments.h"
@@ -277,26 +278,19 @@ CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGro
                                                       std::vector<_HuaweiLUNHostInfo>& hosts, std::string vstoreId) {
   const std::string failure =
       formatted("[ERROR] Failed to get the hosts associated with the Host Group [%s]", hostGroupId);
-  const ResourcePath resource = ResourcePath("host/associate")
-                                    .add("ASSOCIATEOBJID", hostGroupId)
-                                    .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP.getValue())
-                                    .vstore(vstoreId);
   return secondGeneration("ZrManageHuawei::getHostAssociatedToHostGroup",
                           "CXoError ZrManageHuawei::getHostAssociatedToHostGroup(const string&, "
                           "std::vector<_HuaweiLUNHostInfo>&, std::string)")
       .required({&hostGroupId})
       .sends(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostAssociatedWithHostGroup::parseResponse",
                                                HuaweiResponse::WithoutData::Status)),
-             {HUAWEI_REQ_GET, resource, HuaweiOpType::HOST_GROUP_MEMBERSHIP}, SecondGenerationTexts::change(failure))
+             {HUAWEI_REQ_GET,
+              associatedWith("host/associate", hostGroupId, HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, vstoreId),
+              HuaweiOpType::HOST_GROUP_MEMBERSHIP},
+             SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
-      .run([&](SecondGenerationCall& call) {
-        if (hosts.empty()) {
-          call.line(0, "No hosts has been associated with the Host Group [%s] yet", hostGroupId);
-        } else {
-          call.line(0, "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]", hostGroupId,
-                    static_cast<unsigned long long>(hosts.size()));
-        }
-      });
+      .runCounting(hosts, "No hosts has been associated with the Host Group [%s] yet",
+                   "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]", hostGroupId);
 }
 
 CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGroupId, std::string const& hostId,

@@ -1,5 +1,6 @@
 // LUN groups: find or create a group, put snapshot LUNs in and take them out, delete the group.
 #include "AdoptionByName.h"
+#include "AssociationResource.h"
 #include "ExactRecord.h"
 #include "FormatArguments.h"
 #include "HandBuiltBody.h"
@@ -106,26 +107,18 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
   HuaweiResponse::ReadingRules rules = groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Unsigned64});
   rules.order = HuaweiKeys::KeyOrder::Declared;
-  const ResourcePath resource = ResourcePath("snapshot/associate")
-                                    .add("ASSOCIATEOBJID", lunGroupId)
-                                    .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP.getValue())
-                                    .vstore(vstoreId);
   return secondGeneration("getSnapshotLunAssociatedToLunGroup",
                           "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
                           "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
       .required({&lunGroupId})
       .sends(RecordListRequest(snapshotLuns, rules),
-             {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
+             {HUAWEI_REQ_GET,
+              associatedWith("snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
+              HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
              SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
-      .run([&](SecondGenerationCall& call) {
-        if (snapshotLuns.empty()) {
-          call.line(0, "No snapshot luns are associated with the lun Group [%s].", lunGroupId);
-        } else {
-          call.line(0, "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]",
-                    lunGroupId, static_cast<unsigned long long>(snapshotLuns.size()));
-        }
-      });
+      .runCounting(snapshotLuns, "No snapshot luns are associated with the lun Group [%s].",
+                   "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]", lunGroupId);
 }
 
 CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,

@@ -1,6 +1,7 @@
 // Mapping views: find, create and delete a view, attach host groups and LUN groups to it and
 // detach them, and list what a view holds and which views hold a LUN group.
 #include "AdoptionByName.h"
+#include "AssociationResource.h"
 #include "ExactRecord.h"
 #include "FormatArguments.h"
 #include "HandBuiltBody.h"
@@ -21,25 +22,6 @@ using HandBuiltPiece::vstore;
 using HuaweiResponse::sanIdentityRules;
 
 namespace {
-
-// <resource>?ASSOCIATEOBJID=<owner>&ASSOCIATEOBJTYPE=<type>: the objects tied to the owner.
-ResourcePath associatedWith(const char* resource, const std::string& ownerId,
-                            const HuaweiApi::ObjectTypeValue& ownerType, const std::string& vstoreId) {
-  return ResourcePath(resource)
-      .add("ASSOCIATEOBJID", ownerId)
-      .add("ASSOCIATEOBJTYPE", ownerType.getValue())
-      .vstore(vstoreId);
-}
-
-// An owner with nothing attached is a success with an empty list, told in its own words.
-void tellCount(SecondGenerationCall& call, size_t count, const char* none, const char* counted,
-               const std::string& ownerId) {
-  if (count == 0) {
-    call.line(0, none, ownerId.c_str());
-  } else {
-    call.line(0, counted, ownerId.c_str(), static_cast<unsigned long long>(count));
-  }
-}
 
 // The views' lists; their refusals are logged as errors.
 HuaweiResponse::ReadingRules viewListRules() {
@@ -223,11 +205,9 @@ CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& m
            HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
           SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
-      .run([&](SecondGenerationCall& call) {
-        tellCount(call, lunGroups.size(), "No lun groups are associated with the mappingview [%s].",
-                  "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]",
-                  mappingViewId);
-      });
+      .runCounting(lunGroups, "No lun groups are associated with the mappingview [%s].",
+                   "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]",
+                   mappingViewId);
 }
 
 CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& mappingViewId,
@@ -247,11 +227,9 @@ CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& 
            HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
           SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
-      .run([&](SecondGenerationCall& call) {
-        tellCount(call, hostGroups.size(), "No host groups are associated with the mappingview [%s].",
-                  "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]",
-                  mappingViewId);
-      });
+      .runCounting(hostGroups, "No host groups are associated with the mappingview [%s].",
+                   "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]",
+                   mappingViewId);
 }
 
 CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& lunGroupId,
@@ -269,11 +247,9 @@ CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& l
               HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP},
              SecondGenerationTexts::change(failure))
       .reacting({otherwise().line(3, failure)})
-      .run([&](SecondGenerationCall& call) {
-        tellCount(call, mappingViews.size(), "No mappingviews are associated with the lungroup with ID [%s]",
-                  "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]",
-                  lunGroupId);
-      });
+      .runCounting(mappingViews, "No mappingviews are associated with the lungroup with ID [%s]",
+                   "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]",
+                   lunGroupId);
 }
 
 CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(std::string const& lunGroupId,

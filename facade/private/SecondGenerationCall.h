@@ -129,6 +129,19 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
     return run([&](SecondGenerationCall& call) { call.line(0, format, arguments...); });
   }
 
+  // The whole description, for a list of what an owner holds: `none` for an empty list, else
+  // `counted` with the count, both at level 0 and with the owner's identifier.
+  template <class Records>
+  CXoError runCounting(const Records& records, const char* none, const char* counted, const std::string& ownerId) {
+    return run([&](SecondGenerationCall& call) {
+      if (records.empty()) {
+        call.line(0, none, ownerId);
+      } else {
+        call.line(0, counted, ownerId, static_cast<unsigned long long>(records.size()));
+      }
+    });
+  }
+
   // An error of this operation with the given text.
   CXoError error(const std::string& text) const;
   template <typename First, typename... Rest>
