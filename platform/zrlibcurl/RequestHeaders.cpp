@@ -6,24 +6,24 @@
 namespace zrcurl {
 namespace {
 
-// Two memchr scans, which go a vector at a time, rather than a test of every character.
-bool IsSafe(const std::string& text) {
-  return std::memchr(text.data(), '\r', text.size()) == nullptr && std::memchr(text.data(), '\n', text.size()) == nullptr;
+// memchr scans, which go a vector at a time, rather than a test of every character.
+bool IsSafe(const char* text, size_t size) {
+  return std::memchr(text, '\r', size) == nullptr && std::memchr(text, '\n', size) == nullptr;
 }
 
-bool Append(HeaderList& list, const std::string& line) {
-  curl_slist* grown = curl_slist_append(list.get(), line.c_str());
-  if (!grown) return false;
-  list.release();
-  list.reset(grown);
-  return true;
-}
+bool IsSafe(const std::string& text) { return IsSafe(text.data(), text.size()); }
+
+// No "Expect: 100-continue" pause before large bodies: the servers answer at once. Without a
+// body there is nothing to expect, and libcurl reads one header less on every check.
+constexpr char kNoExpect[] = "Expect:";
 
 }  // namespace
 
-bool RequestHeaders::AddLine(std::string line) {
-  if (!IsSafe(line) || line.find(':') == std::string::npos) return false;
-  lines_.push_back(std::move(line));
+bool RequestHeaders::AddLine(const char* line) {
+  const size_t size = std::strlen(line);
+  if (!IsSafe(line, size) || std::memchr(line, ':', size) == nullptr) return false;
+  if (used_ == lines_.size()) lines_.emplace_back();
+  lines_[used_++].assign(line, size);
   return true;
 }
 
@@ -42,22 +42,49 @@ bool RequestHeaders::SetAccept(const std::string& value) {
 void RequestHeaders::Clear() {
   contentTypeOverride_.clear();
   accept_.clear();
-  lines_.clear();
+  used_ = 0;
 }
 
-bool RequestHeaders::Build(bool withBody, HeaderList& list) const {
-  list.reset();
+void RequestHeaders::Reset() {
+  Clear();
+  initialContentType_.clear();
+}
+
+template <typename Visit>
+void RequestHeaders::ForEachLine(bool withBody, Visit visit) const {
   const std::string& contentType = contentTypeOverride_.empty() ? initialContentType_ : contentTypeOverride_;
-  // No "Expect: 100-continue" pause before large bodies: the servers answer at once. Without a
-  // body there is nothing to expect, and libcurl reads one header less on every check.
-  bool complete = !withBody || Append(list, "Expect:");
-  if (complete && !contentType.empty()) complete = Append(list, contentType);
-  if (complete && !accept_.empty()) complete = Append(list, accept_);
-  for (const std::string& line : lines_) {
-    if (complete) complete = Append(list, line);
+  if (withBody) visit(kNoExpect);
+  if (!contentType.empty()) visit(contentType.c_str());
+  if (!accept_.empty()) visit(accept_.c_str());
+  for (size_t i = 0; i < used_; ++i) visit(lines_[i].c_str());
+}
+
+curl_slist* RequestHeaders::Build(bool withBody, bool& complete) {
+  complete = true;
+  // The key of a list: its lines as libcurl reads them, up to their first zero byte, each ended by
+  // one; two requests with the same key send the same header lines.
+  rendering_.clear();
+  ForEachLine(withBody, [this](const char* line) { rendering_.append(line).push_back('\0'); });
+  if (built_ && rendering_ == builtFrom_) return built_.get();
+  built_.reset();
+  builtFrom_.clear();
+  curl_slist* list = nullptr;
+  ForEachLine(withBody, [&](const char* line) {
+    if (!complete) return;
+    curl_slist* grown = curl_slist_append(list, line);
+    if (grown) {
+      list = grown;
+    } else {
+      complete = false;
+    }
+  });
+  if (!complete) {
+    curl_slist_free_all(list);
+    return nullptr;
   }
-  if (!complete) list.reset();
-  return complete;
+  built_.reset(list);
+  builtFrom_.swap(rendering_);
+  return list;
 }
 
 }  // namespace zrcurl
