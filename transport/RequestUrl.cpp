@@ -18,4 +18,17 @@ std::string formRequestUrl(const std::string& controlHost, const std::string& de
   return url.append(kRest).append(deviceId).append("/").append(resource);
 }
 
+std::string RequestUrlPrefix::form(const std::string& controlHost, const std::string& deviceId,
+                                   const std::string& resource) {
+  if (!m_formed || controlHost != m_controlHost || deviceId != m_deviceId) {
+    m_prefix = formRequestUrl(controlHost, deviceId, std::string(), 0);
+    m_controlHost = controlHost;
+    m_deviceId = deviceId;
+    m_formed = true;
+  }
+  std::string url;
+  url.reserve(m_prefix.size() + resource.size());
+  return url.append(m_prefix).append(resource);
+}
+
 }  // namespace HuaweiTransport

@@ -28,6 +28,24 @@
 
 namespace zrcurl {
 
+// Paths named one after another, each kept with its room when the list is cleared, so that the
+// next client naming the same files copies them into memory it has.
+class PathList {
+ public:
+  void add(const char* path) {
+    if (used_ == paths_.size()) paths_.emplace_back();
+    paths_[used_++].assign(path);
+  }
+  void clear() { used_ = 0; }
+  bool empty() const { return used_ == 0; }
+  const std::string* begin() const { return paths_.data(); }
+  const std::string* end() const { return paths_.data() + used_; }
+
+ private:
+  std::vector<std::string> paths_;
+  size_t used_ = 0;
+};
+
 // A libcurl handle with what one client leaves for the next on it: the room of its buffers and
 // header lines, the header list libcurl was given, and the places libcurl writes bodies and error
 // texts to, set on the handle once, when it is made. Owned by one client at a time.
@@ -52,7 +70,8 @@ struct HandleSlot {
   bool hasPostFields = false;
   RequestHeaders headers;
   curl_slist* sentHeaders = nullptr;  // the list the handle was given (the headers' own)
-  std::vector<std::string> cookieFiles;  // named since the last request
+  std::string url;                    // the URL the handle was given
+  PathList cookieFiles;  // named since the last request
   std::vector<std::shared_ptr<const CookieLines>> cookieLines;  // room for those files' lines
   std::string body;
 };

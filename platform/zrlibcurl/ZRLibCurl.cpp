@@ -186,7 +186,7 @@ bool ZRLibCurl::Impl::AppendHeader(_http_hdr_type_ kind, const char* value) {
     case HTTP_HDR_ACCEPT:
       return slot->headers.SetAccept(value);
     case HTTP_HDR_COOKIE_FILE:
-      slot->cookieFiles.emplace_back(value);
+      slot->cookieFiles.add(value);
       return true;
     case HTTP_HDR_COOKIE_JAR: {
       std::string error;
@@ -253,7 +253,7 @@ bool ZRLibCurl::Impl::UseInheritedCookies(const std::vector<std::shared_ptr<cons
 // the lines cached for each file; when a file is unusual, libcurl reads them all itself, as it
 // does for a file given with CURLOPT_COOKIEFILE.
 bool ZRLibCurl::Impl::LoadCookieFiles(std::string& error) {
-  std::vector<std::string>& cookieFiles = slot->cookieFiles;
+  zrcurl::PathList& cookieFiles = slot->cookieFiles;
   std::vector<std::shared_ptr<const zrcurl::CookieLines>>& cached = slot->cookieLines;
   cached.clear();
   for (const std::string& path : cookieFiles) {
@@ -337,7 +337,15 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
     slot->sentHeaders = ok ? sentHeaders : nullptr;
   }
   ok = ok && built && SetMethodAndBody(method, data, length);
-  ok &= curl_easy_setopt(handle, CURLOPT_URL, url) == CURLE_OK;
+  // libcurl copies the URL; a handle asked for the same one as before keeps its copy.
+  if (ok && (slot->url.empty() || slot->url != url)) {
+    ok = curl_easy_setopt(handle, CURLOPT_URL, url) == CURLE_OK;
+    if (ok) {
+      slot->url.assign(url);
+    } else {
+      slot->url.clear();
+    }
+  }
   if (verbose || slot->verbose) {
     ok &= curl_easy_setopt(handle, CURLOPT_VERBOSE, verbose ? 1L : 0L) == CURLE_OK;
     ok &= curl_easy_setopt(handle, CURLOPT_DEBUGFUNCTION, verbose ? &OnDebugText : static_cast<curl_debug_callback>(nullptr)) == CURLE_OK;
