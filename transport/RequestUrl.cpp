@@ -14,8 +14,13 @@ std::string formRequestUrl(const std::string& controlHost, const std::string& de
   std::string url;
   url.reserve(controlHost.size() + deviceId.size() + resource.size() + sizeof kSessions + 16);
   url.append("https://").append(controlHost).append(":").append(port);
-  if (login) return url.append(kSessions);
-  return url.append(kRest).append(deviceId).append("/").append(resource);
+  // Appended, then returned by name: a returned append() would be copied.
+  if (login) {
+    url.append(kSessions);
+  } else {
+    url.append(kRest).append(deviceId).append("/").append(resource);
+  }
+  return url;
 }
 
 std::string RequestUrlPrefix::form(const std::string& controlHost, const std::string& deviceId,
@@ -28,7 +33,8 @@ std::string RequestUrlPrefix::form(const std::string& controlHost, const std::st
   }
   std::string url;
   url.reserve(m_prefix.size() + resource.size());
-  return url.append(m_prefix).append(resource);
+  url.append(m_prefix).append(resource);
+  return url;
 }
 
 }  // namespace HuaweiTransport
