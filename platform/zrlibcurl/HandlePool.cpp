@@ -13,7 +13,10 @@ constexpr size_t kKeptBodyBytes = 64 * 1024;
 // header list, body and error buffers are the slot's and stay valid.
 void ForgetClient(HandleSlot& slot) {
   slot.receiver = nullptr;
-  if (slot.hasPostFields) curl_easy_setopt(slot.handle, CURLOPT_POSTFIELDS, static_cast<char*>(nullptr));
+  if (slot.hasPostFields) {
+    curl_easy_setopt(slot.handle, CURLOPT_POSTFIELDS, static_cast<char*>(nullptr));  // makes it a POST
+    slot.plainGet = false;
+  }
   if (slot.verbose) {
     curl_easy_setopt(slot.handle, CURLOPT_DEBUGFUNCTION, static_cast<curl_debug_callback>(nullptr));
     curl_easy_setopt(slot.handle, CURLOPT_VERBOSE, 0L);

@@ -68,6 +68,7 @@ struct HandleSlot {
   // The handle is set verbose, or has a body of its client: to be cleared when it comes back.
   bool verbose = false;
   bool hasPostFields = false;
+  bool plainGet = false;  // set for a GET without body by the last request
   RequestHeaders headers;
   curl_slist* sentHeaders = nullptr;  // the list the handle was given (the headers' own)
   std::string url;                    // the URL the handle was given

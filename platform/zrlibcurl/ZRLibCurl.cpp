@@ -206,8 +206,16 @@ bool ZRLibCurl::Impl::AppendHeader(_http_hdr_type_ kind, const char* value) {
 
 bool ZRLibCurl::Impl::SetMethodAndBody(_http_req_type_ method, const void* data, unsigned long length) {
   const bool hasBody = data != nullptr && length > 0;
+  // A plain GET after a plain GET finds the handle set for it already.
+  const bool plainGet = method == HTTP_REQ_GET && !hasBody;
+  if (plainGet && slot->plainGet) return true;
+  slot->plainGet = false;
   bool ok = curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, static_cast<char*>(nullptr)) == CURLE_OK;
-  if (method == HTTP_REQ_GET && !hasBody) return ok && curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L) == CURLE_OK;
+  if (plainGet) {
+    ok = ok && curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L) == CURLE_OK;
+    slot->plainGet = ok;
+    return ok;
+  }
   if (method == HTTP_REQ_DELETE && !hasBody) {
     ok &= curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L) == CURLE_OK;
     return ok && curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, "DELETE") == CURLE_OK;
