@@ -37,10 +37,6 @@ void ForgetClient(HandleSlot& slot) {
 
 }  // namespace
 
-HandleSlot::~HandleSlot() {
-  if (handle) curl_easy_cleanup(handle);
-}
-
 // curl_easy_reset would keep the cookie engine with its cookies; a null cookie file frees the
 // list of cookie files (which libcurl keeps after a transfer) and the engine. The jar, if libcurl
 // was given one, is written first, as curl_easy_cleanup would.
