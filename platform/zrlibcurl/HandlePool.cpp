@@ -23,7 +23,7 @@ void ForgetClient(HandleSlot& slot) {
   }
   slot.hasPostFields = false;
   slot.verbose = false;
-  slot.headers.Reset();
+  slot.headers.Clear();
   slot.cookieFiles.clear();
   slot.cookieLines.clear();
   // The room of an ordinary answer stays for the next one; a large one goes back now.

@@ -1,7 +1,6 @@
 #include "RequestHeaders.h"
 
 #include <cstring>
-#include <utility>
 
 namespace zrcurl {
 namespace {
@@ -19,71 +18,73 @@ constexpr char kNoExpect[] = "Expect:";
 
 }  // namespace
 
+void RequestHeaders::Keep(std::string& text, const std::string& value) {
+  if (text == value) return;
+  text = value;
+  changed_ = true;
+}
+
 bool RequestHeaders::AddLine(const char* line) {
   const size_t size = std::strlen(line);
   if (!IsSafe(line, size) || std::memchr(line, ':', size) == nullptr) return false;
-  if (used_ == lines_.size()) lines_.emplace_back();
-  lines_[used_++].assign(line, size);
+  if (used_ == lines_.size()) {
+    lines_.emplace_back(line, size);
+    changed_ = true;
+  } else {
+    std::string& kept = lines_[used_];
+    if (kept.size() != size || std::memcmp(kept.data(), line, size) != 0) {
+      kept.assign(line, size);
+      changed_ = true;
+    }
+  }
+  ++used_;
   return true;
 }
 
 bool RequestHeaders::ReplaceContentType(const std::string& value) {
   if (!IsSafe(value)) return false;
-  contentTypeOverride_ = "Content-Type: " + value;
+  Keep(contentTypeOverride_, "Content-Type: " + value);
   return true;
 }
 
 bool RequestHeaders::SetAccept(const std::string& value) {
   if (!IsSafe(value)) return false;
-  accept_ = "Accept: " + value;
+  Keep(accept_, "Accept: " + value);
   return true;
 }
 
 void RequestHeaders::Clear() {
-  contentTypeOverride_.clear();
-  accept_.clear();
+  Keep(contentTypeOverride_, std::string());
+  Keep(accept_, std::string());
   used_ = 0;
-}
-
-void RequestHeaders::Reset() {
-  Clear();
-  initialContentType_.clear();
-}
-
-template <typename Visit>
-void RequestHeaders::ForEachLine(bool withBody, Visit visit) const {
-  const std::string& contentType = contentTypeOverride_.empty() ? initialContentType_ : contentTypeOverride_;
-  if (withBody) visit(kNoExpect);
-  if (!contentType.empty()) visit(contentType.c_str());
-  if (!accept_.empty()) visit(accept_.c_str());
-  for (size_t i = 0; i < used_; ++i) visit(lines_[i].c_str());
 }
 
 curl_slist* RequestHeaders::Build(bool withBody, bool& complete) {
   complete = true;
-  // The key of a list: its lines as libcurl reads them, up to their first zero byte, each ended by
-  // one; two requests with the same key send the same header lines.
-  rendering_.clear();
-  ForEachLine(withBody, [this](const char* line) { rendering_.append(line).push_back('\0'); });
-  if (built_ && rendering_ == builtFrom_) return built_.get();
+  if (built_ && !changed_ && used_ == builtUsed_ && withBody == builtWithBody_) return built_.get();
   built_.reset();
-  builtFrom_.clear();
+  const std::string& contentType = contentTypeOverride_.empty() ? initialContentType_ : contentTypeOverride_;
   curl_slist* list = nullptr;
-  ForEachLine(withBody, [&](const char* line) {
-    if (!complete) return;
-    curl_slist* grown = curl_slist_append(list, line);
+  const auto append = [&](const char* line) {
+    curl_slist* grown = complete ? curl_slist_append(list, line) : nullptr;
     if (grown) {
       list = grown;
     } else {
       complete = false;
     }
-  });
+  };
+  if (withBody) append(kNoExpect);
+  if (!contentType.empty()) append(contentType.c_str());
+  if (!accept_.empty()) append(accept_.c_str());
+  for (size_t i = 0; i < used_; ++i) append(lines_[i].c_str());
   if (!complete) {
     curl_slist_free_all(list);
     return nullptr;
   }
   built_.reset(list);
-  builtFrom_.swap(rendering_);
+  builtUsed_ = used_;
+  builtWithBody_ = withBody;
+  changed_ = false;
   return list;
 }
 
