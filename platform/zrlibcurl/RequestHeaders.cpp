@@ -18,9 +18,9 @@ constexpr char kNoExpect[] = "Expect:";
 
 }  // namespace
 
-void RequestHeaders::Keep(std::string& text, const std::string& value) {
-  if (text == value) return;
-  text = value;
+void RequestHeaders::Keep(std::string& text, const char* value) {
+  if (text.compare(value) == 0) return;
+  text.assign(value);
   changed_ = true;
 }
 
@@ -43,19 +43,20 @@ bool RequestHeaders::AddLine(const char* line) {
 
 bool RequestHeaders::ReplaceContentType(const std::string& value) {
   if (!IsSafe(value)) return false;
-  Keep(contentTypeOverride_, "Content-Type: " + value);
+  Keep(contentTypeOverride_, ("Content-Type: " + value).c_str());
   return true;
 }
 
 bool RequestHeaders::SetAccept(const std::string& value) {
   if (!IsSafe(value)) return false;
-  Keep(accept_, "Accept: " + value);
+  Keep(accept_, ("Accept: " + value).c_str());
   return true;
 }
 
 void RequestHeaders::Clear() {
-  Keep(contentTypeOverride_, std::string());
-  Keep(accept_, std::string());
+  if (!contentTypeOverride_.empty() || !accept_.empty()) changed_ = true;
+  contentTypeOverride_.clear();
+  accept_.clear();
   used_ = 0;
 }
 

@@ -35,7 +35,7 @@ class RequestHeaders {
 
  private:
   // Sets `text`, noting whether that changed it.
-  void Keep(std::string& text, const std::string& value);
+  void Keep(std::string& text, const char* value);
 
   std::string initialContentType_;
   std::string contentTypeOverride_;
