@@ -9,7 +9,6 @@
 #include "HuaweiOpTypes.h"
 #include "HuaweiRequestTypes.h"
 #include "PasswordMask.h"
-#include "RequestUrl.h"
 #include "TkDebug.h"
 #include "TkLogSink.h"
 #include "YbString.h"
@@ -130,8 +129,13 @@ bool HuaweiRestAPI::setCommonCurlHeaders(int const& opType, void const*& client)
     }
   } else {
     curl->ZRLibCurlFreeHttpHeaderList();
-    const std::string tokenHeader = "iBaseToken: " + m_baseToken;
-    if (!curl->ZRLibCurlAppendHeader(HTTP_HDR_CUSTOM, tokenHeader.c_str())) {
+    static const char kTokenName[] = "iBaseToken: ";
+    constexpr std::size_t kTokenNameLength = sizeof kTokenName - 1;
+    if (m_tokenHeader.size() != kTokenNameLength + m_baseToken.size() ||
+        m_tokenHeader.compare(kTokenNameLength, std::string::npos, m_baseToken) != 0) {
+      m_tokenHeader.assign(kTokenName).append(m_baseToken);
+    }
+    if (!curl->ZRLibCurlAppendHeader(HTTP_HDR_CUSTOM, m_tokenHeader.c_str())) {
       debug.DebugLvl(kLog, -1, m_jobId, "Failed to set the Base Token header.");
       return false;
     }
@@ -145,7 +149,10 @@ bool HuaweiRestAPI::setCommonCurlHeaders(int const& opType, void const*& client)
 }
 
 std::string HuaweiRestAPI::formRequestURL(std::string resource, int const& opType) {
-  return HuaweiTransport::formRequestUrl(m_controlHost, m_deviceId, resource, opType);
+  if (opType == HuaweiOpType::SET_TOKEN_INFO) {
+    return HuaweiTransport::formRequestUrl(m_controlHost, m_deviceId, resource, opType);
+  }
+  return m_urlPrefix.form(m_controlHost, m_deviceId, resource);
 }
 
 void HuaweiRestAPI::maskPasswordInRequestBody(std::string& body) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "HuaweiApiResultStatus.h"
+#include "RequestUrl.h"
 
 class ZRLibCurl;
 
@@ -62,6 +63,9 @@ class HuaweiRestAPI {
   std::string m_deviceId;
   std::string m_baseToken;
   std::string m_cookieFile;
+  // Formed from the fields above when they change, not for every request.
+  HuaweiTransport::RequestUrlPrefix m_urlPrefix;
+  std::string m_tokenHeader;  // "iBaseToken: " and the base token
   // A client whose headers could not be set outlives its request by design; it is kept here, not
   // lost, and freed with the transport.
   std::unique_ptr<ZRLibCurl> m_clientKeptAfterHeaderFailure;

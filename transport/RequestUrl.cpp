@@ -14,8 +14,27 @@ std::string formRequestUrl(const std::string& controlHost, const std::string& de
   std::string url;
   url.reserve(controlHost.size() + deviceId.size() + resource.size() + sizeof kSessions + 16);
   url.append("https://").append(controlHost).append(":").append(port);
-  if (login) return url.append(kSessions);
-  return url.append(kRest).append(deviceId).append("/").append(resource);
+  // Appended, then returned by name: a returned append() would be copied.
+  if (login) {
+    url.append(kSessions);
+  } else {
+    url.append(kRest).append(deviceId).append("/").append(resource);
+  }
+  return url;
+}
+
+std::string RequestUrlPrefix::form(const std::string& controlHost, const std::string& deviceId,
+                                   const std::string& resource) {
+  if (!m_formed || controlHost != m_controlHost || deviceId != m_deviceId) {
+    m_prefix = formRequestUrl(controlHost, deviceId, std::string(), 0);
+    m_controlHost = controlHost;
+    m_deviceId = deviceId;
+    m_formed = true;
+  }
+  std::string url;
+  url.reserve(m_prefix.size() + resource.size());
+  url.append(m_prefix).append(resource);
+  return url;
 }
 
 }  // namespace HuaweiTransport

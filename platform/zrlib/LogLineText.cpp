@@ -30,23 +30,38 @@ void AppendControl(std::string& out, unsigned char c) {
   }
 }
 
-}  // namespace
-
-bool IsOneLine(const std::string& text) {
+// Printable ASCII only: a byte below 0x20 borrows into its high bit, 0x7f carries into it, and any
+// higher byte has it already.
+bool IsPlainWord(const char* bytes) {
   constexpr uint64_t kOnes = 0x0101010101010101ULL, kHighBits = 0x8080808080808080ULL;
-  size_t i = 0;
-  // Eight bytes at a time while all are printable ASCII, as nearly all are: a byte below 0x20
-  // borrows into its high bit, 0x7f carries into it, and any higher byte has it already. A word
-  // with such a byte is looked at byte by byte.
-  for (uint64_t word; i + sizeof word <= text.size(); i += sizeof word) {
-    std::memcpy(&word, text.data() + i, sizeof word);
-    if (((word - kOnes * 0x20) | (word + kOnes) | word) & kHighBits) break;
-  }
-  for (; i < text.size(); ++i) {
+  uint64_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  return (((word - kOnes * 0x20) | (word + kOnes) | word) & kHighBits) == 0;
+}
+
+// Byte by byte from `from`, before which every byte is printable ASCII.
+bool IsOneLineFrom(const std::string& text, size_t from) {
+  for (size_t i = from; i < text.size(); ++i) {
     const auto c = static_cast<unsigned char>(text[i]);
     if (IsControl(c) || (c >= 0xc2 && BreakerLength(text, i) != 0)) return false;
   }
   return true;
+}
+
+}  // namespace
+
+bool IsOneLine(const std::string& text) {
+  // Eight bytes at a time while all are printable ASCII, as nearly all are; the last word overlaps
+  // the one before so that no byte is left for the slow loop. A word with another byte is looked at
+  // byte by byte.
+  constexpr size_t kWord = sizeof(uint64_t);
+  const size_t size = text.size();
+  if (size < kWord) return IsOneLineFrom(text, 0);
+  size_t i = 0;
+  for (; i + kWord <= size; i += kWord) {
+    if (!IsPlainWord(text.data() + i)) return IsOneLineFrom(text, i);
+  }
+  return i == size || IsPlainWord(text.data() + size - kWord) || IsOneLineFrom(text, i);
 }
 
 std::string OneLine(const std::string& text) {

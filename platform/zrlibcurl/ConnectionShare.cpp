@@ -15,7 +15,7 @@ ConnectionShare::ConnectionShare() {
   curl_share_setopt(share_, CURLSHOPT_LOCKFUNC, &ConnectionShare::Lock);
   curl_share_setopt(share_, CURLSHOPT_UNLOCKFUNC, &ConnectionShare::Unlock);
   curl_share_setopt(share_, CURLSHOPT_USERDATA, this);
-  for (curl_lock_data data : {CURL_LOCK_DATA_DNS, CURL_LOCK_DATA_SSL_SESSION, CURL_LOCK_DATA_CONNECT}) {
+  for (curl_lock_data data : {CURL_LOCK_DATA_DNS, CURL_LOCK_DATA_SSL_SESSION}) {
     const CURLSHcode result = curl_share_setopt(share_, CURLSHOPT_SHARE, data);
     if (result != CURLSHE_OK) {
       Log(kFailureLevel, "Cannot share data kind %d: %s", static_cast<int>(data), curl_share_strerror(result));

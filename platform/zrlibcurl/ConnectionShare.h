@@ -1,5 +1,9 @@
-// A libcurl share of DNS answers, TLS sessions and open connections, so that a fresh client per
-// request reuses the connection of the one before. Safe for clients on several threads.
+// A libcurl share of DNS answers and TLS sessions, so that a handle made for a new client neither
+// looks the host up again nor makes a full handshake. Open connections are not shared: each stays
+// in the connection cache of the recycled handle that opened it (HandlePool.h) and goes to the next
+// client with that handle. A shared cache would take the share's lock several times per request,
+// and buys nothing here: a client always runs on one handle of the pool. Safe for clients on
+// several threads.
 #pragma once
 
 #include <curl/curl.h>

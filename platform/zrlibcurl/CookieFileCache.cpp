@@ -122,7 +122,7 @@ std::shared_ptr<const CookieLines> ReadCookieLines(const std::string& path, File
 
 std::shared_ptr<const CookieLines> CookieFileLines(const std::string& path) {
   // "" only turns the cookie engine on and "-" is standard input: both libcurl's.
-  if (path.empty() || path == "-") return nullptr;
+  if (path.empty() || (path.size() == 1 && path[0] == '-')) return nullptr;
   timespec now{};
   ::clock_gettime(CLOCK_REALTIME, &now);  // before the file is looked at
   const unsigned long long writes = jarWrites.load(std::memory_order_acquire);

@@ -2,14 +2,13 @@
 
 #include <curl/curl.h>
 
-#include <mutex>
-
 namespace zrcurl {
 
 void EnsureCurlGlobalInit() {
-  static std::once_flag once;
-  // Never cleaned up: clients may live until the very end of the process.
-  std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+  // Never cleaned up: clients may live until the very end of the process. A function-local
+  // static, so that every later call is one load, not a pthread_once.
+  static const CURLcode initialised = curl_global_init(CURL_GLOBAL_DEFAULT);
+  (void)initialised;
 }
 
 }  // namespace zrcurl

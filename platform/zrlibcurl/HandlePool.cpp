@@ -1,19 +1,38 @@
 #include "HandlePool.h"
 
+#include <new>
 #include <utility>
 
 namespace zrcurl {
 namespace {
 
-// Clears what points into the client that used the handle (its buffers, its header list, its
-// body), so that an idle handle refers to nothing freed. The next client sets its own.
-void ForgetClient(CURL* handle) {
-  curl_easy_setopt(handle, CURLOPT_WRITEDATA, static_cast<void*>(nullptr));
-  curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, static_cast<char*>(nullptr));
-  curl_easy_setopt(handle, CURLOPT_HTTPHEADER, static_cast<curl_slist*>(nullptr));
-  curl_easy_setopt(handle, CURLOPT_POSTFIELDS, static_cast<char*>(nullptr));
-  curl_easy_setopt(handle, CURLOPT_DEBUGFUNCTION, static_cast<curl_debug_callback>(nullptr));
-  curl_easy_setopt(handle, CURLOPT_VERBOSE, 0L);
+constexpr size_t kKeptBodyBytes = 64 * 1024;
+
+// Clears what points into the client that used the handle (the body it sent) and the verbosity it
+// chose, so that an idle handle refers to nothing freed and the next client starts quiet. The
+// header list, body and error buffers are the slot's and stay valid.
+void ForgetClient(HandleSlot& slot) {
+  slot.receiver = nullptr;
+  if (slot.hasPostFields) {
+    curl_easy_setopt(slot.handle, CURLOPT_POSTFIELDS, static_cast<char*>(nullptr));  // makes it a POST
+    slot.plainGet = false;
+  }
+  if (slot.verbose) {
+    curl_easy_setopt(slot.handle, CURLOPT_DEBUGFUNCTION, static_cast<curl_debug_callback>(nullptr));
+    curl_easy_setopt(slot.handle, CURLOPT_VERBOSE, 0L);
+  }
+  slot.hasPostFields = false;
+  slot.verbose = false;
+  slot.headers.Clear();
+  slot.cookieFiles.clear();
+  slot.cookieLines.clear();
+  // The room of an ordinary answer stays for the next one; a large one goes back now.
+  if (slot.body.capacity() > kKeptBodyBytes) {
+    std::string().swap(slot.body);
+  } else {
+    slot.body.clear();
+  }
+  slot.errorText[0] = '\0';
 }
 
 }  // namespace
@@ -30,45 +49,45 @@ HandlePool::HandlePool(bool recycle) : recycle_(recycle) {
   if (recycle_) idle_.reserve(kMaxIdle);
 }
 
-HandlePool::~HandlePool() {
-  for (const PooledHandle& idle : idle_) curl_easy_cleanup(idle.handle);
-}
+HandlePool::~HandlePool() = default;
 
-PooledHandle HandlePool::Take() {
+std::unique_ptr<HandleSlot> HandlePool::Take() {
   if (recycle_) {
     std::lock_guard<std::mutex> lock(mutex_);
     if (!idle_.empty()) {
-      PooledHandle handle = std::move(idle_.back());  // the most recently used one, still warm in the caches
+      std::unique_ptr<HandleSlot> slot = std::move(idle_.back());  // the most recently used one, still warm
       idle_.pop_back();
-      return handle;
+      return slot;
     }
   }
-  return PooledHandle{curl_easy_init(), true, nullptr};
+  std::unique_ptr<HandleSlot> slot(new (std::nothrow) HandleSlot);
+  if (slot) slot->handle = curl_easy_init();
+  return slot;
 }
 
-void HandlePool::Give(CURL* handle, bool cookieEngineOn, std::shared_ptr<const CookieLines> keptCookies) {
-  if (!handle) return;
+void HandlePool::Give(std::unique_ptr<HandleSlot> slot, bool cookieEngineOn,
+                      std::shared_ptr<const CookieLines> keptCookies) {
+  if (!slot || !slot->handle) return;
   if (recycle_) {
-    ForgetClient(handle);
-    if (cookieEngineOn && !keptCookies) DropCookieEngine(handle);
+    ForgetClient(*slot);
+    if (cookieEngineOn && !keptCookies) DropCookieEngine(slot->handle);
+    slot->keptCookies = std::move(keptCookies);
     std::lock_guard<std::mutex> lock(mutex_);
     if (!retired_ && idle_.size() < kMaxIdle) {
-      // Within the capacity reserved up front: cannot throw.
-      idle_.push_back(PooledHandle{handle, false, std::move(keptCookies)});
+      idle_.push_back(std::move(slot));  // within the capacity reserved up front: cannot throw
       return;
     }
   }
-  curl_easy_cleanup(handle);
+  // Freed here, outside the lock.
 }
 
 void HandlePool::Retire() {
-  std::vector<PooledHandle> idle;
+  std::vector<std::unique_ptr<HandleSlot>> idle;
   {
     std::lock_guard<std::mutex> lock(mutex_);
     retired_ = true;
     idle.swap(idle_);
   }
-  for (const PooledHandle& handle : idle) curl_easy_cleanup(handle.handle);
 }
 
 }  // namespace zrcurl

@@ -1,63 +1,92 @@
 #include "RequestHeaders.h"
 
 #include <cstring>
-#include <utility>
 
 namespace zrcurl {
 namespace {
 
-// Two memchr scans, which go a vector at a time, rather than a test of every character.
-bool IsSafe(const std::string& text) {
-  return std::memchr(text.data(), '\r', text.size()) == nullptr && std::memchr(text.data(), '\n', text.size()) == nullptr;
+// memchr scans, which go a vector at a time, rather than a test of every character.
+bool IsSafe(const char* text, size_t size) {
+  return std::memchr(text, '\r', size) == nullptr && std::memchr(text, '\n', size) == nullptr;
 }
 
-bool Append(HeaderList& list, const std::string& line) {
-  curl_slist* grown = curl_slist_append(list.get(), line.c_str());
-  if (!grown) return false;
-  list.release();
-  list.reset(grown);
-  return true;
-}
+bool IsSafe(const std::string& text) { return IsSafe(text.data(), text.size()); }
+
+// No "Expect: 100-continue" pause before large bodies: the servers answer at once. Without a
+// body there is nothing to expect, and libcurl reads one header less on every check.
+constexpr char kNoExpect[] = "Expect:";
 
 }  // namespace
 
-bool RequestHeaders::AddLine(std::string line) {
-  if (!IsSafe(line) || line.find(':') == std::string::npos) return false;
-  lines_.push_back(std::move(line));
+void RequestHeaders::Keep(std::string& text, const char* value) {
+  if (text.compare(value) == 0) return;
+  text.assign(value);
+  changed_ = true;
+}
+
+bool RequestHeaders::AddLine(const char* line) {
+  const size_t size = std::strlen(line);
+  if (!IsSafe(line, size) || std::memchr(line, ':', size) == nullptr) return false;
+  if (used_ == lines_.size()) {
+    lines_.emplace_back(line, size);
+    changed_ = true;
+  } else {
+    std::string& kept = lines_[used_];
+    if (kept.size() != size || std::memcmp(kept.data(), line, size) != 0) {
+      kept.assign(line, size);
+      changed_ = true;
+    }
+  }
+  ++used_;
   return true;
 }
 
 bool RequestHeaders::ReplaceContentType(const std::string& value) {
   if (!IsSafe(value)) return false;
-  contentTypeOverride_ = "Content-Type: " + value;
+  Keep(contentTypeOverride_, ("Content-Type: " + value).c_str());
   return true;
 }
 
 bool RequestHeaders::SetAccept(const std::string& value) {
   if (!IsSafe(value)) return false;
-  accept_ = "Accept: " + value;
+  Keep(accept_, ("Accept: " + value).c_str());
   return true;
 }
 
 void RequestHeaders::Clear() {
+  if (!contentTypeOverride_.empty() || !accept_.empty()) changed_ = true;
   contentTypeOverride_.clear();
   accept_.clear();
-  lines_.clear();
+  used_ = 0;
 }
 
-bool RequestHeaders::Build(bool withBody, HeaderList& list) const {
-  list.reset();
+curl_slist* RequestHeaders::Build(bool withBody, bool& complete) {
+  complete = true;
+  if (built_ && !changed_ && used_ == builtUsed_ && withBody == builtWithBody_) return built_.get();
+  built_.reset();
   const std::string& contentType = contentTypeOverride_.empty() ? initialContentType_ : contentTypeOverride_;
-  // No "Expect: 100-continue" pause before large bodies: the servers answer at once. Without a
-  // body there is nothing to expect, and libcurl reads one header less on every check.
-  bool complete = !withBody || Append(list, "Expect:");
-  if (complete && !contentType.empty()) complete = Append(list, contentType);
-  if (complete && !accept_.empty()) complete = Append(list, accept_);
-  for (const std::string& line : lines_) {
-    if (complete) complete = Append(list, line);
+  curl_slist* list = nullptr;
+  const auto append = [&](const char* line) {
+    curl_slist* grown = complete ? curl_slist_append(list, line) : nullptr;
+    if (grown) {
+      list = grown;
+    } else {
+      complete = false;
+    }
+  };
+  if (withBody) append(kNoExpect);
+  if (!contentType.empty()) append(contentType.c_str());
+  if (!accept_.empty()) append(accept_.c_str());
+  for (size_t i = 0; i < used_; ++i) append(lines_[i].c_str());
+  if (!complete) {
+    curl_slist_free_all(list);
+    return nullptr;
   }
-  if (!complete) list.reset();
-  return complete;
+  built_.reset(list);
+  builtUsed_ = used_;
+  builtWithBody_ = withBody;
+  changed_ = false;
+  return list;
 }
 
 }  // namespace zrcurl

@@ -80,24 +80,21 @@ struct ZRLibCurl::Impl {
               std::chrono::steady_clock::time_point started) const;
   void ForgetResponse();
   bool Receive(const char* data, size_t size);
-  static size_t OnBody(char* data, size_t size, size_t count, void* self);
-  static bool ApplyToNewHandle(CURL* handle);
+  static size_t OnBody(char* data, size_t size, size_t count, void* slot);
+  static bool ApplyToNewHandle(zrcurl::HandleSlot& slot);
 
   ZRLibCurl* const owner;
+  // The handle and its buffers while initialised; `handle` is the slot's.
+  std::unique_ptr<zrcurl::HandleSlot> slot;
   CURL* handle = nullptr;
   // Held as long as the handle, which uses its trust store and share.
   std::shared_ptr<zrcurl::ClientSettings> settings;
-  zrcurl::RequestHeaders headers;
-  zrcurl::HeaderList sentHeaders;  // libcurl reads the list during the transfer
-  // Cookie files named since the last request; like libcurl, the next request loads them once.
-  std::vector<std::string> cookieFiles;
   std::string cookieJar;
   // The cookie engine of the handle: whether it is on, and the cookie lines it holds when it holds
   // exactly those of one file as read. A recycled handle may come with the engine of the client
   // before, holding `inheritedCookies`: used when this client names that same file, unchanged,
   // before its first request, and dropped otherwise.
   bool cookieEngineOn = false;
-  bool verboseOn = false;  // the handle is set verbose (a handle from the pool is not)
   std::shared_ptr<const zrcurl::CookieLines> engineCookies;
   std::shared_ptr<const zrcurl::CookieLines> inheritedCookies;
   ZRLibCurlWriteCallback writeCallback = nullptr;
@@ -106,9 +103,7 @@ struct ZRLibCurl::Impl {
 
   bool hasResponse = false;
   bool bodyTooLarge = false;
-  std::string body;
   long httpStatus = 0;
-  char errorText[CURL_ERROR_SIZE] = {};
 };
 
 bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportErrorOnly, bool followRedirects,
@@ -116,32 +111,38 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
   DeInit();
   zrcurl::EnsureCurlGlobalInit();
   settings = zrcurl::CurrentClientSettings();
-  zrcurl::PooledHandle pooled = settings->handles.Take();
-  handle = pooled.handle;
-  if (!handle) {
+  slot = settings->handles.Take();
+  if (!slot || !slot->handle) {
+    slot.reset();
     zrcurl::Log(zrcurl::kFailureLevel, "libcurl gave no handle.");
     settings.reset();
     return false;
   }
-  inheritedCookies = std::move(pooled.keptCookies);
+  handle = slot->handle;
+  inheritedCookies = std::move(slot->keptCookies);
   cookieEngineOn = inheritedCookies != nullptr;
   writeCallback = callback;
   recorder = g_recorder.load(std::memory_order_acquire);
-  headers.SetInitialContentType(contentTypeHeader ? contentTypeHeader : "");
+  slot->receiver = this;
+  slot->headers.SetInitialContentType(contentTypeHeader);
 
   zrcurl::WarnOfSettings(*settings);
-  if (pooled.fresh && !(zrcurl::ApplyClientSettings(handle, *settings) && ApplyToNewHandle(handle))) {
-    curl_easy_cleanup(handle);  // never recycled with settings half applied
+  if (slot->fresh && !(zrcurl::ApplyClientSettings(handle, *settings) && ApplyToNewHandle(*slot))) {
+    slot.reset();  // never recycled with settings half applied
     handle = nullptr;
     zrcurl::Log(zrcurl::kFailureLevel, "libcurl refused a setting of the client.");
     DeInit();
     return false;
   }
-  bool ok = true;
-  ok &= curl_easy_setopt(handle, CURLOPT_FAILONERROR, failOnTransportErrorOnly ? 0L : 1L) == CURLE_OK;
+  slot->fresh = false;
   (void)followRedirects;  // never followed: see ApplyToNewHandle
-  ok &= curl_easy_setopt(handle, CURLOPT_WRITEDATA, this) == CURLE_OK;
-  ok &= curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, errorText) == CURLE_OK;
+  // Set only when it changes: a handle keeps what the client before it set.
+  const long failOnError = failOnTransportErrorOnly ? 0L : 1L;
+  bool ok = true;
+  if (slot->failOnError != failOnError) {
+    ok = curl_easy_setopt(handle, CURLOPT_FAILONERROR, failOnError) == CURLE_OK;
+    slot->failOnError = ok ? failOnError : -1;
+  }
   if (!ok) {
     zrcurl::Log(zrcurl::kFailureLevel, "libcurl refused a setting of the client.");
     DeInit();
@@ -150,29 +151,28 @@ bool ZRLibCurl::Impl::Init(const char* contentTypeHeader, bool failOnTransportEr
 }
 
 // What every client sets alike, set once on a handle made for it and kept while it is recycled.
-bool ZRLibCurl::Impl::ApplyToNewHandle(CURL* handle) {
+// Bodies and error texts go to the slot, which finds the client that owns it now.
+bool ZRLibCurl::Impl::ApplyToNewHandle(zrcurl::HandleSlot& slot) {
   // Redirects are never followed, whatever the caller asks: the login body carries the password
   // and every later request the token, and neither may reach a host the caller did not name.
-  bool ok = curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L) == CURLE_OK;
-  ok &= curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Impl::OnBody) == CURLE_OK;
+  bool ok = curl_easy_setopt(slot.handle, CURLOPT_FOLLOWLOCATION, 0L) == CURLE_OK;
+  ok &= curl_easy_setopt(slot.handle, CURLOPT_WRITEFUNCTION, &Impl::OnBody) == CURLE_OK;
+  ok &= curl_easy_setopt(slot.handle, CURLOPT_WRITEDATA, &slot) == CURLE_OK;
+  ok &= curl_easy_setopt(slot.handle, CURLOPT_ERRORBUFFER, slot.errorText) == CURLE_OK;
   return ok;
 }
 
 void ZRLibCurl::Impl::DeInit() {
-  if (handle) {
+  ForgetResponse();
+  if (slot) {
     // Recycled or freed; the engine goes along when it holds one file's cookies as read.
-    settings->handles.Give(handle, cookieEngineOn, engineCookies ? engineCookies : inheritedCookies);
-    handle = nullptr;
+    settings->handles.Give(std::move(slot), cookieEngineOn, engineCookies ? engineCookies : inheritedCookies);
   }
+  handle = nullptr;
   cookieEngineOn = false;
-  verboseOn = false;
   engineCookies.reset();
   inheritedCookies.reset();
-  sentHeaders.reset();
-  headers = zrcurl::RequestHeaders();
-  cookieFiles.clear();
   cookieJar.clear();
-  ForgetResponse();
   settings.reset();  // the last client of an old generation closes its connections here
 }
 
@@ -180,13 +180,13 @@ bool ZRLibCurl::Impl::AppendHeader(_http_hdr_type_ kind, const char* value) {
   if (!handle || !value) return false;
   switch (kind) {
     case HTTP_HDR_CUSTOM:
-      return headers.AddLine(value);
+      return slot->headers.AddLine(value);
     case HTTP_HDR_CONTENT_TYPE:
-      return headers.ReplaceContentType(value);
+      return slot->headers.ReplaceContentType(value);
     case HTTP_HDR_ACCEPT:
-      return headers.SetAccept(value);
+      return slot->headers.SetAccept(value);
     case HTTP_HDR_COOKIE_FILE:
-      cookieFiles.emplace_back(value);
+      slot->cookieFiles.add(value);
       return true;
     case HTTP_HDR_COOKIE_JAR: {
       std::string error;
@@ -206,8 +206,16 @@ bool ZRLibCurl::Impl::AppendHeader(_http_hdr_type_ kind, const char* value) {
 
 bool ZRLibCurl::Impl::SetMethodAndBody(_http_req_type_ method, const void* data, unsigned long length) {
   const bool hasBody = data != nullptr && length > 0;
+  // A plain GET after a plain GET finds the handle set for it already.
+  const bool plainGet = method == HTTP_REQ_GET && !hasBody;
+  if (plainGet && slot->plainGet) return true;
+  slot->plainGet = false;
   bool ok = curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, static_cast<char*>(nullptr)) == CURLE_OK;
-  if (method == HTTP_REQ_GET && !hasBody) return ok && curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L) == CURLE_OK;
+  if (plainGet) {
+    ok = ok && curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L) == CURLE_OK;
+    slot->plainGet = ok;
+    return ok;
+  }
   if (method == HTTP_REQ_DELETE && !hasBody) {
     ok &= curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L) == CURLE_OK;
     return ok && curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, "DELETE") == CURLE_OK;
@@ -217,6 +225,7 @@ bool ZRLibCurl::Impl::SetMethodAndBody(_http_req_type_ method, const void* data,
   ok &= curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(hasBody ? length : 0)) ==
         CURLE_OK;
   ok &= curl_easy_setopt(handle, CURLOPT_POSTFIELDS, hasBody ? data : "") == CURLE_OK;
+  slot->hasPostFields = true;
   if (method != HTTP_REQ_POST) ok &= curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, MethodName(method)) == CURLE_OK;
   return ok;
 }
@@ -252,7 +261,9 @@ bool ZRLibCurl::Impl::UseInheritedCookies(const std::vector<std::shared_ptr<cons
 // the lines cached for each file; when a file is unusual, libcurl reads them all itself, as it
 // does for a file given with CURLOPT_COOKIEFILE.
 bool ZRLibCurl::Impl::LoadCookieFiles(std::string& error) {
-  std::vector<std::shared_ptr<const zrcurl::CookieLines>> cached;
+  zrcurl::PathList& cookieFiles = slot->cookieFiles;
+  std::vector<std::shared_ptr<const zrcurl::CookieLines>>& cached = slot->cookieLines;
+  cached.clear();
   for (const std::string& path : cookieFiles) {
     cached.push_back(zrcurl::CookieFileLines(path));
     if (!cached.back()) break;
@@ -262,7 +273,8 @@ bool ZRLibCurl::Impl::LoadCookieFiles(std::string& error) {
     if (!cached.back() && !zrcurl::CookieFileReadable(path, error)) return false;
   }
   const bool complete = !cached.empty() && cached.back();
-  if (UseInheritedCookies(complete ? cached : decltype(cached)())) {
+  if (!complete) cached.clear();
+  if (UseInheritedCookies(cached)) {
     cookieFiles.clear();
     return true;
   }
@@ -301,9 +313,10 @@ void ZRLibCurl::Impl::NoteCookiesReceived() {
 void ZRLibCurl::Impl::ForgetResponse() {
   hasResponse = false;
   bodyTooLarge = false;
-  body.clear();
   httpStatus = 0;
-  errorText[0] = '\0';
+  if (!slot) return;
+  slot->body.clear();
+  slot->errorText[0] = '\0';
 }
 
 bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* data, unsigned long length,
@@ -322,14 +335,29 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
     zrcurl::Log(zrcurl::kErrorLevel, "%s %s not sent: %s", MethodName(method), url, cookieError.c_str());
     return false;
   }
-  bool ok = headers.Build(data != nullptr && length > 0, sentHeaders) && SetMethodAndBody(method, data, length);
-  ok &= curl_easy_setopt(handle, CURLOPT_URL, url) == CURLE_OK;
-  ok &= curl_easy_setopt(handle, CURLOPT_HTTPHEADER, sentHeaders.get()) == CURLE_OK;
-  // A handle comes quiet from the pool; it is told only when this client changes that.
-  if (verbose || verboseOn) {
+  // libcurl reads the list during the transfer. The slot keeps it, and the handle is told only of
+  // a list other than the one it has, so that it never points to a list that is gone.
+  bool ok = true;
+  bool built = true;
+  curl_slist* sentHeaders = slot->headers.Build(data != nullptr && length > 0, built);
+  if (sentHeaders != slot->sentHeaders || !sentHeaders) {
+    ok = curl_easy_setopt(handle, CURLOPT_HTTPHEADER, sentHeaders) == CURLE_OK;
+    slot->sentHeaders = ok ? sentHeaders : nullptr;
+  }
+  ok = ok && built && SetMethodAndBody(method, data, length);
+  // libcurl copies the URL; a handle asked for the same one as before keeps its copy.
+  if (ok && (slot->url.empty() || slot->url != url)) {
+    ok = curl_easy_setopt(handle, CURLOPT_URL, url) == CURLE_OK;
+    if (ok) {
+      slot->url.assign(url);
+    } else {
+      slot->url.clear();
+    }
+  }
+  if (verbose || slot->verbose) {
     ok &= curl_easy_setopt(handle, CURLOPT_VERBOSE, verbose ? 1L : 0L) == CURLE_OK;
     ok &= curl_easy_setopt(handle, CURLOPT_DEBUGFUNCTION, verbose ? &OnDebugText : static_cast<curl_debug_callback>(nullptr)) == CURLE_OK;
-    verboseOn = verbose;
+    slot->verbose = verbose;
   }
   if (!ok) {
     zrcurl::Log(zrcurl::kFailureLevel, "%s %s: libcurl refused the request settings.", MethodName(method), url);
@@ -343,13 +371,13 @@ bool ZRLibCurl::Impl::Send(_http_req_type_ method, const char* url, const void* 
   if (bodyTooLarge) {
     zrcurl::Log(zrcurl::kErrorLevel, "%s %s: the answer is longer than the limit of %llu bytes; it was not read.",
                 MethodName(method), url, settings->options.maxResponseBytes);
-    body = std::string();  // the memory of the part received goes back at once
+    slot->body = std::string();  // the memory of the part received goes back at once
     return false;
   }
   if (result != CURLE_OK) {
     zrcurl::Log(zrcurl::kErrorLevel, "%s %s failed: %s (%s)", MethodName(method), url, curl_easy_strerror(result),
-                errorText[0] ? errorText : "no detail");
-    body.clear();
+                slot->errorText[0] ? slot->errorText : "no detail");
+    slot->body.clear();
     return false;
   }
   curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &httpStatus);
@@ -380,7 +408,8 @@ void ZRLibCurl::Impl::Record(_http_req_type_ method, const char* url, const void
   const bool gathered = writeCallback == nullptr;
   const ZRLibCurlExchange exchange{MethodName(method), url, static_cast<const char*>(data),
                                    data ? static_cast<std::size_t>(length) : 0, httpStatus,
-                                   gathered ? body.data() : nullptr, gathered ? body.size() : 0, took.count()};
+                                   gathered ? slot->body.data() : nullptr, gathered ? slot->body.size() : 0,
+                                   took.count()};
   recorder->record(exchange);
 }
 
@@ -413,6 +442,7 @@ bool ZRLibCurl::Impl::RefuseRedirect(_http_req_type_ method, const char* url) {
 // once, so a large body is neither moved while it grows nor held twice.
 bool ZRLibCurl::Impl::Receive(const char* data, size_t size) {
   const unsigned long long limit = settings->options.maxResponseBytes;
+  std::string& body = slot->body;
   curl_off_t announced = -1;
   if (body.empty()) curl_easy_getinfo(handle, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
   if (body.size() + size > limit || (announced > 0 && static_cast<unsigned long long>(announced) > limit)) {
@@ -429,8 +459,9 @@ bool ZRLibCurl::Impl::Receive(const char* data, size_t size) {
   return true;
 }
 
-size_t ZRLibCurl::Impl::OnBody(char* data, size_t size, size_t count, void* self) {
-  Impl* impl = static_cast<Impl*>(self);
+size_t ZRLibCurl::Impl::OnBody(char* data, size_t size, size_t count, void* slot) {
+  Impl* impl = static_cast<Impl*>(static_cast<zrcurl::HandleSlot*>(slot)->receiver);
+  if (!impl) return 0;
   if (impl->writeCallback) return impl->writeCallback(data, size, count, impl->owner);
   try {
     return impl->Receive(data, size * count) ? size * count : 0;  // 0: libcurl ends with a write error
@@ -456,7 +487,9 @@ bool ZRLibCurl::ZRLibCurlAppendHeader(_http_hdr_type_ kind, const char* value) {
   return Guarded("append header", [&] { return impl_->AppendHeader(kind, value); });
 }
 
-void ZRLibCurl::ZRLibCurlFreeHttpHeaderList() { impl_->headers.Clear(); }
+void ZRLibCurl::ZRLibCurlFreeHttpHeaderList() {
+  if (impl_->slot) impl_->slot->headers.Clear();
+}
 
 bool ZRLibCurl::ZRLibCurlSendHttpReq(_http_req_type_ method, const char* url, const void* data,
                                      unsigned long length, bool verbose, const char* /*reserved*/) {
@@ -464,24 +497,25 @@ bool ZRLibCurl::ZRLibCurlSendHttpReq(_http_req_type_ method, const char* url, co
 }
 
 const char* ZRLibCurl::GetHttpResponse(unsigned long& size, bool detach) {
-  if (!impl_->hasResponse) {
+  if (!impl_->hasResponse || !impl_->slot) {
     size = 0;
     return nullptr;
   }
-  size = impl_->body.size();
-  if (!detach) return impl_->body.c_str();
+  std::string& body = impl_->slot->body;
+  size = body.size();
+  if (!detach) return body.c_str();
   // A detached body belongs to the caller, who frees it with free().
   char* copy = static_cast<char*>(std::malloc(size + 1));
-  if (copy) std::memcpy(copy, impl_->body.c_str(), size + 1);
-  impl_->body.clear();
+  if (copy) std::memcpy(copy, body.c_str(), size + 1);
+  body.clear();
   impl_->hasResponse = false;
   return copy;
 }
 
 bool ZRLibCurl::ZRLibCurlTakeHttpResponse(std::string& body) {
-  if (!impl_->hasResponse) return false;
+  if (!impl_->hasResponse || !impl_->slot) return false;
   body.clear();
-  body.swap(impl_->body);
+  body.swap(impl_->slot->body);
   impl_->hasResponse = false;
   return true;
 }

@@ -79,6 +79,27 @@ TEST_F(ZRLibCurlRecycling, NothingOfOneClientReachesTheNext) {
   EXPECT_EQ(saved.find("third"), std::string::npos) << "only the client that named the jar writes it";
 }
 
+// A handle keeps the header list of the client before while the lines stay the same; each row is
+// one client after the one above, on the same recycled handle.
+TEST_F(ZRLibCurlRecycling, EachClientSendsItsOwnHeaderLines) {
+  const struct {
+    const char* token;   // nullptr: no token line
+    const char* accept;  // nullptr: none named
+    const char* sent;    // iBaseToken|Accept as received, "-" for none
+  } clients[] = {{"a", nullptr, "a|*/*"},          {"a", nullptr, "a|*/*"}, {"b", nullptr, "b|*/*"},
+                 {nullptr, nullptr, "-|*/*"},      {"b", "text/plain", "b|text/plain"},
+                 {"b", nullptr, "b|*/*"}};
+  for (const auto& client : clients) {
+    HeaderSettings headers;
+    if (client.token) headers.emplace_back(HTTP_HDR_CUSTOM, std::string("iBaseToken: ") + client.token);
+    if (client.accept) headers.emplace_back(HTTP_HDR_ACCEPT, client.accept);
+    ASSERT_TRUE(SendOnce(HTTP_REQ_GET, server_.Url("/headers"), "", headers).sent);
+    const RecordedRequest sent = server_.Requests().back();
+    const auto shown = [&sent](const char* name) { return sent.HasHeader(name) ? sent.Header(name) : "-"; };
+    EXPECT_EQ(shown("iBaseToken") + "|" + shown("Accept"), client.sent);
+  }
+}
+
 // A handle goes to the next client with its cookie engine only while the engine holds what one
 // cookie file says; each row is one client after the one above, on the same recycled handle.
 TEST_F(ZRLibCurlRecycling, AKeptCookieEngineHoldsWhatTheFileSays) {

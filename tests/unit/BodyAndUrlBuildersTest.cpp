@@ -34,6 +34,16 @@ TEST(RequestUrls, RequestsGoUnderTheDeviceAsWritten) {
   EXPECT_EQ(HuaweiTransport::formRequestUrl("h", "", "x y", 7), "https://h:8088/deviceManager/rest//x y");
 }
 
+// The kept part before the resource follows a new login's device and a new host.
+TEST(RequestUrls, KeptPrefixFollowsHostAndDevice) {
+  HuaweiTransport::RequestUrlPrefix prefix;
+  const std::tuple<const char*, const char*, const char*> rows[] = {
+      {"a", "1", "https://a:8088/deviceManager/rest/1/lun"}, {"a", "1", "https://a:8088/deviceManager/rest/1/lun"},
+      {"a", "2", "https://a:8088/deviceManager/rest/2/lun"}, {"b", "2", "https://b:8088/deviceManager/rest/2/lun"},
+      {"", "", "https://:8088/deviceManager/rest//lun"}};
+  for (const auto& [host, device, url] : rows) EXPECT_EQ(prefix.form(host, device, "lun"), url);
+}
+
 TEST(ResourcePaths, RenderTheArraysForms) {
   const std::pair<ResourcePath, std::string> rows[] = {
       {ResourcePath("filesystem").vstore("-12345"), "filesystem"},
