@@ -15,6 +15,7 @@ class HuaweiJSONGetLUNInfo : public HuaweiJSONRecordObject<_HuaweiLUNInfo> {
 
  private:
   bool readData(const jsonxx::Object& data) override { return m_record.parseFromJson(data); }
+  bool readPlainData(jsonxx::PlainReader&, HuaweiKeys::PlainKeys<_HuaweiLUNInfo>&) override { return false; }
 };
 
 class HuaweiJSONGetLUNSnapshotInfo : public HuaweiJSONRecordObject<_HuaweiLUNSnapshotInfo> {

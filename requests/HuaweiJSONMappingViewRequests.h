@@ -41,6 +41,7 @@ class HuaweiJSONCreateMappingView : public HuaweiJSONRecordObject<_HuaweiLUNMapp
 
  private:
   bool readData(const jsonxx::Object& data) override;
+  bool readPlainData(jsonxx::PlainReader&, HuaweiKeys::PlainKeys<_HuaweiLUNMappingView>&) override { return false; }
 };
 
 class HuaweiJSONAssociateHostGroupWithMappingView : public HuaweiJSONAssociationRequest {
