@@ -173,6 +173,7 @@ class PlainReader {
   }
   bool same_bytes(const char* expected, std::size_t size) const { return detail::same_bytes(next_, expected, size); }
   bool skip_value(int depth);
+  bool skip_inner(int depth);
   bool skip_string();
   bool literal(std::string_view word);
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -13,16 +14,21 @@ namespace HuaweiKeys {
 
 namespace detail {
 
-// A member's value as the key table looks at it.
+// A member's value as the key table looks at it. Left unset until read: a table's worth of them
+// is made for every answer.
 struct PlainValue {
   enum Form : unsigned char { Absent, Text, Integer, Other } form;
-  std::string_view text;
-  jsonxx::PlainReader::Integer number;
+  const char* textAt;
+  std::size_t textSize;
+  std::uint64_t magnitude;
+  bool negative;
+
+  std::string_view text() const { return std::string_view(textAt, textSize); }
 
   // The number as the document model holds it: every 64-bit magnitude is exact in a long double.
   jsonxx::Number modelNumber() const {
-    const auto magnitude = static_cast<jsonxx::Number>(number.magnitude);
-    return number.negative ? -magnitude : magnitude;
+    const auto exact = static_cast<jsonxx::Number>(magnitude);
+    return negative ? -exact : exact;
   }
 };
 
@@ -30,9 +36,14 @@ struct PlainValue {
 // integer, which the document model decodes its own way.
 inline bool readPlainValue(jsonxx::PlainReader& in, PlainValue& value) {
   switch (in.peek()) {
-    case '"':
+    case '"': {
+      std::string_view text;
+      if (!in.string(text)) return false;
       value.form = PlainValue::Text;
-      return in.string(value.text);
+      value.textAt = text.data();
+      value.textSize = text.size();
+      return true;
+    }
     case '{':
     case '[':
     case 't':
@@ -40,9 +51,14 @@ inline bool readPlainValue(jsonxx::PlainReader& in, PlainValue& value) {
     case 'n':
       value.form = PlainValue::Other;
       return in.skip_value();
-    default:
+    default: {
+      jsonxx::PlainReader::Integer number;
+      if (!in.integer(number)) return false;
       value.form = PlainValue::Integer;
-      return in.integer(value.number);
+      value.magnitude = number.magnitude;
+      value.negative = number.negative;
+      return true;
+    }
   }
 }
 
@@ -107,7 +123,7 @@ class PlainKeys {
             } else if (row.kind == Kind::Number) {
               detail::assignNumber(record.*member, value.modelNumber());
             } else {
-              detail::assignPlainText(record.*member, value.text);
+              detail::assignPlainText(record.*member, value.text());
             }
           },
           row.member);
