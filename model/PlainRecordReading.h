@@ -62,6 +62,13 @@ inline bool readPlainValue(jsonxx::PlainReader& in, PlainValue& value) {
   }
 }
 
+// Compared in line: a call of memcmp costs more than a key's few bytes.
+inline bool sameName(std::string_view name, std::string_view key) {
+  if (name.size() != key.size()) return false;
+  if (key.size() < 2 || key.size() > 16) return name == key;
+  return jsonxx::detail::same_bytes(name.data(), key.data(), key.size());
+}
+
 template <class Field>
 void assignPlainText(Field& field, std::string_view text) {
   if constexpr (std::is_same_v<Field, std::string>) {
@@ -95,7 +102,7 @@ class PlainKeys {
       for (std::size_t tried = 0; tried < names.count; ++tried) {
         const std::size_t row = expected;
         expected = row + 1 == names.count ? 0 : row + 1;
-        if (name == names.keys[row]) return detail::readPlainValue(in, values_[row]);
+        if (detail::sameName(name, names.keys[row])) return detail::readPlainValue(in, values_[row]);
       }
       return in.skip_value();
     });
