@@ -112,6 +112,12 @@ bool PlainReader::skip_string() {
   return false;
 }
 
+bool PlainReader::skip_inner(int depth) {
+  // Most values inside are strings without escapes: those are passed over here, without a call.
+  std::string_view text;
+  return string(text) || skip_value(depth);
+}
+
 bool PlainReader::skip_value(int depth) {
   if (depth > kMaxDepth) return false;
   skip_space();
@@ -120,9 +126,9 @@ bool PlainReader::skip_value(int depth) {
     case '"':
       return skip_string();
     case '{':
-      return object([&](std::string_view) { return skip_value(depth + 1); });
+      return object([&](std::string_view) { return skip_inner(depth + 1); });
     case '[':
-      return array([&] { return skip_value(depth + 1); });
+      return array([&] { return skip_inner(depth + 1); });
     case 't': return literal("true");
     case 'f': return literal("false");
     case 'n': return literal("null");

@@ -158,21 +158,24 @@ class PlainReader {
   static constexpr int kMaxDepth = 64;
 
   void skip_space() {
-    // White space as the model's parser skips it.
-    while (next_ != end_ && (*next_ == ' ' || (*next_ >= '\t' && *next_ <= '\r'))) ++next_;
+    // White space as the model's parser skips it. Most tokens follow none: a byte above the space
+    // ends it at the first test.
+    while (next_ != end_ && static_cast<unsigned char>(*next_) <= ' ' &&
+           (*next_ == ' ' || (*next_ >= '\t' && *next_ <= '\r')))
+      ++next_;
   }
   bool guessed_name(std::string_view quoted, std::string_view& name) {
-    skip_space();
     const std::size_t size = quoted.size();
-    if (size < 2 || size > 16 || static_cast<std::size_t>(end_ - next_) < size || !same_bytes(quoted.data(), size)) {
-      return false;
-    }
+    if (size < 2 || size > 16) return false;  // no guess: the name is read as a string
+    skip_space();
+    if (static_cast<std::size_t>(end_ - next_) < size || !same_bytes(quoted.data(), size)) return false;
     name = quoted.substr(1, size - 2);
     next_ += size;
     return true;
   }
   bool same_bytes(const char* expected, std::size_t size) const { return detail::same_bytes(next_, expected, size); }
   bool skip_value(int depth);
+  bool skip_inner(int depth);
   bool skip_string();
   bool literal(std::string_view word);
 

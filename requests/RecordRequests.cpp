@@ -1,6 +1,41 @@
 #include "RecordRequests.h"
 
 namespace HuaweiResponse {
+namespace {
+
+// Beyond this the tree of an answer could reach the model's memory bound, which the plain reading
+// would not notice; a record's answer is a few hundred bytes.
+constexpr std::size_t kPlainAnswerLimit = 64 * 1024;
+
+// The answer's one "data" object through readPlain, every other member passed over; false for an
+// answer that is not wholly in the plain form.
+bool readPlainAnswer(const std::string& response, const std::function<bool(jsonxx::PlainReader&)>& readPlain) {
+  if (response.size() > kPlainAnswerLimit) return false;
+  jsonxx::PlainReader in(response);
+  bool haveData = false;
+  const bool plain = in.object([&](std::string_view name) {
+    if (name != "data") return in.skip_value();
+    if (haveData || in.peek() != '{') return false;
+    haveData = true;
+    return readPlain(in);
+  });
+  return plain && haveData && in.at_end();
+}
+
+}  // namespace
+
+bool readObjectAnswer(unsigned long long jobId, const std::string& response, const ReadingRules& rules,
+                      const std::function<bool(jsonxx::PlainReader&)>& readPlain,
+                      const std::function<void()>& storePlain,
+                      const std::function<bool(const jsonxx::Object&)>& read) {
+  logProgress(rules.log, jobId);
+  if (readPlainAnswer(response, readPlain)) {
+    storePlain();
+    return true;
+  }
+  jsonxx::Object answer;
+  return parseLoggedObject(rules.log, jobId, response, answer) && readDataObject(jobId, answer, rules, read);
+}
 
 bool readDataObject(unsigned long long jobId, const jsonxx::Object& answer, const ReadingRules& rules,
                     const std::function<bool(const jsonxx::Object&)>& read) {

@@ -11,6 +11,7 @@
 
 #include "DeletionAnswer.h"
 #include "HuaweiJSONBase.h"
+#include "PlainRecordReading.h"
 #include "RecordReading.h"
 #include "ResponseReading.h"
 
@@ -52,6 +53,14 @@ inline ReadingRules sanIdentityRules(const char* logName) {
 bool readDataObject(unsigned long long jobId, const jsonxx::Object& answer, const ReadingRules& rules,
                     const std::function<bool(const jsonxx::Object&)>& read);
 
+// A whole answer read for its "data" object: straight from the text by readPlain, which takes
+// the object and stores it by storePlain once the rest of the answer has been found plain too;
+// when it declines, through the document model's tree by read, as readDataObject() does.
+bool readObjectAnswer(unsigned long long jobId, const std::string& response, const ReadingRules& rules,
+                      const std::function<bool(jsonxx::PlainReader&)>& readPlain,
+                      const std::function<void()>& storePlain,
+                      const std::function<bool(const jsonxx::Object&)>& read);
+
 // The "data" array through read; without it, what the rules say.
 bool readDataList(unsigned long long jobId, const jsonxx::Object& answer, const ReadingRules& rules,
                   const std::function<bool(const jsonxx::Array&)>& read);
@@ -84,10 +93,10 @@ template <class Record>
 class HuaweiJSONRecordObject : public HuaweiJSONBase {
  public:
   bool parseResponse(std::string& response) override {
-    jsonxx::Object answer;
-    if (!HuaweiResponse::parseObject(m_rules.log, m_jobId, response, answer)) return false;
-    return HuaweiResponse::readDataObject(m_jobId, answer, m_rules,
-                                          [this](const jsonxx::Object& data) { return readData(data); });
+    HuaweiKeys::PlainKeys<Record> plain(m_rules.keys);
+    return HuaweiResponse::readObjectAnswer(
+        m_jobId, response, m_rules, [&](jsonxx::PlainReader& in) { return readPlainData(in, plain); },
+        [&] { plain.store(m_record); }, [this](const jsonxx::Object& data) { return readData(data); });
   }
 
  protected:
@@ -99,6 +108,9 @@ class HuaweiJSONRecordObject : public HuaweiJSONBase {
     HuaweiKeys::readKeys(data, m_record, m_rules.keys, m_rules.order);
     return true;
   }
+  // What readData() reads, taken straight from the text into `plain`; false leaves the answer to
+  // readData(). A request that reads its data its own way overrides both.
+  virtual bool readPlainData(jsonxx::PlainReader& in, HuaweiKeys::PlainKeys<Record>& plain) { return plain.read(in); }
 
   Record m_record;
 
@@ -200,6 +212,10 @@ class RecordRequest final : public HuaweiJSONRecordObject<Record> {
  private:
   bool readData(const jsonxx::Object& data) override {
     return m_reader != nullptr ? (this->m_record.*m_reader)(data) : HuaweiJSONRecordObject<Record>::readData(data);
+  }
+  // A record's own reader sees the tree: the plain reading only stands in for the key table.
+  bool readPlainData(jsonxx::PlainReader& in, HuaweiKeys::PlainKeys<Record>& plain) override {
+    return m_reader == nullptr && HuaweiJSONRecordObject<Record>::readPlainData(in, plain);
   }
 
   Record* m_destination;

@@ -14,11 +14,19 @@ bool parseObject(const char* logName, unsigned long long jobId, const std::strin
 }
 
 bool parseObject(const ParserLog& log, unsigned long long jobId, const std::string& response, jsonxx::Object& answer) {
-  TkDebug debug(nullptr);
-  debug.DebugLvl(log.name, log.progress, jobId, "Parsing the JSON response...");
+  logProgress(log, jobId);
+  return parseLoggedObject(log, jobId, response, answer);
+}
+
+void logProgress(const ParserLog& log, unsigned long long jobId) {
+  TkDebug(nullptr).DebugLvl(log.name, log.progress, jobId, "Parsing the JSON response...");
+}
+
+bool parseLoggedObject(const ParserLog& log, unsigned long long jobId, const std::string& response,
+                       jsonxx::Object& answer) {
   HuaweiTransport::parseAnswer(log.name, jobId, response, answer);
   if (answer.empty()) {
-    debug.DebugLvl(log.name, log.failure, jobId, "%s", log.emptyText);
+    TkDebug(nullptr).DebugLvl(log.name, log.failure, jobId, "%s", log.emptyText);
     return false;
   }
   return true;

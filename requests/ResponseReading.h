@@ -25,6 +25,10 @@ inline ParserLog sanLog(const char* name) { return ParserLog{name, 3, 3, "[ERROR
 // Logs the progress line, parses, and rejects an answer that gives an empty object.
 bool parseObject(const char* logName, unsigned long long jobId, const std::string& response, jsonxx::Object& answer);
 bool parseObject(const ParserLog& log, unsigned long long jobId, const std::string& response, jsonxx::Object& answer);
+// The progress line alone, and the rest of parseObject after it.
+void logProgress(const ParserLog& log, unsigned long long jobId);
+bool parseLoggedObject(const ParserLog& log, unsigned long long jobId, const std::string& response,
+                       jsonxx::Object& answer);
 
 // How a parser takes error.code: narrowed to 32 bits and widened with its sign, or whole.
 enum class CodeWidth { Signed32, Unsigned64 };
