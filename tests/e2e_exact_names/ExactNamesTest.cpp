@@ -37,9 +37,7 @@ std::string Fields(int changeType, int fType, const std::string& path, std::vect
 
 TEST_F(ExactNames, HostileTreeWalksToTheTrueDifference) {
   ASSERT_TRUE(kExactNamesChosen);
-  arraysim::FileSystemInfo info;
-  info.id = "7";
-  sim().fileSystems().create("fs1", info);
+  sim().fileSystems().create("fs1", FileSystemOf("7"));
   const std::vector<std::string> hostile = arraysim::HostilePaths();
   const std::string base = arraysim::ApplyFileSteps(sim().model(), "7", nlohmann::json::parse(R"([
       {"hostile": "/kept", "size": 1}, {"hostile": "/gone"}, {"snapshot": "base"}])")).at(0);

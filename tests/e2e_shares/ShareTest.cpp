@@ -20,9 +20,7 @@ class Shares : public ArrayClientTest {
  protected:
   void SetUp() override {
     ArrayClientTest::SetUp();
-    arraysim::FileSystemInfo info;
-    info.id = "7";
-    sim().fileSystems().create("fs1", info);
+    sim().fileSystems().create("fs1", FileSystemOf("7"));
     array_ = loggedInFacade();
   }
   std::string cifsShare(const std::string& name, const std::string& vstore = "-12345") {

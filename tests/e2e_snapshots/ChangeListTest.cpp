@@ -21,9 +21,7 @@ class ChangeLists : public ArrayClientTest {
  protected:
   void SetUp() override {
     ArrayClientTest::SetUp();
-    arraysim::FileSystemInfo info;
-    info.id = "7";
-    sim().fileSystems().create("fs1", info);
+    sim().fileSystems().create("fs1", FileSystemOf("7"));
   }
   arraysim::LiveFiles files() { return sim().files("7"); }
   std::string snapshot(const std::string& name) { return sim().snapshots().take("7", name); }

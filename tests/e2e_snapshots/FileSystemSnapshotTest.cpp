@@ -34,13 +34,8 @@ class FileSystemSnapshots : public ArrayClientTest {
   // File system 7 ("fs1") of vStore 3 and file system 8 ("fs2") outside any vStore.
   void SetUp() override {
     ArrayClientTest::SetUp();
-    arraysim::FileSystemInfo info;
-    info.id = "7";
-    info.vstoreId = "3";
-    sim().fileSystems().create("fs1", info);
-    info.id = "8";
-    info.vstoreId = "";
-    sim().fileSystems().create("fs2", info);
+    sim().fileSystems().create("fs1", FileSystemOf("7", "3"));
+    sim().fileSystems().create("fs2", FileSystemOf("8"));
   }
   std::vector<std::string> bodies() {
     std::vector<std::string> all;
