@@ -5,7 +5,6 @@
 #include "ArrayClientTest.h"
 #include "LogCapture.h"
 #include "LunSnapshotAndHostScene.h"
-#include "jsonxx.h"
 
 namespace zrtest {
 namespace {
@@ -24,33 +23,6 @@ class LunSnapshots : public ArrayClientTest {
   ShapeScene scene_;
   std::unique_ptr<ZrManageHuawei> array_;
 };
-
-TEST(LunRecord, CapacitySurvivesClearAndSplitMirrorTextIsDecoded) {
-  _HuaweiLUNInfo lun;
-  lun.capacity = "2097152";
-  lun.splitMirrorIds = {"1"};
-  lun.clear();
-  EXPECT_EQ(lun.capacity, "2097152");
-  EXPECT_TRUE(lun.splitMirrorIds.empty());
-
-  const auto read = [](const char* text) {
-    jsonxx::Object object;
-    object.parse(text);
-    _HuaweiLUNInfo record;
-    record.capacity = "stale";
-    EXPECT_TRUE(record.parseFromJson(object)) << text;
-    return record;
-  };
-  const char* base = R"({"ID":"7","NAME":"l","PARENTID":"0","RUNNINGSTATUS":"27")";
-  // A true JSON array, no JSON, nothing at all: an empty list; an absent CAPACITY empties it.
-  for (const char* tail : {R"(,"SPLITMIRRORIDS":["4"]})", R"(,"SPLITMIRRORIDS":"--"})", "}"}) {
-    const auto record = read((std::string(base) + tail).c_str());
-    EXPECT_TRUE(record.splitMirrorIds.empty()) << tail;
-    EXPECT_EQ(record.capacity, "");
-  }
-  // ALLOCTYPE as a number counts as absent.
-  EXPECT_TRUE(read((std::string(base) + R"(,"ALLOCTYPE":1})").c_str()).allocType.isEmpty());
-}
 
 TEST_F(LunSnapshots, LunLookupReadsSplitMirrorsAndSaysWhenTheLunIsAbsent) {
   sim().store().update("lun", "7", {{"SPLITMIRRORIDS", "[\"12\",\"3\"]"}, {"CAPACITY", "1024"}});
