@@ -63,22 +63,7 @@ TEST_F(ChangeLists, WalkDeliversTheArraysDifferencePageByPage) {
   ASSERT_TRUE(walk.finished) << log.Dump();
   const std::vector<arraysim::Change> truth = sim().changeLists().difference(base_, incremental_);
   ASSERT_GE(truth.size(), 18u);
-  ASSERT_EQ(walk.entries.size(), truth.size());
-  for (size_t i = 0; i < truth.size(); ++i) {
-    const auto& got = walk.entries[i];
-    const auto& want = truth[i];
-    const auto& a = want.attributes;
-    EXPECT_EQ(got.filePath, want.path);
-    EXPECT_EQ(std::vector<unsigned long long>({got.inode, got.size, got.crTime, got.cTime, got.mTime, got.aTime,
-                                               got.owner, got.group, got.dosAttr}),
-              std::vector<unsigned long long>(
-                  {a.inode, a.size, a.crTime, a.cTime, a.mTime, a.aTime, a.owner, a.group, a.dosAttr}))
-        << want.path;
-    EXPECT_EQ(std::vector<int>({got.changeType, got.fType, got.links}),
-              std::vector<int>({static_cast<int>(want.changeType), static_cast<int>(want.fileType),
-                                static_cast<int>(a.links)}))
-        << want.path;
-  }
+  EXPECT_EQ(Described(walk.entries), Described(truth));
 
   // One session, one page per call at the cursor of the page before, then the session's deletion
   // behind the empty page at progress "100" (a page with entries at "100" is not the end).
