@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "ArrayClientTest.h"
+#include "ChangeListText.h"
 #include "ChangeListWalk.h"
 #include "LogCapture.h"
 #include "Seed.h"
@@ -47,9 +48,9 @@ TEST_F(ExactNames, HostileTreeWalksToTheTrueDifference) {
   const ChangeListWalk walk = WalkAll(*array, "7", base, incremental);
   ASSERT_TRUE(walk.finished) << log.Dump();
   // The truth holds every hostile name, those that the repair changes or cannot read among them.
-  const std::vector<std::string> want = Described(sim().changeLists().difference(base, incremental));
+  const std::vector<std::string> want = EntryTexts(sim().changeLists().difference(base, incremental));
   ASSERT_GT(want.size(), 3 * hostile.size());
-  EXPECT_EQ(Described(walk.entries), want);
+  EXPECT_EQ(EntryTexts(walk.entries), want);
   EXPECT_TRUE(sim().changeLists().openSessions().empty());
 }
 

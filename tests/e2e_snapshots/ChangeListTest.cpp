@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "ArrayClientTest.h"
+#include "ChangeListText.h"
 #include "ChangeListWalk.h"
 #include "LogCapture.h"
 
@@ -63,7 +64,7 @@ TEST_F(ChangeLists, WalkDeliversTheArraysDifferencePageByPage) {
   ASSERT_TRUE(walk.finished) << log.Dump();
   const std::vector<arraysim::Change> truth = sim().changeLists().difference(base_, incremental_);
   ASSERT_GE(truth.size(), 18u);
-  EXPECT_EQ(Described(walk.entries), Described(truth));
+  EXPECT_EQ(EntryTexts(walk.entries), EntryTexts(truth));
 
   // One session, one page per call at the cursor of the page before, then the session's deletion
   // behind the empty page at progress "100" (a page with entries at "100" is not the end).

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "ZrManageHuawei.h"
-#include "filetree/TreeDifference.h"
 
 namespace zrtest {
 
@@ -25,33 +24,6 @@ inline std::string PageResource(const std::string& sessionId, const _HuaweiSnaps
   return "fs_snapchangelist_result?sessionID=" + sessionId + "&parentType=40&posType=" + cursor.posType +
          "&posObj=" + cursor.posObj + "&posOffset=" + cursor.posOffset + "&linkPosType=" + cursor.linkPosType +
          "&linkPos=" + cursor.linkPos;
-}
-
-// Every field of each entry, one text an entry, as the walk tells them and as the array's own
-// difference holds them, for comparing the two.
-inline std::string Described(int changeType, int fType, const std::string& path, std::vector<unsigned long long> numbers) {
-  std::string text = std::to_string(changeType) + " " + std::to_string(fType) + " " + path;
-  for (const unsigned long long number : numbers) text += " " + std::to_string(number);
-  return text;
-}
-
-inline std::vector<std::string> Described(const std::vector<_HuaweiSnapshotChangeList>& entries) {
-  std::vector<std::string> texts;
-  for (const auto& e : entries) {
-    texts.push_back(Described(e.changeType, e.fType, e.filePath, {e.inode, e.size, e.crTime, e.cTime, e.mTime, e.aTime,
-                                                                 e.owner, e.group, e.dosAttr, static_cast<unsigned long long>(e.links)}));
-  }
-  return texts;
-}
-
-inline std::vector<std::string> Described(const std::vector<arraysim::Change>& truth) {
-  std::vector<std::string> texts;
-  for (const auto& c : truth) {
-    const auto& a = c.attributes;
-    texts.push_back(Described(static_cast<int>(c.changeType), static_cast<int>(c.fileType), c.path,
-                              {a.inode, a.size, a.crTime, a.cTime, a.mTime, a.aTime, a.owner, a.group, a.dosAttr, a.links}));
-  }
-  return texts;
 }
 
 // Calls until the walk ends or breaks, at most `maxCalls` times.
