@@ -77,7 +77,6 @@ std::vector<std::string> declaredFields() {
 TEST(RecordKeys, FieldsListOnceInTheRecordsOrder) {
   EXPECT_EQ(declaredFields<_HuaweiSnapshotInfo>(),
             (std::vector<std::string>{"parentId", "id", "name", "parentName", "snapType", "notExist"}));
-  EXPECT_EQ(declaredFields<_HuaweiFileSystemsInfo>(), (std::vector<std::string>{"id", "name", "healthStatus"}));
   for (const auto& names : {declaredFields<_HuaweiLUNInfo>(), declaredFields<_HuaweiArrayInterfaces>(),
                             declaredFields<_HuaweiCloneSecondaryLUN>(), declaredFields<_HuaweiSnapshotChangeList>()}) {
     EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size());
