@@ -11,17 +11,9 @@ namespace {
 
 using testing::ElementsAre;
 
-class LunSnapshots : public ArrayClientTest {
+class LunSnapshots : public LunSnapshotAndHostTest {
  protected:
-  void SetUp() override {
-    ArrayClientTest::SetUp();
-    scene_ = ArrangeLunSnapshotAndHostScene(sim());
-    array_ = loggedInFacade();
-  }
   std::string state(const std::string& id) { return sim().store().get("snapshot", id)->value("RUNNINGSTATUS", ""); }
-
-  ShapeScene scene_;
-  std::unique_ptr<ZrManageHuawei> array_;
 };
 
 TEST_F(LunSnapshots, LunLookupReadsSplitMirrorsAndSaysWhenTheLunIsAbsent) {

@@ -13,17 +13,7 @@ namespace {
 
 using arraysim::FaultRule;
 
-class OutsideTexts : public ArrayClientTest {
- protected:
-  void SetUp() override {
-    ArrayClientTest::SetUp();
-    scene_ = ArrangeLunSnapshotAndHostScene(sim());
-    array_ = loggedInFacade();
-  }
-
-  ShapeScene scene_;
-  std::unique_ptr<ZrManageHuawei> array_;
-};
+class OutsideTexts : public LunSnapshotAndHostTest {};
 
 // Names in the paths where an inner result's text is the error's format: a host created again
 // whose lookup fails, and the membership test whose listing fails.
