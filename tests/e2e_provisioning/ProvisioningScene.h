@@ -4,8 +4,7 @@
 
 #include <string>
 
-#include "ArraySimulator.h"
-#include "ZrManageHuawei.h"
+#include "ArrayClientTest.h"
 
 namespace zrtest {
 
@@ -48,5 +47,17 @@ inline _HuaweiCloneSecondaryLUN Secondary(const char* id, const std::string& clo
   lun.resumePolicy = HuaweiApiValue::RESUME_POLICY_AUTOMATIC;
   return lun;
 }
+
+// The suite's own tests: the objects above and a facade that has logged in.
+class ProvisioningTest : public ArrayClientTest {
+ protected:
+  void SetUp() override {
+    ArrayClientTest::SetUp();
+    ArrangeProvisioning(sim());
+    array_ = loggedInFacade();
+  }
+
+  std::unique_ptr<ZrManageHuawei> array_;
+};
 
 }  // namespace zrtest
