@@ -36,19 +36,21 @@ class FileSystemSnapshots : public ArrayClientTest {
     ArrayClientTest::SetUp();
     sim().fileSystems().create("fs1", FileSystemOf("7", "3"));
     sim().fileSystems().create("fs2", FileSystemOf("8"));
+    array_ = loggedInFacade();
   }
   std::vector<std::string> bodies() {
     std::vector<std::string> all;
     for (const auto& request : requests()) all.push_back(request.body);
     return all;
   }
+
+  std::unique_ptr<ZrManageHuawei> array_;
 };
 
 // The hand-built body goes out, and the array's identifier comes back, not the name. Each
 // refusal of SnapDiff (code 1073754130) is answered by the same request without the option,
 // however often it comes and whatever was asked.
 TEST_F(FileSystemSnapshots, CreateAnswersTheArraysIdAndRetriesSnapDiffRefusalsWithoutTheOption) {
-  auto array = loggedInFacade();
   const struct {
     bool snapDiff;
     int snapDiffRefusals, anyRefusals;
@@ -60,7 +62,7 @@ TEST_F(FileSystemSnapshots, CreateAnswersTheArraysIdAndRetriesSnapDiffRefusalsWi
     sim().requests().clear();
     LogCapture log;
     std::string snapshot = name;
-    ASSERT_TRUE(array->createFileSystemSnapshot(7, snapshot, c.snapDiff, "3"));
+    ASSERT_TRUE(array_->createFileSystemSnapshot(7, snapshot, c.snapDiff, "3"));
     EXPECT_EQ(snapshot, "7@" + std::to_string(&c - cases + 1));
     EXPECT_TRUE(log.HasLine(0, kCreateLog, "Successfully created snapshot[" + snapshot + "]")) << log.Dump();
     const long refusals = c.snapDiffRefusals + c.anyRefusals;
@@ -79,12 +81,11 @@ TEST_F(FileSystemSnapshots, CreateAnswersTheArraysIdAndRetriesSnapDiffRefusalsWi
 // SnapDiff refusal, ends the call. (A call without a name builds nothing: BodyAndUrlBuildersTest.)
 TEST_F(FileSystemSnapshots, CreateFailuresKeepTheName) {
   sim().snapshots().take("7", "taken");
-  auto array = loggedInFacade();
   std::string snapshot = "taken";
-  EXPECT_FALSE(array->createFileSystemSnapshot(7, snapshot, true, "3"));
+  EXPECT_FALSE(array_->createFileSystemSnapshot(7, snapshot, true, "3"));
   sim().faults().add(arraysim::FaultRule::On("POST", "fssnapshot").arrayError(1073754130, "no SnapDiff"));
   sim().faults().add(arraysim::FaultRule::On("POST", "fssnapshot").abortAnswer());
-  EXPECT_FALSE(array->createFileSystemSnapshot(7, snapshot, true, "3"));
+  EXPECT_FALSE(array_->createFileSystemSnapshot(7, snapshot, true, "3"));
   EXPECT_EQ(snapshot, "taken");
   EXPECT_EQ(requests().size(), 3u);
 }
@@ -92,26 +93,25 @@ TEST_F(FileSystemSnapshots, CreateFailuresKeepTheName) {
 TEST_F(FileSystemSnapshots, InfoCopiesTheRecordOrMarksItAbsent) {
   const std::string id = sim().snapshots().take("7", "weekly");
   sim().snapshots().setType(id, "34");
-  auto array = loggedInFacade();
   LogCapture log;
   _HuaweiSnapshotInfo info;
   info.notExist = true;  // the fresh record of the request replaces this
-  ASSERT_TRUE(array->getFileSystemSnapshotInfo(id, info, "3"));
+  ASSERT_TRUE(array_->getFileSystemSnapshotInfo(id, info, "3"));
   EXPECT_EQ(info.id + "|" + info.name + "|" + info.parentId + "|" + info.parentName + "|" + info.snapType,
             id + "|weekly|7|fs1|34");
   EXPECT_FALSE(info.notExist);
   EXPECT_TRUE(log.HasLine(0, kInfoLog, "Successfully got the snapshot information for [" + id + "]."));
-  ASSERT_TRUE(array->getFileSystemSnapshotInfo(id, info, "-12345"));
+  ASSERT_TRUE(array_->getFileSystemSnapshotInfo(id, info, "-12345"));
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET fssnapshot/" + id + "?vstoreId=3", "GET fssnapshot/" + id}));
 
   // Absent: only the identifier and the flag change.
-  EXPECT_FALSE(array->getFileSystemSnapshotInfo("7@9", info, "3"));
+  EXPECT_FALSE(array_->getFileSystemSnapshotInfo("7@9", info, "3"));
   EXPECT_EQ(info.id + "|" + info.name + "|" + info.snapType, "7@9|weekly|34");
   EXPECT_TRUE(info.notExist);
   // Another refusal marks nothing.
   sim().faults().add(arraysim::FaultRule::On("GET", "fssnapshot").arrayError(1077949002, "Busy."));
   _HuaweiSnapshotInfo other;
-  EXPECT_FALSE(array->getFileSystemSnapshotInfo(id, other, "3"));
+  EXPECT_FALSE(array_->getFileSystemSnapshotInfo(id, other, "3"));
   EXPECT_FALSE(other.notExist);
   EXPECT_EQ(other.id, "");
 }
@@ -120,25 +120,24 @@ TEST_F(FileSystemSnapshots, InfoCopiesTheRecordOrMarksItAbsent) {
 // or an empty answer classifies nothing, so the code of the answer before it still stands.
 TEST_F(FileSystemSnapshots, PresenceFollowsTheLastClassifiedCode) {
   const std::string id = sim().snapshots().take("7", "there");
-  auto array = loggedInFacade();
   LogCapture log;
-  EXPECT_TRUE(array->isSnapshotPresent(id, "3"));
+  EXPECT_TRUE(array_->isSnapshotPresent(id, "3"));
   sim().faults().add(arraysim::FaultRule::On("GET", "fssnapshot").arrayError(1077949002, "Busy."));
-  EXPECT_FALSE(array->isSnapshotPresent(id, "3"));  // any failure reads as absent
+  EXPECT_FALSE(array_->isSnapshotPresent(id, "3"));  // any failure reads as absent
   EXPECT_FALSE(log.ContainsText("externally deleted")) << log.Dump();
 
-  EXPECT_FALSE(array->isSnapshotPresent("7@9", "3"));
+  EXPECT_FALSE(array_->isSnapshotPresent("7@9", "3"));
   EXPECT_TRUE(log.HasLine(0, kPresentLog, Gone("7@9"))) << log.Dump();
   sim().faults().add(arraysim::FaultRule::On("GET", "fssnapshot").abortAnswer());
   _HuaweiSnapshotInfo info;
-  EXPECT_FALSE(array->getFileSystemSnapshotInfo(id, info, "3"));
+  EXPECT_FALSE(array_->getFileSystemSnapshotInfo(id, info, "3"));
   EXPECT_TRUE(info.notExist);
   EXPECT_EQ(info.id, id);
   for (auto fault : {arraysim::FaultRule::On("GET", "fssnapshot").abortAnswer(),
                      arraysim::FaultRule::On("GET", "fssnapshot").emptyBody()}) {
     log.Clear();
     sim().faults().add(fault);
-    EXPECT_FALSE(array->isSnapshotPresent(id, "3"));
+    EXPECT_FALSE(array_->isSnapshotPresent(id, "3"));
     EXPECT_TRUE(log.HasLine(0, kPresentLog, Gone(id))) << log.Dump();
   }
 }
@@ -146,11 +145,10 @@ TEST_F(FileSystemSnapshots, PresenceFollowsTheLastClassifiedCode) {
 // A plain snapshot outside any vStore is deleted without the incremental-backup flag. (Its
 // vStore form: FileSystemSnapshotAndChangeListShapeTest.)
 TEST_F(FileSystemSnapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
-  auto array = loggedInFacade();
   const std::string id = sim().snapshots().take("7", "old");
   sim().snapshots().setType(id, "1");
   LogCapture log;
-  EXPECT_TRUE(array->deleteFileSystemSnapshot(id, "-12345"));
+  EXPECT_TRUE(array_->deleteFileSystemSnapshot(id, "-12345"));
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET fssnapshot/" + id, "DELETE fssnapshot/" + id}));
   EXPECT_FALSE(sim().snapshots().exists(id));
   EXPECT_TRUE(log.HasLine(0, kDeleteLog, "Successfully deleted the Snapshot ID[" + id + "]"));
@@ -159,9 +157,8 @@ TEST_F(FileSystemSnapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
 // An absent snapshot counts as deleted; a type that could not be learned is taken for an
 // incremental-backup snapshot.
 TEST_F(FileSystemSnapshots, DeletionOfAnAbsentOrUnreadableSnapshotGoesOn) {
-  auto array = loggedInFacade();
   LogCapture log;
-  EXPECT_TRUE(array->deleteFileSystemSnapshot("7@9", "-12345"));
+  EXPECT_TRUE(array_->deleteFileSystemSnapshot("7@9", "-12345"));
   EXPECT_TRUE(log.HasLine(0, "HuaweiRestAPI::isError",
                           "Tried to delete a snapshot that does not exist. Considering the operation as success."));
   EXPECT_TRUE(log.HasLine(0, kDeleteLog, "Successfully deleted the Snapshot ID[7@9]")) << log.Dump();
@@ -169,7 +166,7 @@ TEST_F(FileSystemSnapshots, DeletionOfAnAbsentOrUnreadableSnapshotGoesOn) {
   const std::string id = sim().snapshots().take("8", "plain");
   sim().snapshots().setType(id, "1");
   sim().faults().add(arraysim::FaultRule::On("GET", "fssnapshot/" + id).htmlPage());
-  EXPECT_TRUE(array->deleteFileSystemSnapshot(id, "-12345"));
+  EXPECT_TRUE(array_->deleteFileSystemSnapshot(id, "-12345"));
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET fssnapshot/7@9", "DELETE fssnapshot/7@9?DELINCREMENTALBACKUPSNAP=true",
                                                       "GET fssnapshot/" + id,
                                                       "DELETE fssnapshot/" + id + "?DELINCREMENTALBACKUPSNAP=true"}));
