@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "ArrayClientTest.h"
+#include "ChangeListText.h"
 #include "ChangeListWalk.h"
 #include "LogCapture.h"
 #include "Seed.h"
@@ -28,18 +29,9 @@ class ExactNames : public ArrayClientTest {
   arraysim::LiveFiles files() { return sim().files("7"); }
 };
 
-// Every field of an entry, the way the array and the walk each tell it.
-std::string Fields(int changeType, int fType, const std::string& path, std::vector<unsigned long long> numbers) {
-  std::string text = std::to_string(changeType) + " " + std::to_string(fType) + " " + path;
-  for (const unsigned long long number : numbers) text += " " + std::to_string(number);
-  return text;
-}
-
 TEST_F(ExactNames, HostileTreeWalksToTheTrueDifference) {
   ASSERT_TRUE(kExactNamesChosen);
-  arraysim::FileSystemInfo info;
-  info.id = "7";
-  sim().fileSystems().create("fs1", info);
+  sim().fileSystems().create("fs1", FileSystemOf("7"));
   const std::vector<std::string> hostile = arraysim::HostilePaths();
   const std::string base = arraysim::ApplyFileSteps(sim().model(), "7", nlohmann::json::parse(R"([
       {"hostile": "/kept", "size": 1}, {"hostile": "/gone"}, {"snapshot": "base"}])")).at(0);
@@ -55,21 +47,10 @@ TEST_F(ExactNames, HostileTreeWalksToTheTrueDifference) {
 
   const ChangeListWalk walk = WalkAll(*array, "7", base, incremental);
   ASSERT_TRUE(walk.finished) << log.Dump();
-  std::vector<std::string> got, want;
-  for (const auto& e : walk.entries) {
-    const auto links = static_cast<unsigned long long>(e.links);
-    got.push_back(Fields(e.changeType, e.fType, e.filePath,
-                         {e.inode, e.size, e.crTime, e.cTime, e.mTime, e.aTime, e.owner, e.group, e.dosAttr, links}));
-  }
-  for (const auto& c : sim().changeLists().difference(base, incremental)) {
-    const auto& a = c.attributes;
-    want.push_back(Fields(static_cast<int>(c.changeType), static_cast<int>(c.fileType), c.path,
-                          {a.inode, a.size, a.crTime, a.cTime, a.mTime, a.aTime, a.owner, a.group, a.dosAttr,
-                           a.links}));
-  }
   // The truth holds every hostile name, those that the repair changes or cannot read among them.
+  const std::vector<std::string> want = EntryTexts(sim().changeLists().difference(base, incremental));
   ASSERT_GT(want.size(), 3 * hostile.size());
-  EXPECT_EQ(got, want);
+  EXPECT_EQ(EntryTexts(walk.entries), want);
   EXPECT_TRUE(sim().changeLists().openSessions().empty());
 }
 

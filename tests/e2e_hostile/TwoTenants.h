@@ -11,7 +11,7 @@
 #include <string>
 #include <utility>
 
-#include "ArraySimulator.h"
+#include "ArrayClientTest.h"
 
 namespace zrtest {
 
@@ -26,10 +26,7 @@ inline void SeedTenant(arraysim::ArraySimulator& sim, const std::string& vstore,
     store.insert(type, std::move(record));
   };
   const std::string fs = "fs" + n, tag = "-" + n;
-  arraysim::FileSystemInfo info;
-  info.id = n;
-  info.vstoreId = vstore;
-  sim.fileSystems().create(fs, info);
+  sim.fileSystems().create(fs, FileSystemOf(n, vstore));
   sim.files(n).writeFile("/a.txt", 1);
   sim.snapshots().take(n, "base" + tag);
   sim.files(n).writeFile("/b.txt", 2);

@@ -13,14 +13,6 @@
 namespace zrtest {
 namespace {
 
-arraysim::FileSystemInfo Fs(const std::string& id, const std::string& vstoreId = "", const std::string& health = "1") {
-  arraysim::FileSystemInfo info;
-  info.id = id;
-  info.vstoreId = vstoreId;
-  info.healthStatus = health;
-  return info;
-}
-
 std::vector<std::string> Describe(const std::list<_HuaweiFileSystemsInfo>& fileSystems) {
   std::vector<std::string> lines;
   for (const auto& fs : fileSystems) lines.push_back(fs.id + "|" + fs.name + "|" + fs.healthStatus);
@@ -30,9 +22,9 @@ std::vector<std::string> Describe(const std::list<_HuaweiFileSystemsInfo>& fileS
 class FileSystems : public ArrayClientTest {};
 
 TEST_F(FileSystems, ListReplacesTheCallersAndIsEmptiedByAnyFailure) {
-  sim().fileSystems().create("home", Fs("2"));
-  sim().fileSystems().create("projects", Fs("5", "3", "2"));
-  sim().fileSystems().create("scratch", Fs("11", "3"));
+  sim().fileSystems().create("home", FileSystemOf("2"));
+  sim().fileSystems().create("projects", FileSystemOf("5", "3", "2"));
+  sim().fileSystems().create("scratch", FileSystemOf("11", "3"));
   auto array = loggedInFacade();
   LogCapture log;
   std::list<_HuaweiFileSystemsInfo> fileSystems(1);

@@ -9,17 +9,7 @@
 namespace zrtest {
 namespace {
 
-class Hosts : public ArrayClientTest {
- protected:
-  void SetUp() override {
-    ArrayClientTest::SetUp();
-    scene_ = ArrangeLunSnapshotAndHostScene(sim());
-    array_ = loggedInFacade();
-  }
-
-  ShapeScene scene_;
-  std::unique_ptr<ZrManageHuawei> array_;
-};
+class Hosts : public LunSnapshotAndHostTest {};
 
 TEST_F(Hosts, ExistingHostsAndGroupsAreAdoptedByName) {
   _HuaweiLUNHostInfo host;

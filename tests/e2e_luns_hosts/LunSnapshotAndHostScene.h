@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "ArraySimulator.h"
+#include "ArrayClientTest.h"
 #include "ShapeRow.h"
 
 namespace zrtest {
@@ -28,5 +28,18 @@ inline ShapeScene ArrangeLunSnapshotAndHostScene(arraysim::ArraySimulator& sim) 
   store.insert("fc_initiator", in3({{"ID", "wwn1"}, {"NAME", "port-b"}}));
   return scene;
 }
+
+// The suite's own tests: the scene above and a facade that has logged in.
+class LunSnapshotAndHostTest : public ArrayClientTest {
+ protected:
+  void SetUp() override {
+    ArrayClientTest::SetUp();
+    scene_ = ArrangeLunSnapshotAndHostScene(sim());
+    array_ = loggedInFacade();
+  }
+
+  ShapeScene scene_;
+  std::unique_ptr<ZrManageHuawei> array_;
+};
 
 }  // namespace zrtest

@@ -13,22 +13,7 @@ namespace {
 
 using arraysim::FaultRule;
 
-class OutsideTexts : public ArrayClientTest {
- protected:
-  void SetUp() override {
-    ArrayClientTest::SetUp();
-    scene_ = ArrangeLunSnapshotAndHostScene(sim());
-    array_ = loggedInFacade();
-  }
-
-  // Every captured line is one line.
-  static void ExpectOneLineEach(const LogCapture& log) {
-    for (const tklog::LogLine& line : log.Lines()) EXPECT_TRUE(tklog::IsOneLine(line.text)) << line.text;
-  }
-
-  ShapeScene scene_;
-  std::unique_ptr<ZrManageHuawei> array_;
-};
+class OutsideTexts : public LunSnapshotAndHostTest {};
 
 // Names in the paths where an inner result's text is the error's format: a host created again
 // whose lookup fails, and the membership test whose listing fails.
@@ -55,7 +40,6 @@ TEST_F(OutsideTexts, NamesInAnInnerErrorComeBackAsWritten) {
     EXPECT_TRUE(log.HasLine(3, "ZrManageHuawei::createHost", std::string("The host [") + row.name + "] already exists"))
         << log.Dump();
 
-
     const std::string groupId = std::string("1 ") + row.name;
     sim().faults().add(FaultRule::On("GET", "host/associate").arrayError(1077948996, "listing refused"));
     EXPECT_EQ(array_->isHostAssociatedToHostGroup(groupId, scene_["host"], "3").AsString(),
@@ -77,7 +61,7 @@ TEST_F(OutsideTexts, ALineBreakInANameCannotForgeALogLine) {
   const CXoError created = array_->createHost(host, name, "3", false);
   EXPECT_EQ(created.AsString(), "[ERROR] Unable to find the information for the host with name [" + name + "]");
   EXPECT_TRUE(log.HasLine(3, "ZrManageHuawei::createHost", "The host [" + logged + "] already exists")) << log.Dump();
-  ExpectOneLineEach(log);
+  for (const tklog::LogLine& line : log.Lines()) EXPECT_TRUE(tklog::IsOneLine(line.text)) << line.text;
 }
 
 }  // namespace

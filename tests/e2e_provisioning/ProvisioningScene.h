@@ -4,8 +4,7 @@
 
 #include <string>
 
-#include "ArraySimulator.h"
-#include "ZrManageHuawei.h"
+#include "ArrayClientTest.h"
 
 namespace zrtest {
 
@@ -15,24 +14,16 @@ inline void ArrangeProvisioning(arraysim::ArraySimulator& sim) {
   auto& store = sim.store();
   store.insert("storagepool", {{"ID", "0"}, {"NAME", "pool1"}, {"PARENTID", "0"}});
   for (const char* id : {"1", "2", "3", "4"}) {
-    store.insert("lun", {{"ID", id},
-                         {"NAME", std::string("lun") + id},
-                         {"PARENTID", "0"},
-                         {"RUNNINGSTATUS", "27"},
-                         {"CAPACITY", "2097152"},
-                         {"SPLITMIRRORIDS", id == std::string("1") ? R"(["1","2"])" : "[]"}});
+    store.insert("lun", {{"ID", id}, {"NAME", std::string("lun") + id}, {"PARENTID", "0"}, {"RUNNINGSTATUS", "27"},
+                         {"CAPACITY", "2097152"}, {"SPLITMIRRORIDS", id == std::string("1") ? R"(["1","2"])" : "[]"}});
   }
   store.insert("lungroup", {{"ID", "1"}, {"NAME", "group1"}});
   store.associate({"lungroup", "1"}, {"lun", "1"});
   store.insert("splitmirror", {{"ID", "1"}, {"NAME", "clone1"}, {"PRILUNID", "1"}});
   store.insert("splitmirror", {{"ID", "2"}, {"NAME", "clone2"}, {"PRILUNID", "1"}});
   for (const auto& [id, status] : {std::pair<const char*, const char*>{"2", "1"}, {"3", "26"}}) {
-    store.insert("splitmirrortargetlun", {{"ID", id},
-                                          {"NAME", std::string("lun") + id},
-                                          {"PARENTID", "1"},
-                                          {"SPEED", "2"},
-                                          {"RESUMEPOLICY", "1"},
-                                          {"RUNNINGSTATUS", status},
+    store.insert("splitmirrortargetlun", {{"ID", id}, {"NAME", std::string("lun") + id}, {"PARENTID", "1"},
+                                          {"SPEED", "2"}, {"RESUMEPOLICY", "1"}, {"RUNNINGSTATUS", status},
                                           {"PROCESS", "100"}});
   }
 }
@@ -56,5 +47,17 @@ inline _HuaweiCloneSecondaryLUN Secondary(const char* id, const std::string& clo
   lun.resumePolicy = HuaweiApiValue::RESUME_POLICY_AUTOMATIC;
   return lun;
 }
+
+// The suite's own tests: the objects above and a facade that has logged in.
+class ProvisioningTest : public ArrayClientTest {
+ protected:
+  void SetUp() override {
+    ArrayClientTest::SetUp();
+    ArrangeProvisioning(sim());
+    array_ = loggedInFacade();
+  }
+
+  std::unique_ptr<ZrManageHuawei> array_;
+};
 
 }  // namespace zrtest

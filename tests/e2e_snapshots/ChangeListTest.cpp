@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "ArrayClientTest.h"
+#include "ChangeListText.h"
 #include "ChangeListWalk.h"
 #include "LogCapture.h"
 
@@ -21,9 +22,8 @@ class ChangeLists : public ArrayClientTest {
  protected:
   void SetUp() override {
     ArrayClientTest::SetUp();
-    arraysim::FileSystemInfo info;
-    info.id = "7";
-    sim().fileSystems().create("fs1", info);
+    sim().fileSystems().create("fs1", FileSystemOf("7"));
+    array_ = loggedInFacade();
   }
   arraysim::LiveFiles files() { return sim().files("7"); }
   std::string snapshot(const std::string& name) { return sim().snapshots().take("7", name); }
@@ -35,6 +35,7 @@ class ChangeLists : public ArrayClientTest {
     incremental_ = snapshot("incremental");
   }
   std::string base_, incremental_;
+  std::unique_ptr<ZrManageHuawei> array_;
 };
 
 TEST_F(ChangeLists, WalkDeliversTheArraysDifferencePageByPage) {
@@ -58,29 +59,13 @@ TEST_F(ChangeLists, WalkDeliversTheArraysDifferencePageByPage) {
   files().createFile("/huge.bin", huge);
   incremental_ = snapshot("incremental");
   sim().changeLists().setPageSize(7);
-  auto array = loggedInFacade();
   LogCapture log;
 
-  const ChangeListWalk walk = WalkAll(*array, "7", base_, incremental_);
+  const ChangeListWalk walk = WalkAll(*array_, "7", base_, incremental_);
   ASSERT_TRUE(walk.finished) << log.Dump();
   const std::vector<arraysim::Change> truth = sim().changeLists().difference(base_, incremental_);
   ASSERT_GE(truth.size(), 18u);
-  ASSERT_EQ(walk.entries.size(), truth.size());
-  for (size_t i = 0; i < truth.size(); ++i) {
-    const auto& got = walk.entries[i];
-    const auto& want = truth[i];
-    const auto& a = want.attributes;
-    EXPECT_EQ(got.filePath, want.path);
-    EXPECT_EQ(std::vector<unsigned long long>({got.inode, got.size, got.crTime, got.cTime, got.mTime, got.aTime,
-                                               got.owner, got.group, got.dosAttr}),
-              std::vector<unsigned long long>(
-                  {a.inode, a.size, a.crTime, a.cTime, a.mTime, a.aTime, a.owner, a.group, a.dosAttr}))
-        << want.path;
-    EXPECT_EQ(std::vector<int>({got.changeType, got.fType, got.links}),
-              std::vector<int>({static_cast<int>(want.changeType), static_cast<int>(want.fileType),
-                                static_cast<int>(a.links)}))
-        << want.path;
-  }
+  EXPECT_EQ(EntryTexts(walk.entries), EntryTexts(truth));
 
   // One session, one page per call at the cursor of the page before, then the session's deletion
   // behind the empty page at progress "100" (a page with entries at "100" is not the end).
@@ -103,7 +88,6 @@ TEST_F(ChangeLists, WalkDeliversTheArraysDifferencePageByPage) {
 TEST_F(ChangeLists, BrokenPageEndsTheWalkAndDeletesTheSession) {
   pairWithCreatedFiles(5);
   sim().changeLists().setPageSize(2);
-  auto array = loggedInFacade();
   const std::string failed = "Unable to get the snapshot change list for base snapshot[" + base_ +
                              "] and incremental snapshot[" + incremental_ + "].";
   const auto on = [] { return arraysim::FaultRule::On("GET", "fs_snapchangelist_result"); };
@@ -115,12 +99,12 @@ TEST_F(ChangeLists, BrokenPageEndsTheWalkAndDeletesTheSession) {
   for (const auto& [fault, line] : faults) {
     LogCapture log;
     _HuaweiSnapshotChangeListInfo info;
-    ASSERT_TRUE(array->getSnapshotChangeList("7", base_, incremental_, info));
+    ASSERT_TRUE(array_->getSnapshotChangeList("7", base_, incremental_, info));
     ASSERT_EQ(info.changes.size(), 2u);
     const _HuaweiSnapshotChangeListInfo cursor = info;
     sim().faults().add(fault);
     sim().requests().clear();
-    EXPECT_FALSE(array->getSnapshotChangeList("7", base_, incremental_, info));
+    EXPECT_FALSE(array_->getSnapshotChangeList("7", base_, incremental_, info));
     EXPECT_EQ(info.sessionFailed, 1);
     EXPECT_TRUE(info.changes.empty());
     EXPECT_EQ(PageResource(info.sessionId, info), PageResource(cursor.sessionId, cursor));
@@ -141,14 +125,13 @@ TEST_F(ChangeLists, RepairChangesOrLosesHostileNames) {
       {"/it's", "/it#39;s"},
       {"/say \"hi\".txt", ""},
   };
-  auto array = loggedInFacade();
   LogCapture log;
   int round = 0;
   for (const auto& [name, delivered] : rows) {
     base_ = snapshot("base" + std::to_string(round));
     files().writeFile(name, 1);
     incremental_ = snapshot("incremental" + std::to_string(round++));
-    const ChangeListWalk walk = WalkAll(*array, "7", base_, incremental_);
+    const ChangeListWalk walk = WalkAll(*array_, "7", base_, incremental_);
     std::vector<std::string> paths;
     for (const auto& entry : walk.entries) paths.push_back(entry.filePath);
     if (delivered.empty()) {
@@ -169,18 +152,17 @@ TEST_F(ChangeLists, RepairChangesOrLosesHostileNames) {
 // the session's guard, in FileSystemSnapshotAndChangeListShapeTest.)
 TEST_F(ChangeLists, CallsThatCannotOpenASessionSendNothingMore) {
   pairWithCreatedFiles(1);
-  auto array = loggedInFacade();
   LogCapture log;
   _HuaweiSnapshotChangeListInfo info;
   info.sessionFailed = 3;
   info.posObj = "42";
-  EXPECT_FALSE(array->getSnapshotChangeList("7", "", "7@2", info));
-  EXPECT_FALSE(array->getSnapshotChangeList("7", "7@1", "", info));
+  EXPECT_FALSE(array_->getSnapshotChangeList("7", "", "7@2", info));
+  EXPECT_FALSE(array_->getSnapshotChangeList("7", "7@1", "", info));
   EXPECT_TRUE(requests().empty());
   EXPECT_TRUE(log.HasLine(-1, kWalkLog, "Invalid Parameters. Incremental Snapshot[7@2], Base Snapshot[]"));
   EXPECT_TRUE(log.HasLine(-1, kWalkLog, "Invalid Parameters. Incremental Snapshot[], Base Snapshot[7@1]"));
 
-  EXPECT_FALSE(array->getSnapshotChangeList("7", "7@99", incremental_, info));  // the array knows no such base
+  EXPECT_FALSE(array_->getSnapshotChangeList("7", "7@99", incremental_, info));  // the array knows no such base
   EXPECT_EQ(requestLines(), std::vector<std::string>{"POST fs_snapchangelist_session"});
   EXPECT_TRUE(log.HasLine(-1, kWalkLog, "Unable to get the Snap Change List Session ID.")) << log.Dump();
   EXPECT_EQ(info.sessionId + "|" + info.posObj + "|" + std::to_string(info.sessionFailed), "|42|3");

@@ -34,41 +34,27 @@ class FileSystemSnapshots : public ArrayClientTest {
   // File system 7 ("fs1") of vStore 3 and file system 8 ("fs2") outside any vStore.
   void SetUp() override {
     ArrayClientTest::SetUp();
-    arraysim::FileSystemInfo info;
-    info.id = "7";
-    info.vstoreId = "3";
-    sim().fileSystems().create("fs1", info);
-    info.id = "8";
-    info.vstoreId = "";
-    sim().fileSystems().create("fs2", info);
+    sim().fileSystems().create("fs1", FileSystemOf("7", "3"));
+    sim().fileSystems().create("fs2", FileSystemOf("8"));
+    array_ = loggedInFacade();
   }
   std::vector<std::string> bodies() {
     std::vector<std::string> all;
     for (const auto& request : requests()) all.push_back(request.body);
     return all;
   }
+
+  std::unique_ptr<ZrManageHuawei> array_;
 };
 
-// The body's other forms are BodyAndUrlBuildersTest's; here the one sent and the id answered.
-TEST_F(FileSystemSnapshots, CreateSendsTheHandBuiltBodyAndAnswersTheArraysId) {
-  auto array = loggedInFacade();
-  LogCapture log;
-  std::string snapshot = "s1";
-  ASSERT_TRUE(array->createFileSystemSnapshot(7, snapshot, true, "3"));
-  EXPECT_EQ(snapshot, "7@1");  // data.ID, not the name
-  EXPECT_TRUE(sim().snapshots().info("7@1")->snapDiffEnabled);
-  EXPECT_TRUE(log.HasLine(0, kCreateLog, "Successfully created snapshot[7@1]")) << log.Dump();
-  EXPECT_EQ(bodies(), std::vector<std::string>{Body("s1", "7", "3", true)});
-}
-
-// Each refusal of SnapDiff (code 1073754130) is answered by the same request without the option,
+// The hand-built body goes out, and the array's identifier comes back, not the name. Each
+// refusal of SnapDiff (code 1073754130) is answered by the same request without the option,
 // however often it comes and whatever was asked.
-TEST_F(FileSystemSnapshots, SnapDiffRefusalsAreRetriedWithoutTheOption) {
-  auto array = loggedInFacade();
+TEST_F(FileSystemSnapshots, CreateAnswersTheArraysIdAndRetriesSnapDiffRefusalsWithoutTheOption) {
   const struct {
     bool snapDiff;
     int snapDiffRefusals, anyRefusals;
-  } cases[] = {{true, 1, 0}, {true, 0, 3}, {false, 0, 2}};
+  } cases[] = {{true, 0, 0}, {true, 1, 0}, {true, 0, 3}, {false, 0, 2}};
   for (const auto& c : cases) {
     const std::string name = "nightly" + std::to_string(&c - cases);
     sim().fileSystems().refuseSnapDiff("7", c.snapDiffRefusals);
@@ -76,7 +62,9 @@ TEST_F(FileSystemSnapshots, SnapDiffRefusalsAreRetriedWithoutTheOption) {
     sim().requests().clear();
     LogCapture log;
     std::string snapshot = name;
-    ASSERT_TRUE(array->createFileSystemSnapshot(7, snapshot, c.snapDiff, "3"));
+    ASSERT_TRUE(array_->createFileSystemSnapshot(7, snapshot, c.snapDiff, "3"));
+    EXPECT_EQ(snapshot, "7@" + std::to_string(&c - cases + 1));
+    EXPECT_TRUE(log.HasLine(0, kCreateLog, "Successfully created snapshot[" + snapshot + "]")) << log.Dump();
     const long refusals = c.snapDiffRefusals + c.anyRefusals;
     std::vector<std::string> expected(refusals + 1, Body(name.c_str(), "7", "3", false));
     expected.front() = Body(name.c_str(), "7", "3", c.snapDiff);
@@ -85,7 +73,7 @@ TEST_F(FileSystemSnapshots, SnapDiffRefusalsAreRetriedWithoutTheOption) {
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
                             [](const tklog::LogLine& l) { return l.level == 0 && l.text == kRetryLine; }),
               refusals);
-    EXPECT_FALSE(sim().snapshots().info(snapshot)->snapDiffEnabled);
+    EXPECT_EQ(sim().snapshots().info(snapshot)->snapDiffEnabled, c.snapDiff && refusals == 0);
   }
 }
 
@@ -93,12 +81,11 @@ TEST_F(FileSystemSnapshots, SnapDiffRefusalsAreRetriedWithoutTheOption) {
 // SnapDiff refusal, ends the call. (A call without a name builds nothing: BodyAndUrlBuildersTest.)
 TEST_F(FileSystemSnapshots, CreateFailuresKeepTheName) {
   sim().snapshots().take("7", "taken");
-  auto array = loggedInFacade();
   std::string snapshot = "taken";
-  EXPECT_FALSE(array->createFileSystemSnapshot(7, snapshot, true, "3"));
+  EXPECT_FALSE(array_->createFileSystemSnapshot(7, snapshot, true, "3"));
   sim().faults().add(arraysim::FaultRule::On("POST", "fssnapshot").arrayError(1073754130, "no SnapDiff"));
   sim().faults().add(arraysim::FaultRule::On("POST", "fssnapshot").abortAnswer());
-  EXPECT_FALSE(array->createFileSystemSnapshot(7, snapshot, true, "3"));
+  EXPECT_FALSE(array_->createFileSystemSnapshot(7, snapshot, true, "3"));
   EXPECT_EQ(snapshot, "taken");
   EXPECT_EQ(requests().size(), 3u);
 }
@@ -106,26 +93,25 @@ TEST_F(FileSystemSnapshots, CreateFailuresKeepTheName) {
 TEST_F(FileSystemSnapshots, InfoCopiesTheRecordOrMarksItAbsent) {
   const std::string id = sim().snapshots().take("7", "weekly");
   sim().snapshots().setType(id, "34");
-  auto array = loggedInFacade();
   LogCapture log;
   _HuaweiSnapshotInfo info;
   info.notExist = true;  // the fresh record of the request replaces this
-  ASSERT_TRUE(array->getFileSystemSnapshotInfo(id, info, "3"));
+  ASSERT_TRUE(array_->getFileSystemSnapshotInfo(id, info, "3"));
   EXPECT_EQ(info.id + "|" + info.name + "|" + info.parentId + "|" + info.parentName + "|" + info.snapType,
             id + "|weekly|7|fs1|34");
   EXPECT_FALSE(info.notExist);
   EXPECT_TRUE(log.HasLine(0, kInfoLog, "Successfully got the snapshot information for [" + id + "]."));
-  ASSERT_TRUE(array->getFileSystemSnapshotInfo(id, info, "-12345"));
+  ASSERT_TRUE(array_->getFileSystemSnapshotInfo(id, info, "-12345"));
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET fssnapshot/" + id + "?vstoreId=3", "GET fssnapshot/" + id}));
 
   // Absent: only the identifier and the flag change.
-  EXPECT_FALSE(array->getFileSystemSnapshotInfo("7@9", info, "3"));
+  EXPECT_FALSE(array_->getFileSystemSnapshotInfo("7@9", info, "3"));
   EXPECT_EQ(info.id + "|" + info.name + "|" + info.snapType, "7@9|weekly|34");
   EXPECT_TRUE(info.notExist);
   // Another refusal marks nothing.
   sim().faults().add(arraysim::FaultRule::On("GET", "fssnapshot").arrayError(1077949002, "Busy."));
   _HuaweiSnapshotInfo other;
-  EXPECT_FALSE(array->getFileSystemSnapshotInfo(id, other, "3"));
+  EXPECT_FALSE(array_->getFileSystemSnapshotInfo(id, other, "3"));
   EXPECT_FALSE(other.notExist);
   EXPECT_EQ(other.id, "");
 }
@@ -134,25 +120,24 @@ TEST_F(FileSystemSnapshots, InfoCopiesTheRecordOrMarksItAbsent) {
 // or an empty answer classifies nothing, so the code of the answer before it still stands.
 TEST_F(FileSystemSnapshots, PresenceFollowsTheLastClassifiedCode) {
   const std::string id = sim().snapshots().take("7", "there");
-  auto array = loggedInFacade();
   LogCapture log;
-  EXPECT_TRUE(array->isSnapshotPresent(id, "3"));
+  EXPECT_TRUE(array_->isSnapshotPresent(id, "3"));
   sim().faults().add(arraysim::FaultRule::On("GET", "fssnapshot").arrayError(1077949002, "Busy."));
-  EXPECT_FALSE(array->isSnapshotPresent(id, "3"));  // any failure reads as absent
+  EXPECT_FALSE(array_->isSnapshotPresent(id, "3"));  // any failure reads as absent
   EXPECT_FALSE(log.ContainsText("externally deleted")) << log.Dump();
 
-  EXPECT_FALSE(array->isSnapshotPresent("7@9", "3"));
+  EXPECT_FALSE(array_->isSnapshotPresent("7@9", "3"));
   EXPECT_TRUE(log.HasLine(0, kPresentLog, Gone("7@9"))) << log.Dump();
   sim().faults().add(arraysim::FaultRule::On("GET", "fssnapshot").abortAnswer());
   _HuaweiSnapshotInfo info;
-  EXPECT_FALSE(array->getFileSystemSnapshotInfo(id, info, "3"));
+  EXPECT_FALSE(array_->getFileSystemSnapshotInfo(id, info, "3"));
   EXPECT_TRUE(info.notExist);
   EXPECT_EQ(info.id, id);
   for (auto fault : {arraysim::FaultRule::On("GET", "fssnapshot").abortAnswer(),
                      arraysim::FaultRule::On("GET", "fssnapshot").emptyBody()}) {
     log.Clear();
     sim().faults().add(fault);
-    EXPECT_FALSE(array->isSnapshotPresent(id, "3"));
+    EXPECT_FALSE(array_->isSnapshotPresent(id, "3"));
     EXPECT_TRUE(log.HasLine(0, kPresentLog, Gone(id))) << log.Dump();
   }
 }
@@ -160,11 +145,10 @@ TEST_F(FileSystemSnapshots, PresenceFollowsTheLastClassifiedCode) {
 // A plain snapshot outside any vStore is deleted without the incremental-backup flag. (Its
 // vStore form: FileSystemSnapshotAndChangeListShapeTest.)
 TEST_F(FileSystemSnapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
-  auto array = loggedInFacade();
   const std::string id = sim().snapshots().take("7", "old");
   sim().snapshots().setType(id, "1");
   LogCapture log;
-  EXPECT_TRUE(array->deleteFileSystemSnapshot(id, "-12345"));
+  EXPECT_TRUE(array_->deleteFileSystemSnapshot(id, "-12345"));
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET fssnapshot/" + id, "DELETE fssnapshot/" + id}));
   EXPECT_FALSE(sim().snapshots().exists(id));
   EXPECT_TRUE(log.HasLine(0, kDeleteLog, "Successfully deleted the Snapshot ID[" + id + "]"));
@@ -173,9 +157,8 @@ TEST_F(FileSystemSnapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
 // An absent snapshot counts as deleted; a type that could not be learned is taken for an
 // incremental-backup snapshot.
 TEST_F(FileSystemSnapshots, DeletionOfAnAbsentOrUnreadableSnapshotGoesOn) {
-  auto array = loggedInFacade();
   LogCapture log;
-  EXPECT_TRUE(array->deleteFileSystemSnapshot("7@9", "-12345"));
+  EXPECT_TRUE(array_->deleteFileSystemSnapshot("7@9", "-12345"));
   EXPECT_TRUE(log.HasLine(0, "HuaweiRestAPI::isError",
                           "Tried to delete a snapshot that does not exist. Considering the operation as success."));
   EXPECT_TRUE(log.HasLine(0, kDeleteLog, "Successfully deleted the Snapshot ID[7@9]")) << log.Dump();
@@ -183,7 +166,7 @@ TEST_F(FileSystemSnapshots, DeletionOfAnAbsentOrUnreadableSnapshotGoesOn) {
   const std::string id = sim().snapshots().take("8", "plain");
   sim().snapshots().setType(id, "1");
   sim().faults().add(arraysim::FaultRule::On("GET", "fssnapshot/" + id).htmlPage());
-  EXPECT_TRUE(array->deleteFileSystemSnapshot(id, "-12345"));
+  EXPECT_TRUE(array_->deleteFileSystemSnapshot(id, "-12345"));
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET fssnapshot/7@9", "DELETE fssnapshot/7@9?DELINCREMENTALBACKUPSNAP=true",
                                                       "GET fssnapshot/" + id,
                                                       "DELETE fssnapshot/" + id + "?DELINCREMENTALBACKUPSNAP=true"}));

@@ -54,10 +54,8 @@ std::pair<std::string, std::string> expected_page(int entries, int seed) {
 class TreeQueue {
  public:
   void push(std::unique_ptr<Object> tree) {
-    {
-      const std::lock_guard<std::mutex> lock(mutex_);
-      trees_.push_back(std::move(tree));
-    }
+    const std::lock_guard<std::mutex> lock(mutex_);
+    trees_.push_back(std::move(tree));
     ready_.notify_one();
   }
 
@@ -72,10 +70,8 @@ class TreeQueue {
   }
 
   void close() {
-    {
-      const std::lock_guard<std::mutex> lock(mutex_);
-      closed_ = true;
-    }
+    const std::lock_guard<std::mutex> lock(mutex_);
+    closed_ = true;
     ready_.notify_all();
   }
 

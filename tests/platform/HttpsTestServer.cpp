@@ -61,14 +61,11 @@ void HttpsTestServer::Answer(const httplib::Request& request, httplib::Response&
     std::lock_guard<std::mutex> lock(mutex_);
     requests_.push_back({request.method, request.path, request.body, request.headers, request.remote_port});
   }
-  const std::string statusPrefix = "/status/";
   const std::string loginPrefix = "/login/";
   if (request.path == "/login") {
     response.set_header("Set-Cookie", "session=s3cr3t; Path=/; Secure; HttpOnly");
   } else if (request.path.compare(0, loginPrefix.size(), loginPrefix) == 0) {
     response.set_header("Set-Cookie", "session=" + request.path.substr(loginPrefix.size()) + "; Path=/; Secure; HttpOnly");
-  } else if (request.path.compare(0, statusPrefix.size(), statusPrefix) == 0) {
-    response.status = std::stoi(request.path.substr(statusPrefix.size()));
   }
   response.set_content("{\"path\":\"" + request.path + "\"}", "application/json");
 }

@@ -2,7 +2,6 @@
 // every request, and answers:
 //   /login        200, sets the cookie "session=s3cr3t"
 //   /login/<v>    200, sets the cookie "session=<v>"
-//   /status/<n>   status n, JSON body
 //   anything else 200, JSON body naming the path
 #pragma once
 
@@ -36,7 +35,6 @@ class HttpsTestServer {
   HttpsTestServer(const HttpsTestServer&) = delete;
   HttpsTestServer& operator=(const HttpsTestServer&) = delete;
 
-  int Port() const { return port_; }
   std::string Url(const std::string& path) const;
 
   std::vector<RecordedRequest> Requests() const;

@@ -36,16 +36,6 @@ TEST_F(TkLogSink, LevelsPassUpToTheMaximum) {
   EXPECT_THAT(passed, ElementsAre(-1, 0, 1, 2, 3, 4, 5, 7));
 }
 
-TEST_F(TkLogSink, DefaultSinkWritesTimeStampedLinesToStandardError) {
-  testing::internal::CaptureStderr();
-  TkDebug().DebugLvl("HuaweiRestAPI::sendReq", 3, 77, "sent %s", "GET");
-  TkDebug().Error("Facade", "broken");
-  const std::string written = testing::internal::GetCapturedStderr();
-  EXPECT_THAT(written, testing::ContainsRegex("[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9:]{8}\\.[0-9]{3} \\[3\\] "
-                                              "HuaweiRestAPI::sendReq \\(job 77\\): sent GET\n"));
-  EXPECT_THAT(written, testing::HasSubstr("[-1] Facade: broken\n"));
-}
-
 TEST(TkDebug, EachFormCarriesNameLevelAndJobIdentifierAsGiven) {
   zrtest::LogCapture log;
   TkDebug().DebugLvl("WithJob", 3, 123456789012LL, "%s=%d", "a", 1);
@@ -111,7 +101,7 @@ TEST(LogLineText, ControlCharactersAreEscapedAndOtherBytesKept) {
 }
 
 // A value with a line break cannot make a second line, in any form of the log or in the default
-// writer's output; an ordinary line arrives unchanged.
+// sink's time-stamped lines on standard error; an ordinary line arrives unchanged.
 TEST_F(TkLogSink, LoggedValuesCannotForgeALine) {
   {
     zrtest::LogCapture log;
@@ -124,11 +114,14 @@ TEST_F(TkLogSink, LoggedValuesCannotForgeALine) {
   }
   testing::internal::CaptureStderr();
   TkDebug().DebugLvl("Name\n", 0, 1, "one\ntwo");
-  TkDebug().DebugLvl("Plain", 0, 1, "back\\slash \"quoted\"");
+  TkDebug().DebugLvl("HuaweiRestAPI::sendReq", 3, 77, "sent %s", "back\\slash \"quoted\"");
+  TkDebug().Error("Facade", "broken");
   const std::string written = testing::internal::GetCapturedStderr();
-  EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 2) << written;
+  EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 3) << written;
   EXPECT_THAT(written, testing::HasSubstr("] Name\\n (job 1): one\\ntwo\n"));
-  EXPECT_THAT(written, testing::HasSubstr("] Plain (job 1): back\\slash \"quoted\"\n"));
+  EXPECT_THAT(written, testing::ContainsRegex("[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9:]{8}\\.[0-9]{3} \\[3\\] "
+                                              "HuaweiRestAPI::sendReq \\(job 77\\): sent back\\\\slash \"quoted\"\n"));
+  EXPECT_THAT(written, testing::HasSubstr("[-1] Facade: broken\n"));
 }
 
 }  // namespace

@@ -12,7 +12,7 @@
 #include "ClientExchange.h"
 #include "HttpsTestServer.h"
 #include "LogCapture.h"
-#include "SilentListener.h"
+#include "LoopbackPorts.h"
 #include "zrlibcurl/CookieFileCache.h"
 
 namespace platformtest {

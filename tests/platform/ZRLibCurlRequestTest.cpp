@@ -16,7 +16,7 @@
 #include "ClientExchange.h"
 #include "HttpsTestServer.h"
 #include "LogCapture.h"
-#include "SilentListener.h"
+#include "LoopbackPorts.h"
 
 namespace platformtest {
 namespace {
@@ -147,12 +147,8 @@ TEST_F(ZRLibCurlRequest, MisuseAndFailedExchangesReturnFalse) {
   EXPECT_FALSE(client.ZRLibCurlSendHttpReq(HTTP_REQ_GET, "http://127.0.0.1:1/plain", nullptr, 0, false, nullptr));
   EXPECT_TRUE(server_.Requests().empty());
 
-  SilentListener silent;
-  ZRLibCurlOptions options = TrustingLocalCa();
-  options.connectTimeoutMs = options.totalTimeoutMs = 300;
-  ZRLibCurlSetOptions(options);
+  // (An array that never answers: the session suite's fault rows.)
   const std::pair<std::string, const char*> failures[] = {
-      {"https://127.0.0.1:" + std::to_string(silent.Port()) + "/system/", "Timeout"},
       {"https://127.0.0.1:" + std::to_string(ClosedPort()) + "/system/", "connect"},
       {"https://no-such-array.invalid:8088/", "resolve"}};
   for (const auto& [url, reason] : failures) {

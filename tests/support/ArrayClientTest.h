@@ -18,6 +18,16 @@
 
 namespace zrtest {
 
+// A file system for a scene: its identifier, its vStore ("" for none) and its health status.
+inline arraysim::FileSystemInfo FileSystemOf(const std::string& id, const std::string& vstoreId = "",
+                                             const std::string& health = "1") {
+  arraysim::FileSystemInfo info;
+  info.id = id;
+  info.vstoreId = vstoreId;
+  info.healthStatus = health;
+  return info;
+}
+
 class ArrayClientTest : public SimulatorTest {
  protected:
   static constexpr unsigned long long kJobId = 4242;

@@ -6,25 +6,11 @@
 #include <vector>
 
 #include "BackslashSqueeze.h"
+#include "ChangeListPageText.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "LogCapture.h"
 
 namespace {
-
-// One entry as the array writes it inside the change-list string (quotes escaped).
-std::string entry(const std::string& path) {
-  return "{\\\"inode\\\":12,\\\"changeType\\\":1,\\\"fType\\\":2,\\\"filePath\\\":\\\"" + path +
-         "\\\",\\\"crTime\\\":1,\\\"cTime\\\":2,\\\"mTime\\\":3,\\\"aTime\\\":4,\\\"owner\\\":5,\\\"group\\\":6,"
-         "\\\"size\\\":18446744073709551615,\\\"links\\\":1,\\\"dosAttr\\\":32}";
-}
-
-std::string page(const std::vector<std::string>& entries) {
-  std::string list;
-  for (const std::string& one : entries) list += (list.empty() ? "" : ",") + one;
-  return "{\"data\":{\"changeList\":\"[" + list + "]\",\"numChanges\":\"" + std::to_string(entries.size()) +
-         "\",\"progress\":\"50\",\"linkPos\":\"9\",\"linkPosType\":\"1\",\"posObj\":\"77\",\"posOffset\":\"3\","
-         "\"posType\":\"2\"},\"error\":{\"code\":0,\"description\":\"0\"}}";
-}
 
 // The repair in the words of the array's format: three steps, each over the whole text.
 std::string repairedStepByStep(std::string text) {
@@ -86,7 +72,7 @@ TEST(FileNameEntities, DecodeInOnePassFromTheLeft) {
 TEST(FileNameEntities, RewritesAreLoggedAtLevelSixThroughTheLogWriter) {
   zrtest::LogCapture log;
   HuaweiJSONGetChangeListResult request(1);
-  std::string answer = page({entry("a&amp;b"), entry("plain")});
+  std::string answer = ChangePage({ChangeEntry("a&amp;b"), ChangeEntry("plain")});
   ASSERT_TRUE(request.parseResponse(answer));
   const char* writer = "bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::string&)";
   EXPECT_TRUE(log.HasLine(6, writer, "Changelist file returned by array:[a&amp;b] ")) << log.Dump();

@@ -7,32 +7,15 @@
 #include <string>
 #include <vector>
 
+#include "ChangeListPageText.h"
 #include "ChangeListPlainPage.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "JsonStringDecoder.h"
 #include "LogCapture.h"
-#include "changelist/ChangeListPage.h"
 
 namespace {
 
 using HuaweiChangeListPage::ExactReading;
-
-std::string entry(const std::string& pathBody, const std::string& inode = "7") {
-  return "{\"inode\":" + inode + ",\"changeType\":0,\"fType\":1,\"filePath\":\"" + pathBody +
-         "\",\"crTime\":1,\"cTime\":2,\"mTime\":3,\"aTime\":4,\"owner\":5,\"group\":6,"
-         "\"size\":18446744073709551615,\"links\":1,\"dosAttr\":32}";
-}
-
-// A page whose list text is escaped into the "changeList" string, as the array sends it.
-std::string page(const std::vector<std::string>& entries, const std::string& posObj = "\"77\"") {
-  std::string list = "[";
-  for (const std::string& one : entries) list += (list.size() > 1 ? "," : "") + one;
-  std::string listString;
-  arraysim::AppendJsonString(listString, list + "]");
-  return "{\"data\":{\"changeList\":" + listString + ",\"numChanges\":\"1\",\"progress\":\"50\","
-         "\"linkPos\":\"9\",\"linkPosType\":\"1\",\"posObj\":" + posObj + ",\"posOffset\":\"3\",\"posType\":\"2\"},"
-         "\"error\":{\"code\":0,\"description\":\"0\"}}";
-}
 
 // The request fails the page and says why at level -1.
 void ExpectRequestRefusesPage(std::string text, const std::string& why) {
@@ -56,7 +39,7 @@ TEST(ExactChangeList, NamesComeOutAsTheArrayHoldsThem) {
   };
   for (const auto& [body, name] : rows) {
     _HuaweiSnapshotChangeListInfo info;
-    std::string text = page({entry(body)});
+    std::string text = ChangePage({ChangeEntry(body)});
     const ExactReading reading = HuaweiChangeListPage::readExact(text, info);
     ASSERT_EQ(reading.outcome, ExactReading::kRead) << body << ": " << reading.why;
     ASSERT_EQ(info.changes.size(), 1u);
@@ -69,17 +52,17 @@ TEST(ExactChangeList, NamesComeOutAsTheArrayHoldsThem) {
 // taken.
 TEST(ExactChangeList, UndecodableTextFailsThePage) {
   const std::pair<std::string, std::string> rows[] = {
-      {page({entry("ok"), entry("a\\x")}), "unknown escape"},
-      {page({entry("a\\u12")}), "the change list is not JSON text"},
-      {page({entry("a\\ud83d")}), "high surrogate"},
-      {page({entry("a\\ude00")}), "low surrogate"},
-      {page({entry("a\\u0000b")}), "NUL"},
-      {page({entry("&#0;")}), "no character"},
-      {page({entry("&#xD800;&#1114112;")}), "no character"},
-      {page({entry("x\" \"y")}), "the change list is not JSON text"},
-      {page({entry("x", "1.5")}), "the change list is not JSON text"},
-      {page({entry("x")}, "\"\\ud800\""), "the string \"\\ud800\" cannot be decoded: a high surrogate"},
-      {page({entry("x")}) + "x", "the page is not JSON text"},
+      {ChangePage({ChangeEntry("ok"), ChangeEntry("a\\x")}), "unknown escape"},
+      {ChangePage({ChangeEntry("a\\u12")}), "the change list is not JSON text"},
+      {ChangePage({ChangeEntry("a\\ud83d")}), "high surrogate"},
+      {ChangePage({ChangeEntry("a\\ude00")}), "low surrogate"},
+      {ChangePage({ChangeEntry("a\\u0000b")}), "NUL"},
+      {ChangePage({ChangeEntry("&#0;")}), "no character"},
+      {ChangePage({ChangeEntry("&#xD800;&#1114112;")}), "no character"},
+      {ChangePage({ChangeEntry("x\" \"y")}), "the change list is not JSON text"},
+      {ChangePage({ChangeEntry("x", "1.5")}), "the change list is not JSON text"},
+      {ChangePage({ChangeEntry("x")}, "\"\\ud800\""), "the string \"\\ud800\" cannot be decoded: a high surrogate"},
+      {ChangePage({ChangeEntry("x")}) + "x", "the page is not JSON text"},
       {"{\"data\":{\"changeList\":\"[\\x]\"}}", "unknown escape"},
   };
   for (auto [text, why] : rows) {
@@ -91,18 +74,19 @@ TEST(ExactChangeList, UndecodableTextFailsThePage) {
     EXPECT_EQ(info.posObj + std::to_string(info.changes.size()), "before0");
   }
 
-  ExpectRequestRefusesPage(page({entry("a\\ud83d")}),
-                           "the file name \"a\\ud83d\" cannot be decoded: a high surrogate without a low one behind it.");
+  ExpectRequestRefusesPage(
+      ChangePage({ChangeEntry("a\\ud83d")}),
+      "the file name \"a\\ud83d\" cannot be decoded: a high surrogate without a low one behind it.");
 }
 
 // A page that is JSON but lacks a value goes to the document model's readers, which fail on it as
 // on any page; one that they would read (a repeated key) fails all the same.
 TEST(ExactChangeList, OtherShapesAreLeftToTheDocumentModel) {
-  std::string missing = page({entry("a\\u0041")});
+  std::string missing = ChangePage({ChangeEntry("a\\u0041")});
   missing.replace(missing.find(",\\\"size\\\":18446744073709551615"), 30, "");
   _HuaweiSnapshotChangeListInfo info;
   EXPECT_EQ(HuaweiChangeListPage::readExact(missing, info).outcome, ExactReading::kOtherShape);
-  std::string repeated = page({entry("x")});
+  std::string repeated = ChangePage({ChangeEntry("x")});
   repeated.replace(repeated.find("\\\"links\\\""), 0, "\\\"links\\\":2,");
   std::string copy = repeated;
   EXPECT_EQ(HuaweiChangeListPage::readExact(copy, info).outcome, ExactReading::kOtherShape);
@@ -112,7 +96,7 @@ TEST(ExactChangeList, OtherShapesAreLeftToTheDocumentModel) {
 // A list sent as a plain array rather than a string reads all the same. (Ordinary names read as
 // the repair reads them: the walks of e2e_exact_names and e2e_snapshots, against the same truth.)
 TEST(ExactChangeList, ListAsAPlainArrayReads) {
-  std::string plainList = "{\"data\":{\"changeList\":[" + entry("a\\\"b") +
+  std::string plainList = "{\"data\":{\"changeList\":[" + ChangeEntry("a\\\"b") +
                                 "],\"numChanges\":\"1\",\"progress\":\"5\",\"linkPos\":\"1\",\"linkPosType\":\"2\","
                                 "\"posObj\":\"3\",\"posOffset\":\"4\",\"posType\":\"5\"}}";
   _HuaweiSnapshotChangeListInfo info;

@@ -5,11 +5,11 @@
 
 #include <algorithm>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "ChangeListPlainPage.h"
+#include "ChangeListText.h"
 #include "HuaweiJSONChangeListRequests.h"
 
 namespace {
@@ -93,18 +93,6 @@ class AnswerGenerator {
   std::mt19937_64 random_;
 };
 
-std::string described(const _HuaweiSnapshotChangeListInfo& info) {
-  std::ostringstream out;
-  out << info.numChanges << '|' << info.progress << '|' << info.linkPos << '|' << info.linkPosType << '|'
-      << info.posObj << '|' << info.posOffset << '|' << info.posType << '\n';
-  for (const _HuaweiSnapshotChangeList& c : info.changes) {
-    out << c.inode << ' ' << c.changeType << ' ' << c.fType << ' ' << c.filePath << ' ' << c.crTime << ' ' << c.cTime
-        << ' ' << c.mTime << ' ' << c.aTime << ' ' << c.owner << ' ' << c.group << ' ' << c.links << ' ' << c.size
-        << ' ' << c.dosAttr << '\n';
-  }
-  return out.str();
-}
-
 TEST(PlainReading, PagesReadAsTheDocumentModelReadsThem) {
   AnswerGenerator generate(11);
   int accepted = 0;
@@ -115,7 +103,7 @@ TEST(PlainReading, PagesReadAsTheDocumentModelReadsThem) {
     ++accepted;
     HuaweiJSONGetChangeListResult fast(1), model(1);
     ASSERT_EQ(fast.readRepairedPage(text), model.readRepairedPage(text, true)) << text;
-    ASSERT_EQ(described(fast.getChangeListInfo("s")), described(model.getChangeListInfo("s"))) << text;
+    ASSERT_EQ(zrtest::PageText(fast.getChangeListInfo("s")), zrtest::PageText(model.getChangeListInfo("s"))) << text;
   }
   EXPECT_GT(accepted, 1500) << "the plain way has to be the common one";
 }

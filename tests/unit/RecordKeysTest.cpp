@@ -35,10 +35,18 @@ TEST(RecordKeys, AnAbsentOptionalKeyLeavesWhatAFreshRecordHolds) {
 
   _HuaweiLUNInfo lun;
   lun.capacity = "1024";
+  lun.splitMirrorIds = {"1"};
   lun.clear();
-  EXPECT_EQ(lun.capacity, "1024");
-  ASSERT_TRUE(lun.parseFromJson(objectOf(R"({"ID":"1","NAME":"l","PARENTID":"0","RUNNINGSTATUS":"27"})")));
-  EXPECT_EQ(lun.capacity, "") << "the one field clear() keeps is still read";
+  EXPECT_EQ(lun.capacity + "|" + std::to_string(lun.splitMirrorIds.size()), "1024|0");
+  // Split mirrors as a true JSON array, as no JSON or not at all are none; a number for
+  // ALLOCTYPE counts as absent.
+  for (const char* tail : {R"(,"SPLITMIRRORIDS":["4"],"ALLOCTYPE":1})", R"(,"SPLITMIRRORIDS":"--"})", "}"}) {
+    lun.capacity = "1024";
+    const std::string text = R"({"ID":"1","NAME":"l","PARENTID":"0","RUNNINGSTATUS":"27")";
+    ASSERT_TRUE(lun.parseFromJson(objectOf(text + tail))) << tail;
+    EXPECT_TRUE(lun.splitMirrorIds.empty() && lun.allocType.isEmpty()) << tail;
+    EXPECT_EQ(lun.capacity, "") << "the one field clear() keeps is still read";
+  }
 
   _HuaweiHostGroupInfo group;
   group.vstoreId = "4";
@@ -69,7 +77,6 @@ std::vector<std::string> declaredFields() {
 TEST(RecordKeys, FieldsListOnceInTheRecordsOrder) {
   EXPECT_EQ(declaredFields<_HuaweiSnapshotInfo>(),
             (std::vector<std::string>{"parentId", "id", "name", "parentName", "snapType", "notExist"}));
-  EXPECT_EQ(declaredFields<_HuaweiFileSystemsInfo>(), (std::vector<std::string>{"id", "name", "healthStatus"}));
   for (const auto& names : {declaredFields<_HuaweiLUNInfo>(), declaredFields<_HuaweiArrayInterfaces>(),
                             declaredFields<_HuaweiCloneSecondaryLUN>(), declaredFields<_HuaweiSnapshotChangeList>()}) {
     EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size());

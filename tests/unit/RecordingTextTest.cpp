@@ -115,7 +115,10 @@ TEST(RecordingAnonymiser, SameValueSameStandInAcrossResourcesBodiesAndKinds) {
       device + "system/", "",
       R"({"data":{"ID":"2102350BVB10K5000042","NAME":"paris-array","WWN":"6a0b1c2d3e4f5061",)"
       R"("IPV6ADDR":"2001:db8::7","DESCRIPTION":"mgmt 192.168.7.20, 10.1.2.3"}})",
-      device + "host?filter=NAME:lyon%20app", "", R"({"data":[{"ID":"5","NAME":"lyon app"}]})",
+      // Addresses at either end of a text or before a full stop; dotted texts that hold none.
+      device + "host?filter=NAME:lyon%20app", "",
+      R"({"data":[{"ID":"5","NAME":"lyon app","DESCRIPTION":"10.1.2.3 first, at 10.1.2.3. Then )"
+      R"(a.txt,b1.log,v2.0,1.2.3.4.5,.5.6.7.8"}]})",
       // What identifies no site keeps its bytes: names of file systems, identifiers, numbers.
       device + "filesystem?filter=NAME::projects", R"({"NAME":"projects","PARENTID":"7"})",
       R"({"data":[{"ID":"7","NAME":"projects","CAPACITY":"1921681720"}]})",
@@ -137,25 +140,12 @@ TEST(RecordingAnonymiser, SameValueSameStandInAcrossResourcesBodiesAndKinds) {
   EXPECT_EQ(anonymiser.standInFor("6a0b1c2d3e4f5061").size(), 16u);
   EXPECT_EQ(texts[0], device + "host?filter=NAME:host-1&vstoreId=3");
   for (const char* expected : {R"("NAME":"host-1")", "backup at 10.0.0.1", "fc_initiator/00:00:00:00:00:00:00:01",
-                               "mgmt 10.0.0.1, "}) {
+                               "mgmt 10.0.0.1, 10.0.0.2\"",
+                               "\"10.0.0.2 first, at 10.0.0.2. Then a.txt,b1.log,v2.0,1.2.3.4.5,.5.6.7.8\""}) {
     EXPECT_NE(all.find(expected), std::string::npos) << expected << " missing in\n" << all;
   }
   EXPECT_EQ(std::vector<std::string>(texts.end() - 3, texts.end()),
             std::vector<std::string>(originals.end() - 3, originals.end()));
-}
-
-// Addresses inside longer texts wherever they stand; dotted texts that hold none keep their bytes.
-TEST(RecordingAnonymiser, AddressesInsideTextsAtEitherEnd) {
-  for (const auto& [text, expected] : std::vector<std::pair<std::string, std::string>>{
-           {"10.1.2.3 first", "10.0.0.1 first"}, {"last 10.1.2.3", "last 10.0.0.1"},
-           {"at 10.1.2.3. Then", "at 10.0.0.1. Then"},
-           {"a.txt,b1.log,v2.0,1.2.3.4.5,.5.6.7.8", "a.txt,b1.log,v2.0,1.2.3.4.5,.5.6.7.8"}}) {
-    HuaweiTransport::RecordingAnonymiser anonymiser;
-    std::string resource = "/deviceManager/rest/{deviceid}/filesystem", request;
-    std::string answer = R"({"data":{"DESCRIPTION":")" + text + "\"}}";
-    anonymiser.anonymise(resource, request, answer);
-    EXPECT_EQ(answer, R"({"data":{"DESCRIPTION":")" + expected + "\"}}") << text;
-  }
 }
 
 }  // namespace

@@ -6,10 +6,10 @@
 
 #include <list>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "ChangeListText.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "LogCapture.h"
 #include "changelist/ChangeListPage.h"
@@ -65,14 +65,7 @@ class SentPages {
 };
 
 std::string described(bool read, const _HuaweiSnapshotChangeListInfo& info) {
-  std::ostringstream out;
-  out << read << '|' << info.numChanges << '|' << info.progress << '|' << info.posObj << '\n';
-  for (const _HuaweiSnapshotChangeList& c : info.changes) {
-    out << c.inode << ' ' << c.changeType << ' ' << c.fType << " [" << c.filePath << "] " << c.crTime << ' ' << c.cTime
-        << ' ' << c.mTime << ' ' << c.aTime << ' ' << c.owner << ' ' << c.group << ' ' << c.links << ' ' << c.size
-        << ' ' << c.dosAttr << '\n';
-  }
-  return out.str();
+  return std::to_string(read) + "|" + zrtest::PageText(info);
 }
 
 // One page after another on requests that take over the records of the page before, as a walk's
