@@ -149,7 +149,19 @@ void ReadAbsence(Result& result);
 
 using Runner = std::function<Result(Call&)>;
 
+// A row's arguments and its runner, as calls() (Calls.h) makes them from one call of the library.
+struct Bound {
+  std::vector<Argument> arguments;
+  Runner run;
+};
+
 struct Command {
+  Command(std::string group, std::string name, std::string help, std::vector<Argument> arguments, Runner run)
+      : group(std::move(group)), name(std::move(name)), help(std::move(help)), arguments(std::move(arguments)),
+        run(std::move(run)) {}
+  Command(std::string group, std::string name, std::string help, Bound bound)
+      : Command(std::move(group), std::move(name), std::move(help), std::move(bound.arguments), std::move(bound.run)) {}
+
   std::string group;
   std::string name;
   std::string help;
