@@ -40,6 +40,9 @@ const ShapeRow kRows[] = {
     Change("activateLUNSnapshot", calling(&Z::activateLUNSnapshot, std::vector<std::string>{"{snapshot}"}, "3"),
            {"POST snapshot/activate"}, "[ERROR] {status}")
         .emptyArgumentSays(0, "[ERROR] Invalid input parameters"),
+    Change("deActivateLUNSnapshot", calling(&Z::deActivateLUNSnapshot, "{snapshot}", out, "3"), {"PUT snapshot/stop"},
+           "[ERROR] {status}")
+        .emptyArgumentSays(0, "[ERROR] Invalid input parameters"),
     Change("deleteLUNSnapshot", calling(&Z::deleteLUNSnapshot, "{snapshot}", "3"),
            {"DELETE snapshot/{snapshot}?vstoreId=3"}, "[ERROR] {status}")
         .emptyArgumentSays(0, "[ERROR] The LUN snapshot ID is empty"),

@@ -25,16 +25,15 @@ using Array = ZrManageHuawei;
 struct VStoreOfCall {};
 inline constexpr VStoreOfCall vstore{};
 
-struct Printed {};
+// What the operation writes rather than reads.
+struct Output {};
+struct Printed : Output {};
 inline constexpr Printed printed{};
-
-struct PrintedAs {
+struct PrintedAs : Output {
   const char* key;
 };
-inline PrintedAs printedAs(const char* key) { return {key}; }
-
-// An output the row does not print.
-struct Ignored {};
+inline PrintedAs printedAs(const char* key) { return {{}, key}; }
+struct Ignored : Output {};
 inline constexpr Ignored ignored{};
 
 struct Unless {
@@ -51,50 +50,33 @@ struct IsSequence<T, std::void_t<typename T::value_type, decltype(std::declval<T
     : std::bool_constant<!std::is_same_v<T, std::string>> {};
 
 // The value a parameter of type T gets from one source.
-template <class T>
-T Pass(const Argument& argument, const Call& call) {
-  if constexpr (std::is_same_v<T, bool>) {
-    return call.args.flag(argument.name);
+template <class T, class Source>
+T Pass(const Source& source, const Call& call) {
+  if constexpr (std::is_base_of_v<Output, Source>) {
+    return T();
+  } else if constexpr (std::is_same_v<Source, VStoreOfCall>) {
+    return T(call.vstore);
+  } else if constexpr (std::is_same_v<Source, Unless>) {
+    return !call.args.flag(source.flag.name);
+  } else if constexpr (!std::is_same_v<Source, Argument>) {
+    return T(source);
+  } else if constexpr (std::is_same_v<T, bool>) {
+    return call.args.flag(source.name);
   } else if constexpr (std::is_arithmetic_v<T>) {
-    return static_cast<T>(call.args.number(argument.name));
+    return static_cast<T>(call.args.number(source.name));
   } else if constexpr (IsSequence<T>::value) {
-    const auto& given = call.args.list(argument.name);
+    const auto& given = call.args.list(source.name);
     return T(given.begin(), given.end());
   } else {
-    return T(call[argument.name]);
+    return T(call[source.name]);
   }
 }
-template <class T>
-T Pass(const Unless& unlessFlag, const Call& call) {
-  return !call.args.flag(unlessFlag.flag.name);
-}
-template <class T>
-T Pass(VStoreOfCall, const Call& call) {
-  return T(call.vstore);
-}
-template <class T>
-T Pass(Printed, const Call&) {
-  return T();
-}
-template <class T>
-T Pass(Ignored, const Call&) {
-  return T();
-}
-template <class T>
-T Pass(PrintedAs, const Call&) {
-  return T();
-}
-template <class T, class Given>
-T Pass(const Given& given, const Call&) {
-  return T(given);
-}
 
-inline void Declare(std::vector<Argument>& arguments, const Argument& argument) { arguments.push_back(argument); }
-inline void Declare(std::vector<Argument>& arguments, const Unless& unlessFlag) {
-  arguments.push_back(unlessFlag.flag);
+template <class Source>
+void Declare(std::vector<Argument>& arguments, const Source& source) {
+  if constexpr (std::is_same_v<Source, Argument>) arguments.push_back(source);
+  if constexpr (std::is_same_v<Source, Unless>) arguments.push_back(source.flag);
 }
-template <class Other>
-void Declare(std::vector<Argument>&, const Other&) {}
 
 // What the operation wrote into its output parameters, as the row prints it.
 struct Printing {
@@ -102,35 +84,34 @@ struct Printing {
   Json flags = Json::object();  // all that is printed after a failure
   bool any = false;
   bool list = false;
+
+  // A record or a list first, then what is printed beside it under its own key.
+  template <class Source, class T>
+  void whole(const Source&, const T& filled) {
+    if constexpr (std::is_same_v<Source, Printed>) {
+      value = Json(filled);
+      any = true;
+      list = IsSequence<T>::value;
+    }
+  }
+  template <class Source, class T>
+  void under(const Source& source, const T& written) {
+    if constexpr (std::is_same_v<Source, PrintedAs>) {
+      value[source.key] = written;
+      any = true;
+      if (std::is_same_v<T, bool>) flags[source.key] = written;
+    }
+  }
 };
-
-template <class T>
-void Print(Printing& out, Printed, const T& filled) {
-  out.value = Json(filled);
-  out.any = true;
-  out.list = IsSequence<T>::value;
-}
-template <class Source, class T>
-void Print(Printing&, const Source&, const T&) {}
-
-template <class T>
-void PrintUnder(Printing& out, PrintedAs as, const T& written) {
-  out.value[as.key] = written;
-  out.any = true;
-  if (std::is_same_v<T, bool>) out.flags[as.key] = written;
-}
-template <class Source, class T>
-void PrintUnder(Printing&, const Source&, const T&) {}
 
 template <class Answer, class... Parameters, class Sources, std::size_t... I>
 Runner Bind(Answer (Array::*operation)(Parameters...), Sources sources, std::index_sequence<I...>) {
   return [operation, sources](Call& call) {
     std::tuple<std::decay_t<Parameters>...> slots{Pass<std::decay_t<Parameters>>(std::get<I>(sources), call)...};
     const Outcome outcome = Outcome::of((call.array.*operation)(std::get<I>(slots)...));
-    // A record or list first, then what is printed beside it under its own key.
     Printing printing;
-    (Print(printing, std::get<I>(sources), std::get<I>(slots)), ...);
-    (PrintUnder(printing, std::get<I>(sources), std::get<I>(slots)), ...);
+    (printing.whole(std::get<I>(sources), std::get<I>(slots)), ...);
+    (printing.under(std::get<I>(sources), std::get<I>(slots)), ...);
     if (!printing.any) return Result{outcome, std::nullopt};
     const bool flagged = !printing.flags.empty();
     Result result{outcome, outcome.ok || !flagged ? printing.value : printing.flags, flagged};

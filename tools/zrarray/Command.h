@@ -169,53 +169,7 @@ struct Command {
   Runner run;
 };
 
-// ---- How a row prints its answer ----
-
-// The operation fills one record: printed as an object.
-template <class Record, class Fn>
-Runner record(Fn fn) {
-  return [fn](Call& call) {
-    Record filled;
-    const Outcome outcome = Outcome::of(fn(call, filled));
-    return Result{outcome, Json(filled)};
-  };
-}
-
-// The operation fills a list (or vector) of records: printed as an array.
-template <class Record, template <class...> class Sequence = std::list, class Fn>
-Runner listOf(Fn fn) {
-  return [fn](Call& call) {
-    Sequence<Record> filled;
-    const Outcome outcome = Outcome::of(fn(call, filled));
-    Result result{outcome, Json(filled)};
-    result.list = true;
-    return result;
-  };
-}
-
-// The operation fills a record and raises a flag of its own ("already there", "was gone"): printed as
-// the record with the flag beside its fields, and after a failure as the flag alone.
-template <class Record, class Fn>
-Runner flagged(const char* flagKey, Fn fn) {
-  return [flagKey, fn](Call& call) {
-    Record filled;
-    bool raised = false;
-    const Outcome outcome = Outcome::of(fn(call, filled, raised));
-    Json printed = outcome.ok ? Json(filled) : Json::object();
-    printed[flagKey] = raised;
-    return Result{outcome, printed, true};
-  };
-}
-
-// The operation's flag is all it tells: printed as {key: true|false}, after a failure too.
-template <class Fn>
-Runner flagOnly(const char* flagKey, Fn fn) {
-  return [flagKey, fn](Call& call) {
-    bool raised = false;
-    const Outcome outcome = Outcome::of(fn(call, raised));
-    return Result{outcome, Json{{flagKey, raised}}, true};
-  };
-}
+// ---- How a row prints its answer, for rows that do more than one call (the others: Calls.h) ----
 
 // The operation writes one string, such as the identifier of what it made: printed as {key: value}.
 template <class Fn>
@@ -247,16 +201,6 @@ Runner answer(const char* key, Fn fn) {
 template <class Fn>
 Runner action(Fn fn) {
   return [fn](Call& call) { return Result{Outcome::of(fn(call)), std::nullopt}; };
-}
-
-// Anything else: the row fills the printed object itself.
-template <class Fn>
-Runner fields(Fn fn) {
-  return [fn](Call& call) {
-    Json filled = Json::object();
-    const Outcome outcome = Outcome::of(fn(call, filled));
-    return Result{outcome, filled};
-  };
 }
 
 // The rows of each group of the library, and all of them.
