@@ -1,9 +1,9 @@
 // One operation as a row of the shape table (OperationShape.h): its call, its requests and its
 // texts for the cases that all operations share, whatever their generation:
 //
-//   ShapeRow("getVStoreNameFromId", [](ZrManageHuawei& a, const ShapeScene&) {
-//              std::string name; return FirstGeneration(a.getVStoreNameFromId("3", name)); },
+//   ShapeRow("getVStoreNameFromId", calling(&ZrManageHuawei::getVStoreNameFromId, "3", out),
 //            {"GET vstore/3"}, "getVStoreNameFromId", "Unable to get the VStoreName from VStoreId [3]")
+//       .emptyArgumentSays(0, "The input parameter [VStoreID] is empty")
 //       .failsByError()
 #pragma once
 
