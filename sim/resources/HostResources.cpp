@@ -35,16 +35,14 @@ void DeclareInitiators(ResourceTable& table, const char* type) {
 }  // namespace
 
 void HostResources::Declare(ResourceTable& table) {
-  AnswerStyle list;
-  list.singleItemAsObject = false;
   DeclareInitiators(table, kIscsiInitiator);
   DeclareInitiators(table, kFcInitiator);
   table.add(ResourceRoute("POST", "host", kHost, Action::Create)
                 .requiring({"NAME"}).withDefaults({{"OPERATIONSYSTEM", "0"}}));
-  table.add(ResourceRoute("GET", "host", kHost, Action::List).shaped(list));
-  table.add(ResourceRoute("GET", "host/associate", kHost, Action::ListAssociated).shaped(list));
+  table.add(ResourceRoute("GET", "host", kHost, Action::List));
+  table.add(ResourceRoute("GET", "host/associate", kHost, Action::ListAssociated));
   table.add(ResourceRoute("POST", "hostgroup", kHostGroup, Action::Create).requiring({"NAME"}));
-  table.add(ResourceRoute("GET", "hostgroup", kHostGroup, Action::List).shaped(list));
+  table.add(ResourceRoute("GET", "hostgroup", kHostGroup, Action::List));
   table.add(ResourceRoute("POST", "hostgroup/associate", kHostGroup, Action::Associate)
                 .associating({21}).existsAs(codes::kHostInGroup, "The host is already in the host group."));
 }

@@ -10,8 +10,4 @@ struct LunGroupResources {
   static constexpr const char* kType = "lungroup";
 };
 
-// Lists answered as arrays also for one item: the readers of groups, views and their members
-// take a bare object for an empty list.
-AnswerStyle ListsAsArrays();
-
 }  // namespace arraysim

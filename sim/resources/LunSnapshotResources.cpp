@@ -4,6 +4,7 @@ namespace arraysim {
 namespace {
 
 const ArrayError kWrongState{codes::kParameterIncorrect, "The entered parameter is incorrect."};
+const ArrayError kAbsentSnapshot{codes::kSnapshotLunNotFound, "The snapshot does not exist."};
 const ArrayError kNotInactive{codes::kSnapshotNotInactive, "The snapshot is not in the inactive state."};
 
 // A snapshot or a copy takes its LUN's name as PARENTNAME and starts inactive.
@@ -22,7 +23,7 @@ std::optional<Reply> Snapshot(RouteContext& c) { return FromLun(c, c.body.value(
 // A copy of a snapshot is a new inactive snapshot of the same LUN.
 std::optional<Reply> Copy(RouteContext& c) {
   const auto source = c.visible(LunSnapshotResources::kSnapshot, c.body.value("ID", std::string()));
-  if (!source) return c.fail({codes::kSnapshotLunNotFound, "The snapshot does not exist."});
+  if (!source) return c.fail(kAbsentSnapshot);
   return FromLun(c, (*source)["PARENTID"]);
 }
 
@@ -43,40 +44,34 @@ std::optional<Reply> Activate(RouteContext& c) {
   return Reply::Object(nlohmann::json::object());
 }
 
-// The state change of stop and rollback; rollback needs an active snapshot and a speed of 1 to 4.
-RouteHook Transition(const char* from, const char* to) {
-  return [from, to](RouteContext& c) -> std::optional<Reply> {
-    const auto snapshot = c.visible();
-    if (!snapshot) return c.fail(c.route.absent);
-    if (from != nullptr && (*snapshot)["RUNNINGSTATUS"] != from) return c.fail(kWrongState);
-    if (c.body.contains("ROLLBACKSPEED")) {
-      const std::string speed = c.body.value("ROLLBACKSPEED", std::string());
-      if (speed.size() != 1 || speed < "1" || speed > "4") return c.fail(kWrongState);
-    }
-    c.store.update(LunSnapshotResources::kSnapshot, c.id, {{"RUNNINGSTATUS", to}});
-    return Reply::Object(nlohmann::json::object());
-  };
+// A rollback needs an active snapshot and a speed of 1 to 4; the row then sets its state.
+std::optional<Reply> Rollback(RouteContext& c) {
+  const auto snapshot = c.visible();
+  if (!snapshot) return c.fail(c.route.absent);
+  if ((*snapshot)["RUNNINGSTATUS"] != LunSnapshotResources::kActive) return c.fail(kWrongState);
+  if (c.body.contains("ROLLBACKSPEED")) {
+    const std::string speed = c.body.value("ROLLBACKSPEED", std::string());
+    if (speed.size() != 1 || speed < "1" || speed > "4") return c.fail(kWrongState);
+  }
+  return std::nullopt;
 }
 
 }  // namespace
 
 void LunSnapshotResources::Declare(ResourceTable& table) {
-  const ArrayError absentSnapshot{codes::kSnapshotLunNotFound, "The snapshot does not exist."};
-  AnswerStyle list;
-  list.singleItemAsObject = false;
+  // The rows that name a snapshot answer its absence in the snapshot's words.
+  const auto named = [](const char* method, const char* path, Action action) {
+    return ResourceRoute(method, path, kSnapshot, action).absentAs(kAbsentSnapshot);
+  };
   table.add(ResourceRoute("GET", "lun/{}", kLun, Action::Get).absentAs(codes::kLunNotFound, "The LUN does not exist."));
   table.add(ResourceRoute("POST", "snapshot", kSnapshot, Action::Create).requiring({"PARENTID", "NAME"}).hooked(Snapshot));
   table.add(ResourceRoute("POST", "snapshot/createcopy", kSnapshot, Action::Create).requiring({"ID", "NAME"}).hooked(Copy));
-  table.add(ResourceRoute("GET", "snapshot/{}", kSnapshot, Action::Get).absentAs(absentSnapshot.code, absentSnapshot.description));
-  table.add(ResourceRoute("GET", "snapshot", kSnapshot, Action::List).shaped(list));
-  table.add(ResourceRoute("DELETE", "snapshot/{}", kSnapshot, Action::Delete)
-                .absentAs(absentSnapshot.code, absentSnapshot.description));
-  table.add(ResourceRoute("POST", "snapshot/activate", kSnapshot, Action::Custom)
-                .absentAs(absentSnapshot.code, absentSnapshot.description).hooked(Activate));
-  table.add(ResourceRoute("PUT", "snapshot/stop", kSnapshot, Action::Custom)
-                .absentAs(absentSnapshot.code, absentSnapshot.description).hooked(Transition(nullptr, kInactive)));
-  table.add(ResourceRoute("PUT", "snapshot/rollback", kSnapshot, Action::Custom)
-                .absentAs(absentSnapshot.code, absentSnapshot.description).hooked(Transition(kActive, kRollingBack)));
+  table.add(ResourceRoute("GET", "snapshot", kSnapshot, Action::List));
+  table.add(named("GET", "snapshot/{}", Action::Get));
+  table.add(named("DELETE", "snapshot/{}", Action::Delete));
+  table.add(named("POST", "snapshot/activate", Action::Custom).hooked(Activate));
+  table.add(named("PUT", "snapshot/stop", Action::Set).setting({{"RUNNINGSTATUS", kInactive}}));
+  table.add(named("PUT", "snapshot/rollback", Action::Set).setting({{"RUNNINGSTATUS", kRollingBack}}).hooked(Rollback));
 }
 
 }  // namespace arraysim

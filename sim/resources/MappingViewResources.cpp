@@ -52,7 +52,7 @@ RouteHook ViewAssociation(bool attach) {
 void MappingViewResources::Declare(ResourceTable& table) {
   const std::vector<int> groups{14, 256};
   table.add(ResourceRoute("POST", "mappingview", kType, Action::Create).requiring({"NAME"}));
-  table.add(ResourceRoute("GET", "mappingview", kType, Action::List).shaped(ListsAsArrays()));
+  table.add(ResourceRoute("GET", "mappingview", kType, Action::List));
   table.add(ResourceRoute("DELETE", "mappingview/{}", kType, Action::Delete)
                 .absentAs(codes::kMappingViewNotFound, "The mapping view does not exist."));
   table.add(ResourceRoute("PUT", "mappingview/create_associate", kType, Action::Associate)
@@ -63,8 +63,8 @@ void MappingViewResources::Declare(ResourceTable& table) {
                 .notAssociatedAs(codes::kParameterIncorrect, "The group is not in the mapping view.")
                 .hooked(ViewAssociation(false)));
   // The views that hold a LUN group, and the host groups that a view holds.
-  table.add(ResourceRoute("GET", "mapping/associate", kType, Action::ListAssociated).shaped(ListsAsArrays()));
-  table.add(ResourceRoute("GET", "hostgroup/associate", "hostgroup", Action::ListAssociated).shaped(ListsAsArrays()));
+  table.add(ResourceRoute("GET", "mapping/associate", kType, Action::ListAssociated));
+  table.add(ResourceRoute("GET", "hostgroup/associate", "hostgroup", Action::ListAssociated));
 }
 
 }  // namespace arraysim

@@ -7,13 +7,6 @@
 namespace arraysim {
 namespace {
 
-// Lists come as arrays even with one item, and without "data" when empty.
-AnswerStyle ShareLists() {
-  AnswerStyle style;
-  style.singleItemAsObject = false;
-  return style;
-}
-
 // A body member as text; empty when absent or not a string.
 std::string Text(const nlohmann::json& body, const char* key) {
   const auto it = body.find(key);
@@ -93,7 +86,7 @@ void ShareResources::Declare(ResourceTable& table, const FileSystemResources& fi
                 .requiring({"NAME", "SHAREPATH"})
                 .existsAs(codes::kCIFSShareExists, "The CIFS share already exists.")
                 .hooked(TiedToFileSystem(fileSystems)));
-  table.add(R("GET", "cifshare", kCIFSShare, Action::List).shaped(ShareLists()));
+  table.add(R("GET", "cifshare", kCIFSShare, Action::List));
   table.add(R("DELETE", "cifshare/{}", kCIFSShare, Action::Delete).hooked(DroppingPermissions(kCIFSPermission)));
 
   table.add(R("POST", "NFSHARE", kNFSShare, Action::Create)
@@ -101,7 +94,7 @@ void ShareResources::Declare(ResourceTable& table, const FileSystemResources& fi
                 .uniqueBy("SHAREPATH")
                 .existsAs(codes::kNameExists, "The NFS share already exists.")
                 .hooked(TiedToFileSystem(fileSystems)));
-  table.add(R("GET", "nfshare", kNFSShare, Action::List).shaped(ShareLists()));
+  table.add(R("GET", "nfshare", kNFSShare, Action::List));
   table.add(R("DELETE", "nfshare/{}", kNFSShare, Action::Delete).hooked(DroppingPermissions(kNFSPermission)));
 
   table.add(R("POST", kCIFSPermission, kCIFSPermission, Action::Create)
@@ -109,14 +102,14 @@ void ShareResources::Declare(ResourceTable& table, const FileSystemResources& fi
                 .uniqueBy("")
                 .existsAs(codes::kCIFSSharePermissionExists, "The permission already exists.")
                 .hooked(GrantOn(kCIFSShare)));
-  table.add(R("GET", kCIFSPermission, kCIFSPermission, Action::List).shaped(ShareLists()));
+  table.add(R("GET", kCIFSPermission, kCIFSPermission, Action::List));
 
   table.add(R("POST", kNFSPermission, kNFSPermission, Action::Create)
                 .requiring({"NAME", "PARENTID", "ACCESSVAL", "SYNC", "ALLSQUASH", "ROOTSQUASH"})
                 .uniqueBy("")
                 .existsAs(codes::kNFSSharePermissionExists, "The client already has a permission.")
                 .hooked(GrantOn(kNFSShare)));
-  table.add(R("GET", kNFSPermission, kNFSPermission, Action::List).shaped(ShareLists()));
+  table.add(R("GET", kNFSPermission, kNFSPermission, Action::List));
   table.add(R("DELETE", std::string(kNFSPermission) + "/{}", kNFSPermission, Action::Delete)
                 .absentAs(codes::kNFSSharePermissionNotFound, "The permission does not exist."));
 }

@@ -25,6 +25,7 @@ enum class Action {
   List,            // GET with the query language: the records
   Modify,          // PUT <path>/{} or PUT with "ID" in the body: merges the body
   Delete,          // DELETE <path>/{}
+  Set,             // PUT naming the record (path or body "ID"): gives it the row's fields, whatever the body says
   Associate,       // ID, ASSOCIATEOBJTYPE, ASSOCIATEOBJID (body, or query for DELETE)
   Dissociate,      //   the same, undone
   ListAssociated,  // GET <path>?ASSOCIATEOBJTYPE=n&ASSOCIATEOBJID=id: the records tied to that object
@@ -65,11 +66,13 @@ struct ResourceRoute {
       : method(std::move(method)), path(std::move(path)), type(std::move(type)), action(action) {}
 
   ResourceRoute& absentAs(long long code, std::string text) { absent = {code, std::move(text)}; return *this; }
+  ResourceRoute& absentAs(ArrayError error) { absent = std::move(error); return *this; }
   ResourceRoute& existsAs(long long code, std::string text) { exists = {code, std::move(text)}; return *this; }
   ResourceRoute& notAssociatedAs(long long code, std::string text) { notAssociated = {code, std::move(text)}; return *this; }
   ResourceRoute& requiring(std::vector<std::string> keys) { requiredKeys = std::move(keys); return *this; }
   ResourceRoute& uniqueBy(std::string key) { uniqueKey = std::move(key); return *this; }
   ResourceRoute& withDefaults(Record record) { defaults = std::move(record); return *this; }
+  ResourceRoute& setting(Record fields) { setFields = std::move(fields); return *this; }
   ResourceRoute& givenId() { idFromBody = true; return *this; }
   ResourceRoute& unscoped() { scoped = false; return *this; }
   ResourceRoute& associating(std::vector<int> types) { objectTypes = std::move(types); return *this; }
@@ -89,6 +92,7 @@ struct ResourceRoute {
   std::vector<std::string> requiredKeys;  // body keys that must be there
   std::string uniqueKey = "NAME";         // Create and Modify; empty: no key is unique
   Record defaults = Record::object();     // Create: keys a new record has unless the body sets them
+  Record setFields = Record::object();    // Set: the fields it gives the record
   bool idFromBody = false;                // Create: the body's "ID" names the new object
   bool scoped = true;                     // false: objects of no vStore, seen by every login
   std::vector<int> objectTypes;           // associations: ASSOCIATEOBJTYPE values allowed; empty: any

@@ -78,6 +78,12 @@ Reply Delete(RouteContext& c) {
   return Reply::Object(nlohmann::json::object());
 }
 
+Reply Set(RouteContext& c) {
+  if (!c.visible()) return c.fail(c.route.absent);
+  c.store.update(c.route.type, c.id, c.route.setFields);
+  return Reply::Object(nlohmann::json::object());
+}
+
 // ASSOCIATEOBJTYPE and ASSOCIATEOBJID, from the body or the query; numbers or strings.
 std::optional<ObjectRef> OtherEnd(const RouteContext& c, const ResourceTable& table) {
   const bool inBody = c.request.method == "POST" || c.request.method == "PUT";
@@ -137,6 +143,7 @@ Reply RunAction(RouteContext& context, const ResourceTable& table) {
     case Action::List: return List(context);
     case Action::Modify: return Modify(context);
     case Action::Delete: return Delete(context);
+    case Action::Set: return Set(context);
     case Action::Associate: return ChangeAssociation(context, table, true);
     case Action::Dissociate: return ChangeAssociation(context, table, false);
     case Action::ListAssociated: return ListAssociated(context, table);

@@ -1,7 +1,6 @@
 // The shared shape of the inventory operations, one row each.
-#include <list>
-
 #include "OperationShape.h"
+#include "ShapeCall.h"
 
 namespace zrtest {
 
@@ -25,34 +24,27 @@ namespace {
 
 const char kParseFailed[] = "Unable to parse the JSON Response";
 
-// What the calls write, which no row reads.
-_HuaweiSystemInformation systemInfo;
-_HuaweiNDMPServiceSettings ndmp;
-std::string vstoreName;
-std::list<_HuaweiFileSystemsInfo> fileSystems;
-std::list<_HuaweiArrayInterfaces> interfaces;
+using Z = ZrManageHuawei;
 
 INSTANTIATE_TEST_SUITE_P(
     Inventory, OperationShape,
     testing::Values(
-        ShapeRow("getSystemInformation", [](auto& a, auto&) { return FirstGeneration(a.getSystemInformation(systemInfo)); },
+        ShapeRow("getSystemInformation", calling(&Z::getSystemInformation, out),
                  {"GET system/"}, "ZrManageHuawei::getSystemInformation", "Unable to get the system information."),
-        ShapeRow("getNDMPServiceSettings",
-                 [](auto& a, auto&) { return FirstGeneration(a.getNDMPServiceSettings(ndmp, "-12345")); },
+        ShapeRow("getNDMPServiceSettings", calling(&Z::getNDMPServiceSettings, out, "-12345"),
                  {"GET ndmpservice"}, "getNDMPServiceSettings", "Unable to get the NDMP Service settings.")
             .emptyResponseSays(kParseFailed)
             .failsByError(),
-        ShapeRow("getVStoreNameFromId", [](auto& a, auto&) { return FirstGeneration(a.getVStoreNameFromId("3", vstoreName)); },
+        ShapeRow("getVStoreNameFromId", calling(&Z::getVStoreNameFromId, "3", out),
                  {"GET vstore/3"}, "getVStoreNameFromId", "Unable to get the VStoreName from VStoreId [3]")
             .emptyResponseSays(kParseFailed)
-            .emptyArgumentSays([](auto& a, auto&) { return FirstGeneration(a.getVStoreNameFromId("", vstoreName)); },
-                               "The input parameter [VStoreID] is empty")
+            .emptyArgumentSays(0, "The input parameter [VStoreID] is empty")
             .guardNames("getVStoreName")  // the guard names a shorter operation
             .failsByError(),
-        ShapeRow("getFileSystemsList", [](auto& a, auto&) { return FirstGeneration(a.getFileSystemsList(fileSystems, "3")); },
+        ShapeRow("getFileSystemsList", calling(&Z::getFileSystemsList, out, "3"),
                  {"GET filesystem?vstoreId=3"}, "ZrManageHuawei::getFileSystemsList",
                  "Unable to get the file systems list."),
-        ShapeRow("getArrayInterfaces", [](auto& a, auto&) { return FirstGeneration(a.getArrayInterfaces(interfaces)); },
+        ShapeRow("getArrayInterfaces", calling(&Z::getArrayInterfaces, out),
                  {"*GET lif", "GET ndmpservice"}, "ZrManageHuawei::getArrayInterfaces", "Unable to get the array interfaces list.")),
     RowName);
 

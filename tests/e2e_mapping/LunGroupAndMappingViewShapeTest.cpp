@@ -1,6 +1,7 @@
 // The shared shape of the LUN group and mapping view operations, one row each.
 #include "LunGroupAndMappingViewScene.h"
 #include "OperationShape.h"
+#include "ShapeCall.h"
 
 namespace zrtest {
 
@@ -26,85 +27,61 @@ const char kNone[] = "-12345";
 const char kInvalid[] = "[ERROR] Invalid input parameters";
 const char kEmptyAnswer[] = "Empty response returned from the array";
 
-using Call = std::function<CXoError(ZrManageHuawei&, const ShapeScene&)>;
-Invocation Second(Call call) {
-  return [call](ZrManageHuawei& a, const ShapeScene& s) { return SecondGeneration(call(a, s)); };
-}
+using Z = ZrManageHuawei;
 
-// A row of an operation whose empty response, build and parse texts carry no prefix.
-ShapeRow Row(const char* name, Call call, std::string send, std::string failure, Call withEmpty,
+// A row of an operation whose empty response, build and parse texts carry no prefix; `emptied` is
+// the argument that, empty, stops the call.
+ShapeRow Row(const char* name, Calling call, std::string send, std::string failure, std::size_t emptied,
              std::string emptyText = kInvalid) {
-  return ShapeRow(name, Second(call), {std::move(send)}, name, std::move(failure))
+  return ShapeRow(name, std::move(call), {std::move(send)}, name, std::move(failure))
       .emptyResponseSays(kEmptyAnswer)
-      .emptyArgumentSays(Second(withEmpty), std::move(emptyText));
+      .emptyArgumentSays(emptied, std::move(emptyText));
 }
-
-std::vector<_HuaweiLUNSnapshotInfo> snapshots;
-std::vector<_HuaweiLunGroupInfo> lunGroups;
-std::vector<_HuaweiLUNMappingView> views;
-_HuaweiLunGroupInfo lunGroup;
-std::string id;
 
 INSTANTIATE_TEST_SUITE_P(
     LunGroups, OperationShape,
     testing::Values(
-        Row("getLUNGroupIDFromName", [](auto& a, auto&) { return a.getLUNGroupIDFromName("lg", id, kNone); },
-            "GET lungroup?filter=NAME:lg", "[ERROR] Unable to find the information for the lungroup with name [lg]",
-            [](auto& a, auto&) { return a.getLUNGroupIDFromName("", id, kNone); }, "The entered host name is empty")
+        Row("getLUNGroupIDFromName", calling(&Z::getLUNGroupIDFromName, "lg", out, kNone),
+            "GET lungroup?filter=NAME:lg", "[ERROR] Unable to find the information for the lungroup with name [lg]", 0,
+            "The entered host name is empty")
             .emptyResponseSays("[ERROR] Empty response is returned from the array")
             .guardsBare(),
-        Row("createLUNGroup", [](auto& a, auto&) { return a.createLUNGroup(lunGroup, "new", kNone, "0"); },
-            "POST lungroup", "[ERROR] Unable to create lungroup with name [new]",
-            [](auto& a, auto&) { return a.createLUNGroup(lunGroup, "", kNone, "0"); },
-            "[ERROR] The hostgroup name is empty"),
-        Row("addSnapshotLuntoLunGroup",
-            [](auto& a, auto& s) { return a.addSnapshotLuntoLunGroup(s.at("lg"), s.at("snap2"), kNone); },
-            "POST lungroup/associate", "[ERROR] Failed to associate snapshot LUN [{snap2}] with LUN Group [{lg}]",
-            [](auto& a, auto& s) { return a.addSnapshotLuntoLunGroup(s.at("lg"), "", kNone); })
+        Row("createLUNGroup", calling(&Z::createLUNGroup, out, "new", kNone, "0"), "POST lungroup",
+            "[ERROR] Unable to create lungroup with name [new]", 1, "[ERROR] The hostgroup name is empty"),
+        Row("addSnapshotLuntoLunGroup", calling(&Z::addSnapshotLuntoLunGroup, "{lg}", "{snap2}", kNone),
+            "POST lungroup/associate", "[ERROR] Failed to associate snapshot LUN [{snap2}] with LUN Group [{lg}]", 1)
             .guardNames("addLuntoLunGroup"),
-        Row("getSnapshotLunAssociatedToLunGroup",
-            [](auto& a, auto& s) { return a.getSnapshotLunAssociatedToLunGroup(s.at("lg"), snapshots, kNone); },
+        Row("getSnapshotLunAssociatedToLunGroup", calling(&Z::getSnapshotLunAssociatedToLunGroup, "{lg}", out, kNone),
             "GET snapshot/associate?ASSOCIATEOBJID={lg}&ASSOCIATEOBJTYPE=256",
-            "[ERROR] Failed to get the snapshot luns associated with the Lun Group [{lg}]",
-            [](auto& a, auto&) { return a.getSnapshotLunAssociatedToLunGroup("", snapshots, kNone); }),
-        Row("removeSnapshotLunFromLunGroup",
-            [](auto& a, auto& s) { return a.removeSnapshotLunFromLunGroup(s.at("lg"), s.at("snap"), kNone); },
+            "[ERROR] Failed to get the snapshot luns associated with the Lun Group [{lg}]", 0),
+        Row("removeSnapshotLunFromLunGroup", calling(&Z::removeSnapshotLunFromLunGroup, "{lg}", "{snap}", kNone),
             "DELETE lungroup/associate?ID={lg}&ASSOCIATEOBJID={snap}&ASSOCIATEOBJTYPE=27",
-            "[ERROR] Failed to remove the lun [{snap}] from lungroup [{lg}]",
-            [](auto& a, auto& s) { return a.removeSnapshotLunFromLunGroup(s.at("lg"), "", kNone); }),
-        Row("deleteLunGroup", [](auto& a, auto& s) { return a.deleteLunGroup(s.at("spare"), kNone); },
-            "DELETE lungroup/{spare}", "[ERROR] Failed to delete the lun group with Id [{spare}]",
-            [](auto& a, auto&) { return a.deleteLunGroup("", kNone); })
+            "[ERROR] Failed to remove the lun [{snap}] from lungroup [{lg}]", 1),
+        Row("deleteLunGroup", calling(&Z::deleteLunGroup, "{spare}", kNone), "DELETE lungroup/{spare}",
+            "[ERROR] Failed to delete the lun group with Id [{spare}]", 0)
             .emptyResponseSays("[ERROR] Empty response returned from the array")),
     RowName);
 
 INSTANTIATE_TEST_SUITE_P(
     MappingViews, OperationShape,
     testing::Values(
-        Row("addHostGroupToMappingView",
-            [](auto& a, auto& s) { return a.addHostGroupToMappingView(s.at("hg"), s.at("bare"), kNone); },
-            "PUT mappingview/create_associate", "[ERROR] Failed to associate hostgroup [{hg}] with mappingview [{bare}]",
-            [](auto& a, auto& s) { return a.addHostGroupToMappingView(s.at("hg"), "", kNone); })
+        Row("addHostGroupToMappingView", calling(&Z::addHostGroupToMappingView, "{hg}", "{bare}", kNone),
+            "PUT mappingview/create_associate",
+            "[ERROR] Failed to associate hostgroup [{hg}] with mappingview [{bare}]", 1)
             .logsBeforeSending("REQUESSTT:["),
-        Row("getLunGroupAssociatedToMappingView",
-            [](auto& a, auto& s) { return a.getLunGroupAssociatedToMappingView(s.at("mv"), lunGroups, kNone); },
+        Row("getLunGroupAssociatedToMappingView", calling(&Z::getLunGroupAssociatedToMappingView, "{mv}", out, kNone),
             "GET lungroup/associate?ASSOCIATEOBJID={mv}&ASSOCIATEOBJTYPE=245",
-            "[ERROR] Failed to get the lun groups associated with the mappingview [{mv}]",
-            [](auto& a, auto&) { return a.getLunGroupAssociatedToMappingView("", lunGroups, kNone); }),
-        Row("getMappingViewAssociatedToLunGroup",
-            [](auto& a, auto& s) { return a.getMappingViewAssociatedToLunGroup(s.at("lg"), views, kNone); },
+            "[ERROR] Failed to get the lun groups associated with the mappingview [{mv}]", 0),
+        Row("getMappingViewAssociatedToLunGroup", calling(&Z::getMappingViewAssociatedToLunGroup, "{lg}", out, kNone),
             "GET mapping/associate?ASSOCIATEOBJID={lg}&ASSOCIATEOBJTYPE=256",
-            "[ERROR] Failed to get the mapping views associated with the lungroup with ID [{lg}]",
-            [](auto& a, auto&) { return a.getMappingViewAssociatedToLunGroup("", views, kNone); }),
+            "[ERROR] Failed to get the mapping views associated with the lungroup with ID [{lg}]", 0),
         // A refusal is told in the array's own words.
         Row("removeLunGroupAssociatedToMappingView",
-            [](auto& a, auto& s) { return a.removeLunGroupAssociatedToMappingView(s.at("lg"), s.at("mv"), kNone); },
-            "PUT mappingview/remove_associate", "{status}",
-            [](auto& a, auto& s) { return a.removeLunGroupAssociatedToMappingView(s.at("lg"), "", kNone); })
+            calling(&Z::removeLunGroupAssociatedToMappingView, "{lg}", "{mv}", kNone),
+            "PUT mappingview/remove_associate", "{status}", 1)
             .guardNames("removeLunGroupToMappingView"),
-        Row("deleteMappingView", [](auto& a, auto& s) { return a.deleteMappingView(s.at("bare"), kNone); },
-            "DELETE mappingview/{bare}", "[ERROR] Failed to delete the mappingview with Id [{bare}]",
-            [](auto& a, auto&) { return a.deleteMappingView("", kNone); })
+        Row("deleteMappingView", calling(&Z::deleteMappingView, "{bare}", kNone), "DELETE mappingview/{bare}",
+            "[ERROR] Failed to delete the mappingview with Id [{bare}]", 0)
             .emptyResponseSays("[ERROR] Empty response returned from the array")),
     RowName);
 

@@ -1,5 +1,6 @@
 // The shared shape of the share and permission operations, one row each.
 #include "OperationShape.h"
+#include "ShapeCall.h"
 
 namespace zrtest {
 
@@ -23,85 +24,55 @@ namespace {
 
 const char kBuildFailed[] = "Unable to build the request body";
 
-// What the calls write, which no row reads.
-std::string id;
-std::list<_HuaweiCIFSSharePermissionInfo> cifsPermissions;
-std::list<_HuaweiNFSSharePermissionInfo> nfsPermissions;
-
-Outcome ByName(ZrManageHuawei& a, const std::string& name) {
-  _HuaweiShareInfo info;
-  return FirstGeneration(a.getShareInfoByName(info, "unc", name, "3"));
-}
-Outcome ByFileSystem(ZrManageHuawei& a, const std::string& fileSystem) {
-  _HuaweiShareInfo info;
-  return FirstGeneration(a.getShareInfoByFSID(info, "nfs", fileSystem, "3"));
-}
-Outcome CIFSGrant(ZrManageHuawei& a, const ShapeScene& scene, const std::string& name) {
-  return FirstGeneration(a.addCIFSSharePermission(id, name, scene.at("cifs"), "0", "1", "3"));
-}
-Outcome NFSGrant(ZrManageHuawei& a, const ShapeScene& scene, const std::string& client) {
-  return FirstGeneration(a.addNFSSharePermission(id, client, scene.at("nfs"), "1", "0", "1", "1", "3"));
-}
-Outcome NFSShare(ZrManageHuawei& a, const std::string& path) {
-  return FirstGeneration(a.createNFSShare(id, "7", path, path, "3"));
-}
+using Z = ZrManageHuawei;
 
 INSTANTIATE_TEST_SUITE_P(
     Shares, OperationShape,
     testing::Values(
-        ShapeRow("getShareInfoByName", [](ZrManageHuawei& a, const ShapeScene&) { return ByName(a, "docs"); },
+        ShapeRow("getShareInfoByName", calling(&Z::getShareInfoByName, out, "unc", "docs", "3"),
                  {"GET cifshare?filter=NAME:docs&vstoreId=3"}, "getShareInfoByName",
                  "[ERROR] Unable to get the share information for [docs].")
             .guardPrefixed("[ERROR] ")
             .emptyResponseSays("[ERROR] Empty response from the array")
-            .emptyArgumentSays([](ZrManageHuawei& a, const ShapeScene&) { return ByName(a, ""); },
-                               "[ERROR] The share name is empty."),
-        ShapeRow("getShareInfoByFSID", [](ZrManageHuawei& a, const ShapeScene&) { return ByFileSystem(a, "7"); },
+            .emptyArgumentSays(2, "[ERROR] The share name is empty."),
+        ShapeRow("getShareInfoByFSID", calling(&Z::getShareInfoByFSID, out, "nfs", "7", "3"),
                  {"GET nfshare?filter=FSID:7&range=[0-1]&3"}, "getShareInfoByFSID",
                  "[ERROR] Unable to find NFS Share with FSID [7].")
             .guardPrefixed("[ERROR] ")
             .emptyResponseSays("[ERROR] Empty response from the array")
-            .emptyArgumentSays([](ZrManageHuawei& a, const ShapeScene&) { return ByFileSystem(a, ""); },
-                               "[ERROR] The file system ID is empty"),
-        ShapeRow("createCIFSShare", [](auto& a, auto&) { return FirstGeneration(a.createCIFSShare(id, "new", "/fs1/new", "7", "3")); },
-                 {"POST CIFSHARE"}, "createCIFSShare", "")
+            .emptyArgumentSays(2, "[ERROR] The file system ID is empty"),
+        ShapeRow("createCIFSShare", calling(&Z::createCIFSShare, out, "new", "/fs1/new", "7", "3"), {"POST CIFSHARE"},
+                 "createCIFSShare", "")
             .guardNames("addCIFSSharePermission")
             .refusalUnlogged(),
-        ShapeRow("deleteCIFSShare", [](auto& a, auto&) { return FirstGeneration(a.deleteCIFSShare("docs", "3")); },
+        ShapeRow("deleteCIFSShare", calling(&Z::deleteCIFSShare, "docs", "3"),
                  {"GET cifshare?filter=NAME:docs&vstoreId=3", "DELETE cifshare/{cifs}?vstoreId=3"}, "deleteCIFSShare",
                  "Unable to delete the CIFS share")
-            .emptyArgumentSays([](auto& a, auto&) { return FirstGeneration(a.deleteCIFSShare("", "3")); },
-                               "Unable to get CIFS Share information for the share name []"),
-        ShapeRow("getCIFSSharePermissions",
-                 [](auto& a, auto&) { return FirstGeneration(a.getCIFSSharePermissions(cifsPermissions, "3")); },
+            .emptyArgumentSays(0, "Unable to get CIFS Share information for the share name []"),
+        ShapeRow("getCIFSSharePermissions", calling(&Z::getCIFSSharePermissions, out, "3"),
                  {"GET CIFS_SHARE_AUTH_CLIENT?vstoreId=3"}, "getCIFSSharePermissions",
                  "Unable to get the permissions list for CIFS Share."),
         // Refusals other than an existing grant reach the parser, which rejects them.
         ShapeRow("addCIFSSharePermission",
-                 [](ZrManageHuawei& a, const ShapeScene& scene) { return CIFSGrant(a, scene, "DOMAIN\\bob"); },
+                 calling(&Z::addCIFSSharePermission, out, "DOMAIN\\bob", "{cifs}", "0", "1", "3"),
                  {"POST CIFS_SHARE_AUTH_CLIENT"}, "addCIFSSharePermission", "Unable to parse the JSON Response")
-            .emptyArgumentSays([](ZrManageHuawei& a, const ShapeScene& scene) { return CIFSGrant(a, scene, ""); },
-                               kBuildFailed),
-        ShapeRow("createNFSShare", [](ZrManageHuawei& a, const ShapeScene&) { return NFSShare(a, "/fs1/new"); },
-                 {"POST NFSHARE"}, "createNFSShare",
+            .emptyArgumentSays(1, kBuildFailed),
+        ShapeRow("createNFSShare", calling(&Z::createNFSShare, out, "7", "/fs1/new", "/fs1/new", "3"), {"POST NFSHARE"},
+                 "createNFSShare",
                  "Unable to create NFS Share [/fs1/new] with share path [/fs1/new] and file system ID [7].")
-            .emptyArgumentSays([](ZrManageHuawei& a, const ShapeScene&) { return NFSShare(a, ""); }, kBuildFailed),
-        ShapeRow("deleteNFSShare", [](auto& a, auto& scene) { return FirstGeneration(a.deleteNFSShare(scene.at("nfs"), "3")); },
-                 {"DELETE nfshare/{nfs}?vstoreId=3"}, "deleteNFSShare",
-                 "[ERROR] Unable to delete the NFS share with ID [{nfs}].")
-            .emptyArgumentSays([](auto& a, auto&) { return FirstGeneration(a.deleteNFSShare("", "3")); },
-                               "The input parameter [ShareID] is empty"),
-        ShapeRow("getNFSSharePermissions",
-                 [](auto& a, auto&) { return FirstGeneration(a.getNFSSharePermissions(nfsPermissions, "3")); },
+            .emptyArgumentSays(calling(&Z::createNFSShare, out, "7", "", "", "3").call, kBuildFailed),
+        ShapeRow("deleteNFSShare", calling(&Z::deleteNFSShare, "{nfs}", "3"), {"DELETE nfshare/{nfs}?vstoreId=3"},
+                 "deleteNFSShare", "[ERROR] Unable to delete the NFS share with ID [{nfs}].")
+            .emptyArgumentSays(0, "The input parameter [ShareID] is empty"),
+        ShapeRow("getNFSSharePermissions", calling(&Z::getNFSSharePermissions, out, "3"),
                  {"GET NFS_SHARE_AUTH_CLIENT?vstoreId=3"}, "getNFSSharePermissions",
                  "Unable to get the permissions list for NFS Share"),
         ShapeRow("addNFSSharePermission",
-                 [](ZrManageHuawei& a, const ShapeScene& scene) { return NFSGrant(a, scene, "10.0.0.9"); },
+                 calling(&Z::addNFSSharePermission, out, "10.0.0.9", "{nfs}", "1", "0", "1", "1", "3"),
                  {"POST NFS_SHARE_AUTH_CLIENT"}, "addNFSSharePermission",
                  "Unable to add IP [10.0.0.9] to the NFS share [{nfs}].")
             .refusalAt(0)
-            .emptyArgumentSays([](ZrManageHuawei& a, const ShapeScene& scene) { return NFSGrant(a, scene, ""); },
-                               kBuildFailed)),
+            .emptyArgumentSays(1, kBuildFailed)),
     RowName);
 
 }  // namespace

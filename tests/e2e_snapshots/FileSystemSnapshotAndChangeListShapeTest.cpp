@@ -1,5 +1,6 @@
 // The shared shape of the snapshot and change-list session operations, one row each.
 #include "OperationShape.h"
+#include "ShapeCall.h"
 
 namespace zrtest {
 
@@ -21,32 +22,22 @@ ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei& arra
 
 namespace {
 
+using Z = ZrManageHuawei;
+
 INSTANTIATE_TEST_SUITE_P(
     SnapshotsAndChangeLists, OperationShape,
     testing::Values(
-        ShapeRow("createFileSystemSnapshot",
-                 [](ZrManageHuawei& a, const ShapeScene&) {
-                   std::string snapshot = "new";
-                   return FirstGeneration(a.createFileSystemSnapshot(7, snapshot, true, "3"));
-                 },
-                 {"POST fssnapshot"}, "ZrManageHuawei::createFileSystemSnapshot", "Unable to create snapshot."),
-        ShapeRow("getFileSystemSnapshotInfo",
-                 [](ZrManageHuawei& a, const ShapeScene& scene) {
-                   _HuaweiSnapshotInfo info;
-                   return FirstGeneration(a.getFileSystemSnapshotInfo(scene.at("snapshot"), info, "3"));
-                 },
+        // The name goes in, the snapshot's identifier comes out.
+        ShapeRow("createFileSystemSnapshot", calling(&Z::createFileSystemSnapshot, 7, "new", true, "3"), {"POST fssnapshot"},
+                 "ZrManageHuawei::createFileSystemSnapshot", "Unable to create snapshot."),
+        ShapeRow("getFileSystemSnapshotInfo", calling(&Z::getFileSystemSnapshotInfo, "{snapshot}", out, "3"),
                  {"GET fssnapshot/{snapshot}?vstoreId=3"}, "ZrManageHuawei::getFileSystemSnapshotInfo",
                  "Unable to get the snapshot information."),
-        ShapeRow("deleteFileSystemSnapshot",
-                 [](ZrManageHuawei& a, const ShapeScene& scene) {
-                   return FirstGeneration(a.deleteFileSystemSnapshot(scene.at("snapshot"), "3"));
-                 },
+        ShapeRow("deleteFileSystemSnapshot", calling(&Z::deleteFileSystemSnapshot, "{snapshot}", "3"),
                  {"GET fssnapshot/{snapshot}?vstoreId=3",
                   "DELETE fssnapshot/{snapshot}?DELINCREMENTALBACKUPSNAP=true&vstoreId=3"},
                  "ZrManageHuawei::deleteFileSystemSnapshot", "Unable to delete the snapshot")
-            .emptyArgumentSays(
-                [](ZrManageHuawei& a, const ShapeScene&) { return FirstGeneration(a.deleteFileSystemSnapshot("", "3")); },
-                "The input parameter [Snapshot ID] is empty"),
+            .emptyArgumentSays(0, "The input parameter [Snapshot ID] is empty"),
         ShapeRow("createSnapshotChangeListSession",
                  [](ZrManageHuawei& a, const ShapeScene& scene) {
                    return FirstGeneration(
@@ -54,10 +45,7 @@ INSTANTIATE_TEST_SUITE_P(
                  },
                  {"POST fs_snapchangelist_session"}, "ZrManageHuawei::createSnapshotChangeListSession",
                  "Unable to create change list session information"),
-        ShapeRow("deleteSnapshotChangeListSession",
-                 [](ZrManageHuawei& a, const ShapeScene& scene) {
-                   return FirstGeneration(a.deleteSnapshotChangeListSession(scene.at("session")));
-                 },
+        ShapeRow("deleteSnapshotChangeListSession", calling(&Z::deleteSnapshotChangeListSession, "{session}"),
                  {"DELETE fs_snapchangelist_session/{session}"}, "ZrManageHuawei::deleteSnapshotChangeListSession",
                  "Unable to delete change list session information")),
     RowName);

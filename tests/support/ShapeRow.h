@@ -1,9 +1,9 @@
 // One operation as a row of the shape table (OperationShape.h): its call, its requests and its
 // texts for the cases that all operations share, whatever their generation:
 //
-//   ShapeRow("getVStoreNameFromId", [](ZrManageHuawei& a, const ShapeScene&) {
-//              std::string name; return FirstGeneration(a.getVStoreNameFromId("3", name)); },
+//   ShapeRow("getVStoreNameFromId", calling(&ZrManageHuawei::getVStoreNameFromId, "3", out),
 //            {"GET vstore/3"}, "getVStoreNameFromId", "Unable to get the VStoreName from VStoreId [3]")
+//       .emptyArgumentSays(0, "The input parameter [VStoreID] is empty")
 //       .failsByError()
 #pragma once
 
@@ -42,15 +42,31 @@ Outcome ThirdGeneration(const HuaweiApi::ResultStatus& status);
 
 using Invocation = std::function<Outcome(ZrManageHuawei&, const ShapeScene&)>;
 
+// A call that knows its arguments (calling() in ShapeCall.h): it can also be made with one of
+// them empty.
+struct Calling {
+  Invocation call;
+  std::function<Invocation(std::size_t)> emptying;
+};
+
 struct ShapeRow {
   ShapeRow(std::string name, Invocation call, std::vector<std::string> sends, std::string logName,
            std::string requestFailed)
       : name(std::move(name)), call(std::move(call)), sends(std::move(sends)), logName(std::move(logName)),
         requestFailed(std::move(requestFailed)) {}
+  ShapeRow(std::string name, Calling calling, std::vector<std::string> sends, std::string logName,
+           std::string requestFailed)
+      : ShapeRow(std::move(name), calling.call, std::move(sends), std::move(logName), std::move(requestFailed)) {
+    emptying = std::move(calling.emptying);
+  }
   ShapeRow& emptyResponseSays(std::string text) { return emptyResponse = std::move(text), *this; }
   ShapeRow& emptyArgumentSays(Invocation withEmpty, std::string text) {
     emptyArgumentCall = std::move(withEmpty);
     return emptyArgument = std::move(text), *this;
+  }
+  // The call with its argument `index` empty (counted from 0), for a row made by calling().
+  ShapeRow& emptyArgumentSays(std::size_t index, std::string text) {
+    return emptyArgumentSays(emptying(index), std::move(text));
   }
   ShapeRow& guardNames(std::string operation) { return guardOperation = std::move(operation), *this; }
   ShapeRow& failsByError() { return byError = true, *this; }
@@ -81,6 +97,7 @@ struct ShapeRow {
   std::string emptyResponse = "Empty response from the array";
   // The call with its required argument empty, and what it says; unset when it has none.
   Invocation emptyArgumentCall;
+  std::function<Invocation(std::size_t)> emptying;
   std::string emptyArgument;
   // The operation that the guard names, when it is not the row's own.
   std::string guardOperation;

@@ -164,6 +164,10 @@ TEST_F(Zrarray, EachFailureSaysItsCauseOnItsOneLine) {
        "zrarray: host initiator-create failed: The initiator with ID\\[iqn.2024-01.lab:web1\\] already exists "
        "\\(array code 1077948997: \"The initiator already exists.\"\\)",
        {{"alreadyExists", true}}},
+      // The operation's flag alone, without the flags of the record it did not find.
+      {"absent LUN snapshot", command({"lun", "snapshot-info", "--snapshot-id", "99"}),
+       "zrarray: lun snapshot-info failed: .* \\(array code 1077937880: \"The snapshot does not exist.\"\\)",
+       {{"notExist", true}}},
   };
   for (const Row& row : rows) {
     const ToolRun run = RunZrarray(row.arguments);

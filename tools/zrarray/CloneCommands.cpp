@@ -1,5 +1,5 @@
 // clone: split mirrors of a primary LUN and the secondary LUNs they copy to.
-#include "Command.h"
+#include "Calls.h"
 
 namespace zrarray {
 
@@ -7,11 +7,9 @@ std::vector<Command> CloneCommands() {
   const Argument cloneId = text("clone-id", "Clone identifier");
   const Argument secondaryId = text("lun-id", "Secondary LUN identifier");
   return {
-      {"clone", "info", "One clone", {cloneId},
-       record<_HuaweiCloneInfo>([](Call& c, auto& out) { return c.array.getCloneInfo(out, c["clone-id"]); })},
-      {"clone", "secondaries", "The secondary LUNs of a clone with the state and progress of each pair", {cloneId},
-       listOf<_HuaweiCloneSecondaryLUN>(
-           [](Call& c, auto& out) { return c.array.getCloneSecondaryLuns(out, c["clone-id"]); })},
+      {"clone", "info", "One clone", calls(&Array::getCloneInfo, printed, cloneId)},
+      {"clone", "secondaries", "The secondary LUNs of a clone with the state and progress of each pair",
+       calls(&Array::getCloneSecondaryLuns, printed, cloneId)},
       {"clone", "create", "Create a clone of a primary LUN; prints its identifier",
        {text("name", "Clone name"), text("primary-lun-id", "LUN to clone")},
        value("id",
@@ -21,8 +19,7 @@ std::vector<Command> CloneCommands() {
                clone.priLunId = c["primary-lun-id"];
                return c.array.createClone(out, clone);
              })},
-      {"clone", "delete", "Delete a clone that has no secondary LUN left", {cloneId},
-       action([](Call& c) { return c.array.deleteClone(c["clone-id"]); })},
+      {"clone", "delete", "Delete a clone that has no secondary LUN left", calls(&Array::deleteClone, cloneId)},
       {"clone", "add-secondary", "Attach a secondary LUN; the copy starts at once unless --no-first-sync",
        {cloneId, secondaryId, orElse(oneOf("speed", "Copy speed", SpeedWords()), "medium"),
         orElse(oneOf("resume-policy", "After an interruption",
@@ -39,12 +36,12 @@ std::vector<Command> CloneCommands() {
          return c.array.addCloneSecondaryLun(
              secondary, c.args.flag("no-first-sync") ? HuaweiApiValue::FIRST_SYNC_NO : HuaweiApiValue::FIRST_SYNC_YES);
        })},
-      {"clone", "split", "Split a secondary LUN off its clone", {cloneId, secondaryId},
-       action([](Call& c) { return c.array.splitCloneSecondaryLun(c["lun-id"], c["clone-id"]); })},
-      {"clone", "sync", "Synchronise a secondary LUN with the primary again", {cloneId, secondaryId},
-       action([](Call& c) { return c.array.syncCloneSecondaryLun(c["lun-id"], c["clone-id"]); })},
-      {"clone", "remove-secondary", "Detach a secondary LUN from its clone", {cloneId, secondaryId},
-       action([](Call& c) { return c.array.removeCloneSecondaryLun(c["lun-id"], c["clone-id"]); })},
+      {"clone", "split", "Split a secondary LUN off its clone",
+       shownFirst(cloneId, calls(&Array::splitCloneSecondaryLun, secondaryId, cloneId))},
+      {"clone", "sync", "Synchronise a secondary LUN with the primary again",
+       shownFirst(cloneId, calls(&Array::syncCloneSecondaryLun, secondaryId, cloneId))},
+      {"clone", "remove-secondary", "Detach a secondary LUN from its clone",
+       shownFirst(cloneId, calls(&Array::removeCloneSecondaryLun, secondaryId, cloneId))},
   };
 }
 

@@ -149,7 +149,19 @@ void ReadAbsence(Result& result);
 
 using Runner = std::function<Result(Call&)>;
 
+// A row's arguments and its runner, as calls() (Calls.h) makes them from one call of the library.
+struct Bound {
+  std::vector<Argument> arguments;
+  Runner run;
+};
+
 struct Command {
+  Command(std::string group, std::string name, std::string help, std::vector<Argument> arguments, Runner run)
+      : group(std::move(group)), name(std::move(name)), help(std::move(help)), arguments(std::move(arguments)),
+        run(std::move(run)) {}
+  Command(std::string group, std::string name, std::string help, Bound bound)
+      : Command(std::move(group), std::move(name), std::move(help), std::move(bound.arguments), std::move(bound.run)) {}
+
   std::string group;
   std::string name;
   std::string help;
@@ -157,53 +169,7 @@ struct Command {
   Runner run;
 };
 
-// ---- How a row prints its answer ----
-
-// The operation fills one record: printed as an object.
-template <class Record, class Fn>
-Runner record(Fn fn) {
-  return [fn](Call& call) {
-    Record filled;
-    const Outcome outcome = Outcome::of(fn(call, filled));
-    return Result{outcome, Json(filled)};
-  };
-}
-
-// The operation fills a list (or vector) of records: printed as an array.
-template <class Record, template <class...> class Sequence = std::list, class Fn>
-Runner listOf(Fn fn) {
-  return [fn](Call& call) {
-    Sequence<Record> filled;
-    const Outcome outcome = Outcome::of(fn(call, filled));
-    Result result{outcome, Json(filled)};
-    result.list = true;
-    return result;
-  };
-}
-
-// The operation fills a record and raises a flag of its own ("already there", "was gone"): printed as
-// the record with the flag beside its fields, and after a failure as the flag alone.
-template <class Record, class Fn>
-Runner flagged(const char* flagKey, Fn fn) {
-  return [flagKey, fn](Call& call) {
-    Record filled;
-    bool raised = false;
-    const Outcome outcome = Outcome::of(fn(call, filled, raised));
-    Json printed = outcome.ok ? Json(filled) : Json::object();
-    printed[flagKey] = raised;
-    return Result{outcome, printed, true};
-  };
-}
-
-// The operation's flag is all it tells: printed as {key: true|false}, after a failure too.
-template <class Fn>
-Runner flagOnly(const char* flagKey, Fn fn) {
-  return [flagKey, fn](Call& call) {
-    bool raised = false;
-    const Outcome outcome = Outcome::of(fn(call, raised));
-    return Result{outcome, Json{{flagKey, raised}}, true};
-  };
-}
+// ---- How a row prints its answer, for rows that do more than one call (the others: Calls.h) ----
 
 // The operation writes one string, such as the identifier of what it made: printed as {key: value}.
 template <class Fn>
@@ -235,16 +201,6 @@ Runner answer(const char* key, Fn fn) {
 template <class Fn>
 Runner action(Fn fn) {
   return [fn](Call& call) { return Result{Outcome::of(fn(call)), std::nullopt}; };
-}
-
-// Anything else: the row fills the printed object itself.
-template <class Fn>
-Runner fields(Fn fn) {
-  return [fn](Call& call) {
-    Json filled = Json::object();
-    const Outcome outcome = Outcome::of(fn(call, filled));
-    return Result{outcome, filled};
-  };
 }
 
 // The rows of each group of the library, and all of them.

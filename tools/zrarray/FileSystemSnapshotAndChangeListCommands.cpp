@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "ChangeListStream.h"
-#include "Command.h"
+#include "Calls.h"
 #include "GlobalOptions.h"
 
 namespace zrarray {
@@ -37,6 +37,7 @@ Result WalkChangeList(Call& call) {
 }  // namespace
 
 std::vector<Command> FileSystemSnapshotAndChangeListCommands() {
+  const Argument snapshotId = text("id", "Snapshot identifier");
   return {
       {"snapshot", "create", "Take a snapshot of a file system; prints its identifier",
        {number("file-system-id", "File system to snapshot"), text("name", "Name of the snapshot"),
@@ -48,13 +49,10 @@ std::vector<Command> FileSystemSnapshotAndChangeListCommands() {
                                                        !c.args.flag("no-snapdiff"), c.vstore);
              })},
       {"snapshot", "delete", "Delete a snapshot (one already gone counts as deleted)",
-       {text("id", "Snapshot identifier")},
-       action([](Call& c) { return c.array.deleteFileSystemSnapshot(c["id"], c.vstore); })},
-      {"snapshot", "info", "One snapshot", {text("id", "Snapshot identifier")},
-       record<_HuaweiSnapshotInfo>(
-           [](Call& c, auto& out) { return c.array.getFileSystemSnapshotInfo(c["id"], out, c.vstore); })},
+       calls(&Array::deleteFileSystemSnapshot, snapshotId, vstore)},
+      {"snapshot", "info", "One snapshot", calls(&Array::getFileSystemSnapshotInfo, snapshotId, printed, vstore)},
       {"snapshot", "exists", "Whether a snapshot is there (any failure reads as absent)",
-       {text("id", "Snapshot identifier")},
+       {snapshotId},
        answer("present", [](Call& c) { return c.array.isSnapshotPresent(c["id"], c.vstore); })},
 
       {"changelist", "walk", "Every file changed between two snapshots, one JSON object per line",
@@ -70,8 +68,8 @@ std::vector<Command> FileSystemSnapshotAndChangeListCommands() {
                                                           kFileSystemParentType);
                return !out.empty();
              })},
-      {"changelist", "close", "Delete a change-list session", {text("session-id", "Session identifier")},
-       action([](Call& c) { return c.array.deleteSnapshotChangeListSession(c["session-id"]); })},
+      {"changelist", "close", "Delete a change-list session",
+       calls(&Array::deleteSnapshotChangeListSession, text("session-id", "Session identifier"))},
   };
 }
 
