@@ -25,8 +25,7 @@ using HuaweiResponse::sanRules;
 CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, std::string& lunGroupId,
                                                std::string vstoreId) {
   std::vector<_HuaweiLunGroupInfo> groups;
-  return secondGeneration("getLUNGroupIDFromName",
-                          "CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
+  return secondGeneration("CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
       .guard(GuardStyle::Bare)
       // The wording is shared with the host lookup.
       .required(lunGroupName, "The entered host name is empty")
@@ -60,7 +59,6 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
                                                renamedAs(lunGroup, wanted), Rendering::AsWritten);
   const std::string failure = formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName);
   return secondGeneration(
-             "createLUNGroup",
              "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
       // The wording is shared with the host groups.
       .required(lunGroupName, "[ERROR] The hostgroup name is empty")
@@ -81,7 +79,6 @@ CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId,
   const std::string failure =
       formatted("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId);
   return secondGeneration(
-             "addSnapshotLuntoLunGroup",
              "CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
       // The guard names the LUN operation; callers know it by that text.
       .guard("addLuntoLunGroup")
@@ -107,9 +104,9 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
   HuaweiResponse::ReadingRules rules = groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Unsigned64});
   rules.order = HuaweiKeys::KeyOrder::Declared;
-  return secondGeneration("getSnapshotLunAssociatedToLunGroup",
-                          "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
-                          "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
+             "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
       .required({&lunGroupId})
       .sends(RecordListRequest(snapshotLuns, rules),
              {HUAWEI_REQ_GET,
@@ -124,7 +121,6 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
 CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                            std::string vstoreId) {
   SecondGenerationCall call = secondGeneration(
-      "isSnapshotLunAssociatedToLunGroup",
       "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)");
   if (CXoError failed = call.unguarded().required({&lunGroupId, &lunId}).checked(); failed.IsError()) return failed;
   std::vector<_HuaweiLUNSnapshotInfo> members;
@@ -147,7 +143,6 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
                                     .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue())
                                     .vstore(vstoreId);
   return secondGeneration(
-             "removeSnapshotLunFromLunGroup",
              "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
       .required({&lunGroupId, &lunId})
       // Only the answer is read: the URL carries everything.
@@ -161,7 +156,7 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
 }
 
 CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::string vstoreId) {
-  return secondGeneration("deleteLunGroup", "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
+  return secondGeneration("CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
       .required({&lunGroupId})
       .sends(HuaweiJSONDeleteRequest(),
              {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),

@@ -92,7 +92,6 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
                                                   std::string const& mappingViewName, std::string vstoreId) {
   std::vector<_HuaweiLUNMappingView> views;
   return secondGeneration(
-             "getMappingViewInfoByName",
              "CXoError ZrManageHuawei::getMappingViewInfoByName(HuaweiLUNMappingView_t&, const string&, std::string)")
       .guard(GuardStyle::Bare)
       // One text for both lookups.
@@ -118,7 +117,6 @@ CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingVi
                                                 std::string vstoreId) {
   std::vector<_HuaweiLUNMappingView> views;
   return secondGeneration(
-             "getMappingViewInfoByID",
              "CXoError ZrManageHuawei::getMappingViewInfoByID(HuaweiLUNMappingView_t&, const string&, std::string)")
       .guard(GuardStyle::Bare)
       .required(mappingViewId, "The entered mapping view ID is empty")
@@ -149,7 +147,6 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
                                                  Rendering::AsWritten);
   const std::string failure = formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName);
   return secondGeneration(
-             "createMappingView",
              "CXoError ZrManageHuawei::createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)")
       // The wording is shared with the host groups.
       .required(mappingViewName, "[ERROR] The hostgroup name is empty")
@@ -169,8 +166,7 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
 CXoError ZrManageHuawei::addHostGroupToMappingView(std::string const& hostGroupId, std::string const& mappingViewId,
                                                    std::string vstoreId) {
   return attach(
-      secondGeneration("addHostGroupToMappingView",
-                       "CXoError ZrManageHuawei::addHostGroupToMappingView(const string&, const string&, std::string)"),
+      secondGeneration("CXoError ZrManageHuawei::addHostGroupToMappingView(const string&, const string&, std::string)"),
       {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_ALREADY_IN_MAPPING_VIEW,
        HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW, "HuaweiJSONAssociateHostGroupWithMappingView::parseResponse",
        true},
@@ -180,8 +176,7 @@ CXoError ZrManageHuawei::addHostGroupToMappingView(std::string const& hostGroupI
 CXoError ZrManageHuawei::addLunGroupToMappingView(std::string const& lunGroupId, std::string const& mappingViewId,
                                                   std::string vstoreId) {
   return attach(
-      secondGeneration("addLunGroupToMappingView",
-                       "CXoError ZrManageHuawei::addLunGroupToMappingView(const string&, const string&, std::string)"),
+      secondGeneration("CXoError ZrManageHuawei::addLunGroupToMappingView(const string&, const string&, std::string)"),
       {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_ALREADY_IN_MAPPING_VIEW,
        HuaweiOpType::ADD_LUN_GROUP_TO_MAPPING_VIEW, "HuaweiJSONAssociateLunGroupWithMappingView::parseResponse", false},
       lunGroupId, mappingViewId, vstoreId);
@@ -192,9 +187,9 @@ CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& m
                                                             std::string vstoreId) {
   const std::string failure =
       formatted("[ERROR] Failed to get the lun groups associated with the mappingview [%s]", mappingViewId);
-  return secondGeneration("getLunGroupAssociatedToMappingView",
-                          "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, "
-                          "std::vector<_HuaweiLunGroupInfo>&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, "
+             "std::vector<_HuaweiLunGroupInfo>&, std::string)")
       .required({&mappingViewId})
       .sends(
           RecordListRequest(lunGroups, groupListRules("HuaweiJSONGetLunGroupAssociatedWithMappingView::parseResponse",
@@ -215,9 +210,9 @@ CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& 
                                                              std::string vstoreId) {
   const std::string failure =
       formatted("[ERROR] Failed to get the host groups associated with the mappingview [%s]", mappingViewId);
-  return secondGeneration("getHostGroupAssociatedToMappingView",
-                          "CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(const string&, "
-                          "std::vector<_HuaweiHostGroupInfo>&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(const string&, "
+             "std::vector<_HuaweiHostGroupInfo>&, std::string)")
       .required({&mappingViewId})
       .sends(
           RecordListRequest(hostGroups, groupListRules("HuaweiJSONGetHostGroupAssociatedWithMappingView::parseResponse",
@@ -237,9 +232,9 @@ CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& l
                                                             std::string vstoreId) {
   const std::string failure =
       formatted("[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]", lunGroupId);
-  return secondGeneration("getMappingViewAssociatedToLunGroup",
-                          "CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(const string&, "
-                          "std::vector<_HuaweiLUNMappingView>&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(const string&, "
+             "std::vector<_HuaweiLUNMappingView>&, std::string)")
       .required({&lunGroupId})
       .sends(RecordListRequest(mappingViews, viewListRules()),
              {HUAWEI_REQ_GET,
@@ -255,27 +250,27 @@ CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& l
 CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(std::string const& lunGroupId,
                                                                std::string const& mappingViewId, std::string vstoreId) {
   // The guard's name is shorter than the operation's; callers know it by that text.
-  return detach(secondGeneration("removeLunGroupAssociatedToMappingView",
-                                 "CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(const string&, const "
-                                 "string&, std::string)"),
-                {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_DOES_NOT_EXIST,
-                 HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW, "removeLunGroupToMappingView"},
-                lunGroupId, mappingViewId, vstoreId);
+  return detach(
+      secondGeneration(
+          "CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(const string&, const string&, std::string)"),
+      {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_DOES_NOT_EXIST,
+       HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW, "removeLunGroupToMappingView"},
+      lunGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(std::string const& hostGroupId,
                                                                 std::string const& mappingViewId,
                                                                 std::string vstoreId) {
-  return detach(secondGeneration("removeHostGroupAssociatedToMappingView",
-                                 "CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(const string&, const "
-                                 "string&, std::string)"),
-                {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_DOES_NOT_EXIST,
-                 HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW, nullptr},
-                hostGroupId, mappingViewId, vstoreId);
+  return detach(
+      secondGeneration(
+          "CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(const string&, const string&, std::string)"),
+      {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_DOES_NOT_EXIST,
+       HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW, nullptr},
+      hostGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std::string vstoreId) {
-  return secondGeneration("deleteMappingView", "CXoError ZrManageHuawei::deleteMappingView(const string&, std::string)")
+  return secondGeneration("CXoError ZrManageHuawei::deleteMappingView(const string&, std::string)")
       .required({&mappingViewId})
       // A view that is gone is a failure here.
       .sends(HuaweiJSONDeleteRequest(),

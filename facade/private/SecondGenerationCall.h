@@ -50,22 +50,27 @@ class Adoption {
   ~Adoption() = default;
 };
 
+// What a call's lines are tagged with, taken from its signature: the operation's name
+// ("deleteLunGroup") or that name with its class ("ZrManageHuawei::deleteLunGroup").
+enum class LogName { Operation, Qualified };
+
 // The log a call writes under the operation's name; a base of its own, so that it is made before
-// the frame that writes to it.
+// the frame that writes to it. A call is never moved, so the log may point into the name it holds.
 class OwnLog {
  protected:
-  OwnLog(TkDebug& debug, const char* name, unsigned long long jobId)
-      : m_ownLog(OperationLog::facade(debug, name, jobId)) {}
+  OwnLog(TkDebug& debug, std::string name, unsigned long long jobId)
+      : m_name(std::move(name)), m_ownLog(OperationLog::facade(debug, m_name.c_str(), jobId)) {}
+  const std::string m_name;
   OperationLog m_ownLog;
 };
 
 class SecondGenerationCall : private OwnLog, public PlainCallBase {
  public:
-  // Lines go through `debug` under logName; signature is the operation's signature as text, e.g.
-  // "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)". The guard names the
-  // operation as logName does, without "ZrManageHuawei::".
-  SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* logName,
-                       unsigned long long jobId, const char* signature);
+  // signature is the operation's signature as text, e.g. "CXoError ZrManageHuawei::deleteLunGroup(const
+  // string&, std::string)"; lines go through `debug` under the name in it, as `naming` says. The
+  // guard names the operation without "ZrManageHuawei::".
+  SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* signature,
+                       LogName naming, unsigned long long jobId);
 
   // A guard that names operationName, where the operation is known by another name.
   SecondGenerationCall& guard(const char* operationName, GuardStyle style = GuardStyle::ErrorPrefix);
