@@ -115,15 +115,11 @@ CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std:
              {HUAWEI_REQ_GET, byName("host", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME},
              SecondGenerationTexts::lookup(
                  formatted("[ERROR] Unable to find the information for the host with name [%s]", hostName)))
-      .run([&](SecondGenerationCall& call) {
-        const _HuaweiLUNHostInfo* host = exactRecord(hosts, &_HuaweiLUNHostInfo::name, hostName);
-        if (host == nullptr) {
-          return call.error("[ERROR] Unable to get the information for the host with Name[%s].", hostName);
-        }
-        hostId = host->id;
-        call.line(0, "Successfully got the information for host:  ID: [%s] NAME: [%s]", host->id, host->name);
-        return CXoError::Success();
-      });
+      .runFinding(hosts, hostName, "[ERROR] Unable to get the information for the host with Name[%s].",
+                  [&](SecondGenerationCall& call, const _HuaweiLUNHostInfo& host) {
+                    hostId = host.id;
+                    call.line(0, "Successfully got the information for host:  ID: [%s] NAME: [%s]", host.id, host.name);
+                  });
 }
 
 CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string const& hostName, std::string vstoreId,
@@ -218,15 +214,12 @@ CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName
              {HUAWEI_REQ_GET, byName("hostgroup", hostGroupName, vstoreId), HuaweiOpType::GET_HOST_GROUP_ID_FROM_NAME},
              SecondGenerationTexts::lookup(
                  formatted("[ERROR] Unable to find the information for the hostgroup with name [%s]", hostGroupName)))
-      .run([&](SecondGenerationCall& call) {
-        const _HuaweiHostGroupInfo* group = exactRecord(groups, &_HuaweiHostGroupInfo::name, hostGroupName);
-        if (group == nullptr) {
-          return call.error("[ERROR] Unable to get the information for the host group with Name[%s].", hostGroupName);
-        }
-        hostGroupId = group->id;
-        call.line(0, "Successfully got the information for host group: ID [%s] NAME [%s]", group->id, group->name);
-        return CXoError::Success();
-      });
+      .runFinding(groups, hostGroupName, "[ERROR] Unable to get the information for the host group with Name[%s].",
+                  [&](SecondGenerationCall& call, const _HuaweiHostGroupInfo& group) {
+                    hostGroupId = group.id;
+                    call.line(0, "Successfully got the information for host group: ID [%s] NAME [%s]", group.id,
+                              group.name);
+                  });
 }
 
 CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, std::string const& hostGroupName,

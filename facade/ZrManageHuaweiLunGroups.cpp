@@ -37,15 +37,12 @@ CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, 
              SecondGenerationTexts(
                  formatted("[ERROR] Unable to find the information for the lungroup with name [%s]", lunGroupName))
                  .emptyResponseSays("[ERROR] Empty response is returned from the array"))
-      .run([&](SecondGenerationCall& call) {
-        const _HuaweiLunGroupInfo* group = exactRecord(groups, &_HuaweiLunGroupInfo::name, lunGroupName);
-        if (group == nullptr) {
-          return call.error("[ERROR] Unable to get the information for the lun group with Name[%s].", lunGroupName);
-        }
-        lunGroupId = group->id;
-        call.line(0, "Successfully got the information for lun group: ID [%s] NAME [%s]", group->id, group->name);
-        return CXoError::Success();
-      });
+      .runFinding(groups, lunGroupName, "[ERROR] Unable to get the information for the lun group with Name[%s].",
+                  [&](SecondGenerationCall& call, const _HuaweiLunGroupInfo& group) {
+                    lunGroupId = group.id;
+                    call.line(0, "Successfully got the information for lun group: ID [%s] NAME [%s]", group.id,
+                              group.name);
+                  });
 }
 
 CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::string const& lunGroupName,

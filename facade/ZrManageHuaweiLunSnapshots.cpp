@@ -1,5 +1,4 @@
 // LUNs and LUN snapshots: lookups, and a snapshot's life from creation to deletion.
-#include "ExactRecord.h"
 #include "FormatArguments.h"
 #include "HandBuiltBody.h"
 #include "HuaweiArrayCodes.h"
@@ -98,7 +97,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo
 CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotName,
                                                   bool& /*notExist*/, std::string vstoreId) {
   std::vector<_HuaweiLUNSnapshotInfo> snapshots;
-  const std::string notFound = formatted("[ERROR] Unable to find the snapshot LUN with name [%s]", snapshotName);
+  const char kNotFound[] = "[ERROR] Unable to find the snapshot LUN with name [%s]";
   return qualifiedSecondGeneration(
              "CXoError ZrManageHuawei::getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, "
              "std::string)")
@@ -109,14 +108,12 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
                                                    HuaweiResponse::WithoutData::Status)),
              {HUAWEI_REQ_GET, ResourcePath("snapshot").add("filter", "NAME:" + snapshotName).vstore(vstoreId),
               HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME},
-             SecondGenerationTexts::lookup(notFound))
-      .run([&](SecondGenerationCall& call) {
-        const _HuaweiLUNSnapshotInfo* found = exactRecord(snapshots, &_HuaweiLUNSnapshotInfo::name, snapshotName);
-        if (found == nullptr) return call.error(notFound);
-        snapshotInfo = *found;
-        call.line(0, "Found the snapshot LUN with name [%s]", snapshotName);
-        return CXoError::Success();
-      });
+             SecondGenerationTexts::lookup(formatted(kNotFound, snapshotName)))
+      .runFinding(snapshots, snapshotName, kNotFound,
+                  [&](SecondGenerationCall& call, const _HuaweiLUNSnapshotInfo& found) {
+                    snapshotInfo = found;
+                    call.line(0, "Found the snapshot LUN with name [%s]", snapshotName);
+                  });
 }
 
 CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& lunId,

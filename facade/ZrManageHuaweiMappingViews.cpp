@@ -2,7 +2,6 @@
 // detach them, and list what a view holds and which views hold a LUN group.
 #include "AdoptionByName.h"
 #include "AssociationResource.h"
-#include "ExactRecord.h"
 #include "FormatArguments.h"
 #include "HandBuiltBody.h"
 #include "HuaweiApiValues.h"
@@ -102,15 +101,12 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
              SecondGenerationTexts(
                  formatted("[ERROR] Unable to find the information for mapping view with name [%s]", mappingViewName))
                  .emptyResponseSays("[ERROR] Empty response is returned from the array"))
-      .run([&](SecondGenerationCall& call) {
-        const _HuaweiLUNMappingView* view = exactRecord(views, &_HuaweiLUNMappingView::name, mappingViewName);
-        if (view == nullptr) {
-          return call.error("[ERROR] Unable to get the information for mapping view with Name[%s].", mappingViewName);
-        }
-        mappingView = *view;
-        call.line(0, "Successfully got the information for mapping view with Name [%s]. ID [%s]", view->name, view->id);
-        return CXoError::Success();
-      });
+      .runFinding(views, mappingViewName, "[ERROR] Unable to get the information for mapping view with Name[%s].",
+                  [&](SecondGenerationCall& call, const _HuaweiLUNMappingView& view) {
+                    mappingView = view;
+                    call.line(0, "Successfully got the information for mapping view with Name [%s]. ID [%s]", view.name,
+                              view.id);
+                  });
 }
 
 CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewId,

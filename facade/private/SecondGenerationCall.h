@@ -14,6 +14,7 @@
 
 #include "CXoError.h"
 #include "CodeReactions.h"
+#include "ExactRecord.h"
 #include "FailureTexts.h"
 #include "FormatArguments.h"
 #include "OperationLog.h"
@@ -144,6 +145,19 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
       } else {
         call.line(0, counted, ownerId, static_cast<unsigned long long>(records.size()));
       }
+    });
+  }
+
+  // The whole description, for a lookup by name: the record named exactly `name` is handed, with
+  // this call, to `take`, which tells the success line; none is an error in `missing`'s words, a
+  // format of the name.
+  template <class Record, class Take>
+  CXoError runFinding(const std::vector<Record>& records, const std::string& name, const char* missing, Take&& take) {
+    return run([&](SecondGenerationCall& call) {
+      const Record* record = exactRecord(records, &Record::name, name);
+      if (record == nullptr) return call.error(missing, name);
+      take(call, *record);
+      return CXoError::Success();
     });
   }
 
