@@ -266,19 +266,16 @@ CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std:
 
 CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGroupId,
                                                       std::vector<_HuaweiLUNHostInfo>& hosts, std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to get the hosts associated with the Host Group [%s]", hostGroupId);
   return qualifiedSecondGeneration(
              "CXoError ZrManageHuawei::getHostAssociatedToHostGroup(const string&, std::vector<_HuaweiLUNHostInfo>&, "
              "std::string)")
       .required({&hostGroupId})
-      .sends(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostAssociatedWithHostGroup::parseResponse",
-                                               HuaweiResponse::WithoutData::Status)),
-             {HUAWEI_REQ_GET,
-              associatedWith("host/associate", hostGroupId, HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, vstoreId),
-              HuaweiOpType::HOST_GROUP_MEMBERSHIP},
-             SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+      .sendsRefusedAs(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostAssociatedWithHostGroup::parseResponse",
+                                                        HuaweiResponse::WithoutData::Status)),
+                      {HUAWEI_REQ_GET,
+                       associatedWith("host/associate", hostGroupId, HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, vstoreId),
+                       HuaweiOpType::HOST_GROUP_MEMBERSHIP},
+                      formatted("[ERROR] Failed to get the hosts associated with the Host Group [%s]", hostGroupId))
       .runCounting(hosts, "No hosts has been associated with the Host Group [%s] yet",
                    "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]", hostGroupId);
 }

@@ -95,8 +95,6 @@ CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId,
 CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId,
                                                             std::vector<_HuaweiLUNSnapshotInfo>& snapshotLuns,
                                                             std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]", lunGroupId);
   // Each snapshot LUN's keys are read in the order the record declares them.
   HuaweiResponse::ReadingRules rules = groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Unsigned64});
@@ -105,12 +103,12 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
              "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
              "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
       .required({&lunGroupId})
-      .sends(RecordListRequest(snapshotLuns, rules),
-             {HUAWEI_REQ_GET,
-              associatedWith("snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
-              HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
-             SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+      .sendsRefusedAs(
+          RecordListRequest(snapshotLuns, rules),
+          {HUAWEI_REQ_GET,
+           associatedWith("snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
+           HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
+          formatted("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]", lunGroupId))
       .runCounting(snapshotLuns, "No snapshot luns are associated with the lun Group [%s].",
                    "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]", lunGroupId);
 }
@@ -133,7 +131,6 @@ CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lu
 
 CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                        std::string vstoreId) {
-  const std::string failure = formatted("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", lunId, lunGroupId);
   const ResourcePath resource = ResourcePath("lungroup/associate")
                                     .add("ID", lunGroupId)
                                     .add("ASSOCIATEOBJID", lunId)
@@ -143,10 +140,9 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
              "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
       .required({&lunGroupId, &lunId})
       // Only the answer is read: the URL carries everything.
-      .sends(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse"),
-             {HUAWEI_REQ_DELETE, resource, HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
-             SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+      .sendsRefusedAs(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse"),
+                      {HUAWEI_REQ_DELETE, resource, HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
+                      formatted("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", lunId, lunGroupId))
       .run([&](SecondGenerationCall& call) {
         call.line(3, "Successfully removed the lun [%s] from lungroup [%s]", lunId, lunGroupId);
       });

@@ -136,15 +136,13 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
 
 CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                                std::string const& copyName, std::string vstoreId) {
-  const std::string failure = formatted("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId);
   return qualifiedSecondGeneration(
              "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, "
              "std::string)")
       .required({&snapshotId, &copyName})
-      .sends(snapshotCreation(snapshotInfo, snapshotId, copyName, vstoreId, true),
-             {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
-             SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+      .sendsRefusedAs(snapshotCreation(snapshotInfo, snapshotId, copyName, vstoreId, true),
+                      {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
+                      formatted("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId))
       .run([&](SecondGenerationCall& call) {
         call.line(0, "Successfully created snapshot copy for snapshot with ID [%s]", snapshotId);
         call.line(3, "Snapshot ID [%s]", snapshotInfo.id);

@@ -181,21 +181,18 @@ CXoError ZrManageHuawei::addLunGroupToMappingView(std::string const& lunGroupId,
 CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& mappingViewId,
                                                             std::vector<_HuaweiLunGroupInfo>& lunGroups,
                                                             std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to get the lun groups associated with the mappingview [%s]", mappingViewId);
   return secondGeneration(
              "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, "
              "std::vector<_HuaweiLunGroupInfo>&, std::string)")
       .required({&mappingViewId})
-      .sends(
+      .sendsRefusedAs(
           RecordListRequest(lunGroups, groupListRules("HuaweiJSONGetLunGroupAssociatedWithMappingView::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Signed32}))
               .readBy(&_HuaweiLunGroupInfo::parseFromJson),
           {HUAWEI_REQ_GET,
            associatedWith("lungroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId),
            HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
-          SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+          formatted("[ERROR] Failed to get the lun groups associated with the mappingview [%s]", mappingViewId))
       .runCounting(lunGroups, "No lun groups are associated with the mappingview [%s].",
                    "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]",
                    mappingViewId);
@@ -204,20 +201,17 @@ CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& m
 CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& mappingViewId,
                                                              std::vector<_HuaweiHostGroupInfo>& hostGroups,
                                                              std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to get the host groups associated with the mappingview [%s]", mappingViewId);
   return secondGeneration(
              "CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(const string&, "
              "std::vector<_HuaweiHostGroupInfo>&, std::string)")
       .required({&mappingViewId})
-      .sends(
+      .sendsRefusedAs(
           RecordListRequest(hostGroups, groupListRules("HuaweiJSONGetHostGroupAssociatedWithMappingView::parseResponse",
                                                        HuaweiResponse::StatusReport())),
           {HUAWEI_REQ_GET,
            associatedWith("hostgroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId),
            HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
-          SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+          formatted("[ERROR] Failed to get the host groups associated with the mappingview [%s]", mappingViewId))
       .runCounting(hostGroups, "No host groups are associated with the mappingview [%s].",
                    "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]",
                    mappingViewId);
@@ -226,18 +220,16 @@ CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& 
 CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& lunGroupId,
                                                             std::vector<_HuaweiLUNMappingView>& mappingViews,
                                                             std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]", lunGroupId);
   return secondGeneration(
              "CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(const string&, "
              "std::vector<_HuaweiLUNMappingView>&, std::string)")
       .required({&lunGroupId})
-      .sends(RecordListRequest(mappingViews, viewListRules()),
-             {HUAWEI_REQ_GET,
-              associatedWith("mapping/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
-              HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP},
-             SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+      .sendsRefusedAs(
+          RecordListRequest(mappingViews, viewListRules()),
+          {HUAWEI_REQ_GET,
+           associatedWith("mapping/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
+           HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP},
+          formatted("[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]", lunGroupId))
       .runCounting(mappingViews, "No mappingviews are associated with the lungroup with ID [%s]",
                    "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]",
                    lunGroupId);

@@ -94,6 +94,12 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
                               SecondGenerationTexts texts = SecondGenerationTexts::change("")) {
     return sends(keep(std::move(request), m_ownLog.jobId()), std::move(call), std::move(texts));
   }
+  // A change whose refusal is told at level 3 and fails in the same words.
+  template <class Request>
+  SecondGenerationCall& sendsRefusedAs(Request&& request, PlainCall call, const std::string& failure) {
+    sends(std::forward<Request>(request), std::move(call), SecondGenerationTexts::change(failure));
+    return reacting({otherwise().line(3, failure)});
+  }
   // Refused sends that no row answers fail in the texts' words, told nowhere.
   SecondGenerationCall& reacting(CodeReactions reactions) { return m_reactions = std::move(reactions), *this; }
   // The lookup that rows reacting with Reaction::Adopt run.
