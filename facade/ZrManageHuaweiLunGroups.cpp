@@ -54,41 +54,38 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
   // An adopted group keeps the application type and vStore name the caller's record held.
   AdoptionByName<_HuaweiLunGroupInfo> adoption(*this, &ZrManageHuawei::getLUNGroupIDFromName, lunGroup,
                                                renamedAs(lunGroup, wanted), Rendering::AsWritten);
-  const std::string failure = formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName);
   return secondGeneration(
              "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
       // The wording is shared with the host groups.
       .required(lunGroupName, "[ERROR] The hostgroup name is empty")
-      .sends(RecordRequest(
-                 lunGroup, sanRules("HuaweiJSONCreateLunGroup::parseResponse"),
-                 "{" + quoted("NAME", lunGroupName) + ", " + bare("APPTYPE", appType) + vstore(vstoreId) + "}", wanted),
-             {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP}, SecondGenerationTexts::change(failure))
-      .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                     .line(3, formatted("The lun group with Name [%s] already exists", lunGroupName))
-                     .adopts(),
-                 otherwise().line(3, failure)})
+      .sendsRefusedAs(
+          RecordRequest(lunGroup, sanRules("HuaweiJSONCreateLunGroup::parseResponse"),
+                        "{" + quoted("NAME", lunGroupName) + ", " + bare("APPTYPE", appType) + vstore(vstoreId) + "}",
+                        wanted),
+          {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP},
+          formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName),
+          {on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
+               .line(3, formatted("The lun group with Name [%s] already exists", lunGroupName))
+               .adopts()})
       .adopting(adoption)
       .runTelling("Successfully created the lungroup with Name [%s] ID [%s]", lunGroup.name, lunGroup.id);
 }
 
 CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                   std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId);
   return secondGeneration(
              "CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
       // The guard names the LUN operation; callers know it by that text.
       .guard("addLuntoLunGroup")
       .required({&lunGroupId, &lunId})
-      .sends(
+      .sendsRefusedAs(
           StatusRequest("HuaweiJSONAssociateLunWithLunGroup::parseResponse",
                         association(lunGroupId, lunId, HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue(), vstoreId)),
           {HUAWEI_REQ_POST, "lungroup/associate", HuaweiOpType::ADD_SNAPSHOT_LUN_TO_LUN_GROUP},
-          SecondGenerationTexts::change(failure))
-      .reacting({on(HuaweiArrayCode::ALREADY_IN_LUN_GROUP)
-                     .line(0, formatted("The LUN [%s] is already associated to the LUN group [%s]", lunId, lunGroupId))
-                     .done(),
-                 otherwise().line(3, failure)})
+          formatted("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId),
+          {on(HuaweiArrayCode::ALREADY_IN_LUN_GROUP)
+               .line(0, formatted("The LUN [%s] is already associated to the LUN group [%s]", lunId, lunGroupId))
+               .done()})
       .runTelling("Successfully associated the Snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId);
 }
 

@@ -141,20 +141,18 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
   wanted.vstoreId = vstoreId;
   AdoptionByName<_HuaweiLUNMappingView> adoption(*this, &ZrManageHuawei::getMappingViewInfoByName, mappingView, wanted,
                                                  Rendering::AsWritten);
-  const std::string failure = formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName);
   return secondGeneration(
              "CXoError ZrManageHuawei::createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)")
       // The wording is shared with the host groups.
       .required(mappingViewName, "[ERROR] The hostgroup name is empty")
       // The answer gives the view's ID and NAME; the vStore identifier stays as sent, its name empty.
-      .sends(RecordRequest(mappingView, sanIdentityRules("HuaweiJSONCreateMappingView::parseResponse"),
-                           "{" + quoted("NAME", mappingViewName) + " " + vstore(vstoreId) + "}", wanted),
-             {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
-             SecondGenerationTexts::change(failure))
-      .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                     .line(3, formatted("The mapping view with Name [%s] already exists", mappingViewName))
-                     .adopts(),
-                 otherwise().line(3, failure)})
+      .sendsRefusedAs(RecordRequest(mappingView, sanIdentityRules("HuaweiJSONCreateMappingView::parseResponse"),
+                                    "{" + quoted("NAME", mappingViewName) + " " + vstore(vstoreId) + "}", wanted),
+                      {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
+                      formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName),
+                      {on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
+                           .line(3, formatted("The mapping view with Name [%s] already exists", mappingViewName))
+                           .adopts()})
       .adopting(adoption)
       .runTelling("Successfully created the mapping view with Name [%s] ID [%s]", mappingView.name, mappingView.id);
 }

@@ -94,11 +94,13 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
                               SecondGenerationTexts texts = SecondGenerationTexts::change("")) {
     return sends(keep(std::move(request), m_ownLog.jobId()), std::move(call), std::move(texts));
   }
-  // A change whose refusal is told at level 3 and fails in the same words.
+  // A change whose refusals that no row of `reactions` answers are told at level 3 and fail in the
+  // same words.
   template <class Request>
-  SecondGenerationCall& sendsRefusedAs(Request&& request, PlainCall call, const std::string& failure) {
+  SecondGenerationCall& sendsRefusedAs(Request&& request, PlainCall call, const std::string& failure,
+                                       CodeReactions reactions = {}) {
     sends(std::forward<Request>(request), std::move(call), SecondGenerationTexts::change(failure));
-    return reacting({otherwise().line(3, failure)});
+    return reacting(std::move(reactions.add(otherwise().line(3, failure))));
   }
   // Refused sends that no row answers fail in the texts' words, told nowhere.
   SecondGenerationCall& reacting(CodeReactions reactions) { return m_reactions = std::move(reactions), *this; }
