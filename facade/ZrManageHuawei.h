@@ -256,9 +256,10 @@ class ZrManageHuawei {
   HuaweiApi::ResultStatus ProcessWithServer(std::string const& operationName, HuaweiJSONBaseV2* const& request);
 
   FirstGenerationCall firstGeneration(OperationLog& log);
-  // logName: what the lines are tagged with; signature: the operation's signature as its errors
-  // are located.
-  SecondGenerationCall secondGeneration(const char* logName, const char* signature);
+  // signature: the operation's signature as its errors are located; the lines are tagged with the
+  // operation's name in it, or with the name and the class before it for the qualified families.
+  SecondGenerationCall secondGeneration(const char* signature);
+  SecondGenerationCall qualifiedSecondGeneration(const char* signature);
   ThirdGenerationCall thirdGeneration(const char* logName, const char* operationName);
 
   // Behind a pointer, so that the transport's header stays inside the library.

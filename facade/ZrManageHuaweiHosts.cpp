@@ -46,9 +46,9 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
   const InitiatorKind kind(isISCSI);
   const std::string absent =
       formatted("[ERROR] The [%s] initiator information with ID [%s] does not exist", kind.text, initiatorId);
-  return secondGeneration("ZrManageHuawei::getInitiatorInfoFromID",
-                          "CXoError ZrManageHuawei::getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const "
-                          "bool&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const bool&, "
+             "std::string)")
       .guard(GuardStyle::Bare)
       .required(initiatorId, "The entered initiator ID is empty")
       .sends(request,
@@ -76,9 +76,8 @@ CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiat
                                           std::string vstoreId) {
   HuaweiJSONGetInitiatorInfo request(m_jobId);
   const InitiatorKind kind(isISCSI);
-  return secondGeneration("ZrManageHuawei::getInitiatorInfo",
-                          "CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, "
-                          "std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, std::string)")
       .guard("getISCSIInitiatorInfo", GuardStyle::Bare)
       // These words for both kinds.
       .sends(request, {HUAWEI_REQ_GET, ResourcePath(kind.resource).vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO},
@@ -94,9 +93,8 @@ CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiat
 
 CXoError ZrManageHuawei::getHostIDFromInitiatorID(std::string const& initiatorId, bool const& isISCSI,
                                                   std::string& hostId, std::string vstoreId) {
-  SecondGenerationCall call = secondGeneration("ZrManageHuawei::getHostIDFromInitiatorID",
-                                               "CXoError ZrManageHuawei::getHostIDFromInitiatorID(const string&, "
-                                               "const bool&, std::string&, std::string)");
+  SecondGenerationCall call = qualifiedSecondGeneration(
+      "CXoError ZrManageHuawei::getHostIDFromInitiatorID(const string&, const bool&, std::string&, std::string)");
   _HuaweiInitiator initiator;
   if (getInitiatorInfoFromID(initiator, initiatorId, isISCSI, vstoreId).IsError() || initiator.id.empty()) {
     return call.error("[ERROR] Unable to get the information for Initiator with ID [%s].", initiatorId);
@@ -109,23 +107,19 @@ CXoError ZrManageHuawei::getHostIDFromInitiatorID(std::string const& initiatorId
 
 CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std::string& hostId, std::string vstoreId) {
   std::vector<_HuaweiLUNHostInfo> hosts;
-  return secondGeneration("ZrManageHuawei::getHostIDFromHostName",
-                          "CXoError ZrManageHuawei::getHostIDFromHostName(const string&, std::string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getHostIDFromHostName(const string&, std::string&, std::string)")
       .guard(GuardStyle::Bare)
       .required(hostName, "The entered host name is empty")
       .sends(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostInfo::parseResponse")),
              {HUAWEI_REQ_GET, byName("host", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME},
              SecondGenerationTexts::lookup(
                  formatted("[ERROR] Unable to find the information for the host with name [%s]", hostName)))
-      .run([&](SecondGenerationCall& call) {
-        const _HuaweiLUNHostInfo* host = exactRecord(hosts, &_HuaweiLUNHostInfo::name, hostName);
-        if (host == nullptr) {
-          return call.error("[ERROR] Unable to get the information for the host with Name[%s].", hostName);
-        }
-        hostId = host->id;
-        call.line(0, "Successfully got the information for host:  ID: [%s] NAME: [%s]", host->id, host->name);
-        return CXoError::Success();
-      });
+      .runFinding(hosts, hostName, "[ERROR] Unable to get the information for the host with Name[%s].",
+                  [&](SecondGenerationCall& call, const _HuaweiLUNHostInfo& host) {
+                    hostId = host.id;
+                    call.line(0, "Successfully got the information for host:  ID: [%s] NAME: [%s]", host.id, host.name);
+                  });
 }
 
 CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string const& hostName, std::string vstoreId,
@@ -138,8 +132,8 @@ CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string co
                                               Rendering::AsFormat);
   const std::string failure =
       formatted("[ERROR] Unable to create host with name [%s] operating system [%s]", hostName, wanted.operatingSystem);
-  return secondGeneration("ZrManageHuawei::createHost",
-                          "CXoError ZrManageHuawei::createHost(HuaweiLUNHostInfo_t&, const string&, std::string, bool)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::createHost(HuaweiLUNHostInfo_t&, const string&, std::string, bool)")
       .guard("createLUNSnapshot")
       .required(hostName, "[ERROR] The hostname is empty")
       .sends(RecordRequest(hostInfo, sanRules("HuaweiJSONCreateHost::parseResponse"),
@@ -164,9 +158,9 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
   wanted.vstoreId = vstoreId;
   const InitiatorKind kind(isISCSI);
   const std::string parent = hostId.empty() ? std::string() : "," + quoted("PARENTID", hostId) + " ";
-  return secondGeneration("ZrManageHuawei::createInitiator",
-                          "CXoError ZrManageHuawei::createInitiator(HuaweiInitiator_t&, const string&, const string&, "
-                          "const bool&, bool&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::createInitiator(HuaweiInitiator_t&, const string&, const string&, const bool&, "
+             "bool&, std::string)")
       .required({&initiatorId})
       .sends(RecordRequest(initiatorInfo, sanRules("HuaweiJSONCreateInitiator::parseResponse"),
                            "{" + quoted("ID", initiatorId) + " " + parent + vstore(vstoreId) + "}", wanted),
@@ -190,9 +184,9 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
 
 CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorId, std::string const& hostId,
                                                    bool const& isISCSI, std::string vstoreId) {
-  return secondGeneration("ZrManageHuawei::updateInitiatorWithHostID",
-                          "CXoError ZrManageHuawei::updateInitiatorWithHostID(const string&, const string&, const "
-                          "bool&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::updateInitiatorWithHostID(const string&, const string&, const bool&, "
+             "std::string)")
       .required({&initiatorId, &hostId})
       // The vStore goes in the body only; refusals are logged at level -1.
       .sends(StatusRequest("HuaweiJSONUpdateInitiator::parseResponse",
@@ -211,8 +205,8 @@ CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorI
 CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName, std::string& hostGroupId,
                                                 std::string vstoreId) {
   std::vector<_HuaweiHostGroupInfo> groups;
-  return secondGeneration("ZrManageHuawei::getHostGroupIDFromName",
-                          "CXoError ZrManageHuawei::getHostGroupIDFromName(const string&, std::string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getHostGroupIDFromName(const string&, std::string&, std::string)")
       .guard(GuardStyle::Bare)
       // The empty name speaks of a host.
       .required(hostGroupName, "The entered host name is empty")
@@ -220,15 +214,12 @@ CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName
              {HUAWEI_REQ_GET, byName("hostgroup", hostGroupName, vstoreId), HuaweiOpType::GET_HOST_GROUP_ID_FROM_NAME},
              SecondGenerationTexts::lookup(
                  formatted("[ERROR] Unable to find the information for the hostgroup with name [%s]", hostGroupName)))
-      .run([&](SecondGenerationCall& call) {
-        const _HuaweiHostGroupInfo* group = exactRecord(groups, &_HuaweiHostGroupInfo::name, hostGroupName);
-        if (group == nullptr) {
-          return call.error("[ERROR] Unable to get the information for the host group with Name[%s].", hostGroupName);
-        }
-        hostGroupId = group->id;
-        call.line(0, "Successfully got the information for host group: ID [%s] NAME [%s]", group->id, group->name);
-        return CXoError::Success();
-      });
+      .runFinding(groups, hostGroupName, "[ERROR] Unable to get the information for the host group with Name[%s].",
+                  [&](SecondGenerationCall& call, const _HuaweiHostGroupInfo& group) {
+                    hostGroupId = group.id;
+                    call.line(0, "Successfully got the information for host group: ID [%s] NAME [%s]", group.id,
+                              group.name);
+                  });
 }
 
 CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, std::string const& hostGroupName,
@@ -240,9 +231,8 @@ CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, st
   AdoptionByName<_HuaweiHostGroupInfo> adoption(*this, &ZrManageHuawei::getHostGroupIDFromName, hostGroupInfo,
                                                 renamedAs(hostGroupInfo, wanted), Rendering::AsFormat);
   const std::string failure = formatted("[ERROR] Unable to create hostgroup with name [%s]", hostGroupName);
-  return secondGeneration("ZrManageHuawei::createHostGroup",
-                          "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, "
-                          "std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, std::string)")
       .required(hostGroupName, "[ERROR] The hostgroup name is empty")
       // The answer gives the new group's ID and NAME; the vStore stays as sent.
       .sends(RecordRequest(hostGroupInfo, sanIdentityRules("HuaweiJSONCreateHostGroup::parseResponse"),
@@ -260,8 +250,8 @@ CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std:
                                             std::string vstoreId) {
   const std::string failure =
       formatted("[ERROR] Failed to associate Host [%s] with Host Group [%s]", hostId, hostGroupId);
-  return secondGeneration("ZrManageHuawei::addHostToHostGroup",
-                          "CXoError ZrManageHuawei::addHostToHostGroup(const string&, const string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::addHostToHostGroup(const string&, const string&, std::string)")
       .required({&hostGroupId, &hostId})
       .sends(StatusRequest("HuaweiJSONAssociateHostWithHostGroup::parseResponse",
                            association(hostGroupId, hostId, HuaweiApiValue::OBJECT_TYPE_HOST.getValue(), vstoreId)),
@@ -276,28 +266,24 @@ CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std:
 
 CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGroupId,
                                                       std::vector<_HuaweiLUNHostInfo>& hosts, std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to get the hosts associated with the Host Group [%s]", hostGroupId);
-  return secondGeneration("ZrManageHuawei::getHostAssociatedToHostGroup",
-                          "CXoError ZrManageHuawei::getHostAssociatedToHostGroup(const string&, "
-                          "std::vector<_HuaweiLUNHostInfo>&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getHostAssociatedToHostGroup(const string&, std::vector<_HuaweiLUNHostInfo>&, "
+             "std::string)")
       .required({&hostGroupId})
-      .sends(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostAssociatedWithHostGroup::parseResponse",
-                                               HuaweiResponse::WithoutData::Status)),
-             {HUAWEI_REQ_GET,
-              associatedWith("host/associate", hostGroupId, HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, vstoreId),
-              HuaweiOpType::HOST_GROUP_MEMBERSHIP},
-             SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+      .sendsRefusedAs(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostAssociatedWithHostGroup::parseResponse",
+                                                        HuaweiResponse::WithoutData::Status)),
+                      {HUAWEI_REQ_GET,
+                       associatedWith("host/associate", hostGroupId, HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, vstoreId),
+                       HuaweiOpType::HOST_GROUP_MEMBERSHIP},
+                      formatted("[ERROR] Failed to get the hosts associated with the Host Group [%s]", hostGroupId))
       .runCounting(hosts, "No hosts has been associated with the Host Group [%s] yet",
                    "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]", hostGroupId);
 }
 
 CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGroupId, std::string const& hostId,
                                                      std::string vstoreId) {
-  SecondGenerationCall call = secondGeneration("ZrManageHuawei::isHostAssociatedToHostGroup",
-                                               "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, "
-                                               "const string&, std::string)");
+  SecondGenerationCall call = qualifiedSecondGeneration(
+      "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, const string&, std::string)");
   if (CXoError failed = call.unguarded().required({&hostGroupId, &hostId}).checked(); failed.IsError()) return failed;
   std::vector<_HuaweiLUNHostInfo> hosts;
   // An empty group fails with the text of the inner success, which is empty.

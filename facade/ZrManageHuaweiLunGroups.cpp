@@ -25,8 +25,7 @@ using HuaweiResponse::sanRules;
 CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, std::string& lunGroupId,
                                                std::string vstoreId) {
   std::vector<_HuaweiLunGroupInfo> groups;
-  return secondGeneration("getLUNGroupIDFromName",
-                          "CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
+  return secondGeneration("CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
       .guard(GuardStyle::Bare)
       // The wording is shared with the host lookup.
       .required(lunGroupName, "The entered host name is empty")
@@ -38,15 +37,12 @@ CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, 
              SecondGenerationTexts(
                  formatted("[ERROR] Unable to find the information for the lungroup with name [%s]", lunGroupName))
                  .emptyResponseSays("[ERROR] Empty response is returned from the array"))
-      .run([&](SecondGenerationCall& call) {
-        const _HuaweiLunGroupInfo* group = exactRecord(groups, &_HuaweiLunGroupInfo::name, lunGroupName);
-        if (group == nullptr) {
-          return call.error("[ERROR] Unable to get the information for the lun group with Name[%s].", lunGroupName);
-        }
-        lunGroupId = group->id;
-        call.line(0, "Successfully got the information for lun group: ID [%s] NAME [%s]", group->id, group->name);
-        return CXoError::Success();
-      });
+      .runFinding(groups, lunGroupName, "[ERROR] Unable to get the information for the lun group with Name[%s].",
+                  [&](SecondGenerationCall& call, const _HuaweiLunGroupInfo& group) {
+                    lunGroupId = group.id;
+                    call.line(0, "Successfully got the information for lun group: ID [%s] NAME [%s]", group.id,
+                              group.name);
+                  });
 }
 
 CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::string const& lunGroupName,
@@ -58,65 +54,58 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
   // An adopted group keeps the application type and vStore name the caller's record held.
   AdoptionByName<_HuaweiLunGroupInfo> adoption(*this, &ZrManageHuawei::getLUNGroupIDFromName, lunGroup,
                                                renamedAs(lunGroup, wanted), Rendering::AsWritten);
-  const std::string failure = formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName);
   return secondGeneration(
-             "createLUNGroup",
              "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
       // The wording is shared with the host groups.
       .required(lunGroupName, "[ERROR] The hostgroup name is empty")
-      .sends(RecordRequest(
-                 lunGroup, sanRules("HuaweiJSONCreateLunGroup::parseResponse"),
-                 "{" + quoted("NAME", lunGroupName) + ", " + bare("APPTYPE", appType) + vstore(vstoreId) + "}", wanted),
-             {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP}, SecondGenerationTexts::change(failure))
-      .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                     .line(3, formatted("The lun group with Name [%s] already exists", lunGroupName))
-                     .adopts(),
-                 otherwise().line(3, failure)})
+      .sendsRefusedAs(
+          RecordRequest(lunGroup, sanRules("HuaweiJSONCreateLunGroup::parseResponse"),
+                        "{" + quoted("NAME", lunGroupName) + ", " + bare("APPTYPE", appType) + vstore(vstoreId) + "}",
+                        wanted),
+          {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP},
+          formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName),
+          {on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
+               .line(3, formatted("The lun group with Name [%s] already exists", lunGroupName))
+               .adopts()})
       .adopting(adoption)
       .runTelling("Successfully created the lungroup with Name [%s] ID [%s]", lunGroup.name, lunGroup.id);
 }
 
 CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                   std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId);
   return secondGeneration(
-             "addSnapshotLuntoLunGroup",
              "CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
       // The guard names the LUN operation; callers know it by that text.
       .guard("addLuntoLunGroup")
       .required({&lunGroupId, &lunId})
-      .sends(
+      .sendsRefusedAs(
           StatusRequest("HuaweiJSONAssociateLunWithLunGroup::parseResponse",
                         association(lunGroupId, lunId, HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue(), vstoreId)),
           {HUAWEI_REQ_POST, "lungroup/associate", HuaweiOpType::ADD_SNAPSHOT_LUN_TO_LUN_GROUP},
-          SecondGenerationTexts::change(failure))
-      .reacting({on(HuaweiArrayCode::ALREADY_IN_LUN_GROUP)
-                     .line(0, formatted("The LUN [%s] is already associated to the LUN group [%s]", lunId, lunGroupId))
-                     .done(),
-                 otherwise().line(3, failure)})
+          formatted("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId),
+          {on(HuaweiArrayCode::ALREADY_IN_LUN_GROUP)
+               .line(0, formatted("The LUN [%s] is already associated to the LUN group [%s]", lunId, lunGroupId))
+               .done()})
       .runTelling("Successfully associated the Snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId);
 }
 
 CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId,
                                                             std::vector<_HuaweiLUNSnapshotInfo>& snapshotLuns,
                                                             std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]", lunGroupId);
   // Each snapshot LUN's keys are read in the order the record declares them.
   HuaweiResponse::ReadingRules rules = groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Unsigned64});
   rules.order = HuaweiKeys::KeyOrder::Declared;
-  return secondGeneration("getSnapshotLunAssociatedToLunGroup",
-                          "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
-                          "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
+             "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
       .required({&lunGroupId})
-      .sends(RecordListRequest(snapshotLuns, rules),
-             {HUAWEI_REQ_GET,
-              associatedWith("snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
-              HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
-             SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+      .sendsRefusedAs(
+          RecordListRequest(snapshotLuns, rules),
+          {HUAWEI_REQ_GET,
+           associatedWith("snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
+           HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
+          formatted("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]", lunGroupId))
       .runCounting(snapshotLuns, "No snapshot luns are associated with the lun Group [%s].",
                    "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]", lunGroupId);
 }
@@ -124,7 +113,6 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
 CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                            std::string vstoreId) {
   SecondGenerationCall call = secondGeneration(
-      "isSnapshotLunAssociatedToLunGroup",
       "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)");
   if (CXoError failed = call.unguarded().required({&lunGroupId, &lunId}).checked(); failed.IsError()) return failed;
   std::vector<_HuaweiLUNSnapshotInfo> members;
@@ -140,28 +128,25 @@ CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lu
 
 CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                        std::string vstoreId) {
-  const std::string failure = formatted("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", lunId, lunGroupId);
   const ResourcePath resource = ResourcePath("lungroup/associate")
                                     .add("ID", lunGroupId)
                                     .add("ASSOCIATEOBJID", lunId)
                                     .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue())
                                     .vstore(vstoreId);
   return secondGeneration(
-             "removeSnapshotLunFromLunGroup",
              "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
       .required({&lunGroupId, &lunId})
       // Only the answer is read: the URL carries everything.
-      .sends(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse"),
-             {HUAWEI_REQ_DELETE, resource, HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
-             SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+      .sendsRefusedAs(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse"),
+                      {HUAWEI_REQ_DELETE, resource, HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
+                      formatted("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", lunId, lunGroupId))
       .run([&](SecondGenerationCall& call) {
         call.line(3, "Successfully removed the lun [%s] from lungroup [%s]", lunId, lunGroupId);
       });
 }
 
 CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::string vstoreId) {
-  return secondGeneration("deleteLunGroup", "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
+  return secondGeneration("CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
       .required({&lunGroupId})
       .sends(HuaweiJSONDeleteRequest(),
              {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),

@@ -1,5 +1,4 @@
 // LUNs and LUN snapshots: lookups, and a snapshot's life from creation to deletion.
-#include "ExactRecord.h"
 #include "FormatArguments.h"
 #include "HandBuiltBody.h"
 #include "HuaweiArrayCodes.h"
@@ -56,8 +55,7 @@ RecordRequest<_HuaweiLUNSnapshotInfo> snapshotCreation(_HuaweiLUNSnapshotInfo& c
 }  // namespace
 
 CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& lunId, std::string vstoreId) {
-  return secondGeneration("ZrManageHuawei::getLUNInfo",
-                          "CXoError ZrManageHuawei::getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
+  return qualifiedSecondGeneration("CXoError ZrManageHuawei::getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
       .guard("getLUNINfo", GuardStyle::Bare)
       .required(lunId, "The entered LUN ID is empty")
       .sends(RecordRequest(lunInfo, sanRules("HuaweiJSONGetLUNInfo::parseResponse"))
@@ -80,9 +78,8 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
 
 CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                             bool& notExist, std::string vstoreId) {
-  return secondGeneration("ZrManageHuawei::getLUNSnapshotInfo",
-                          "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, "
-                          "std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
       .guard(GuardStyle::Bare)
       .required(snapshotId, "The entered snapshot ID is empty")
       .sends(RecordRequest(snapshotInfo, sanRules("HuaweiJSONGetLUNSnapshotInfo::parseResponse")),
@@ -100,10 +97,10 @@ CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo
 CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotName,
                                                   bool& /*notExist*/, std::string vstoreId) {
   std::vector<_HuaweiLUNSnapshotInfo> snapshots;
-  const std::string notFound = formatted("[ERROR] Unable to find the snapshot LUN with name [%s]", snapshotName);
-  return secondGeneration("ZrManageHuawei::getLUNSnapshotInfoByName",
-                          "CXoError ZrManageHuawei::getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, "
-                          "bool&, std::string)")
+  const char kNotFound[] = "[ERROR] Unable to find the snapshot LUN with name [%s]";
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, "
+             "std::string)")
       .guard(GuardStyle::Bare)
       // The empty name speaks of an ID.
       .required(snapshotName, "The entered snapshot ID is empty")
@@ -111,21 +108,19 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
                                                    HuaweiResponse::WithoutData::Status)),
              {HUAWEI_REQ_GET, ResourcePath("snapshot").add("filter", "NAME:" + snapshotName).vstore(vstoreId),
               HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME},
-             SecondGenerationTexts::lookup(notFound))
-      .run([&](SecondGenerationCall& call) {
-        const _HuaweiLUNSnapshotInfo* found = exactRecord(snapshots, &_HuaweiLUNSnapshotInfo::name, snapshotName);
-        if (found == nullptr) return call.error(notFound);
-        snapshotInfo = *found;
-        call.line(0, "Found the snapshot LUN with name [%s]", snapshotName);
-        return CXoError::Success();
-      });
+             SecondGenerationTexts::lookup(formatted(kNotFound, snapshotName)))
+      .runFinding(snapshots, snapshotName, kNotFound,
+                  [&](SecondGenerationCall& call, const _HuaweiLUNSnapshotInfo& found) {
+                    snapshotInfo = found;
+                    call.line(0, "Found the snapshot LUN with name [%s]", snapshotName);
+                  });
 }
 
 CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& lunId,
                                            std::string const& snapshotName, std::string vstoreId) {
-  return secondGeneration("ZrManageHuawei::createLUNSnapshot",
-                          "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const "
-                          "string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const string&, "
+             "std::string)")
       .required({&lunId, &snapshotName})
       .sends(snapshotCreation(snapshotInfo, lunId, snapshotName, vstoreId, false),
              {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT})
@@ -141,15 +136,13 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
 
 CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                                std::string const& copyName, std::string vstoreId) {
-  const std::string failure = formatted("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId);
-  return secondGeneration("ZrManageHuawei::createLUNSnapshotCopy",
-                          "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, "
-                          "const string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, "
+             "std::string)")
       .required({&snapshotId, &copyName})
-      .sends(snapshotCreation(snapshotInfo, snapshotId, copyName, vstoreId, true),
-             {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
-             SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+      .sendsRefusedAs(snapshotCreation(snapshotInfo, snapshotId, copyName, vstoreId, true),
+                      {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
+                      formatted("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId))
       .run([&](SecondGenerationCall& call) {
         call.line(0, "Successfully created snapshot copy for snapshot with ID [%s]", snapshotId);
         call.line(3, "Snapshot ID [%s]", snapshotInfo.id);
@@ -161,9 +154,9 @@ CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotI
 
 CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& snapshotIds, std::string vstoreId) {
   const std::string list = joinedIds(snapshotIds);
-  return secondGeneration("ZrManageHuawei::activateLUNSnapshot",
-                          "CXoError ZrManageHuawei::activateLUNSnapshot(const "
-                          "std::vector<std::__cxx11::basic_string<char> >&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::activateLUNSnapshot(const std::vector<std::__cxx11::basic_string<char> >&, "
+             "std::string)")
       .required(snapshotIds, "[ERROR] Invalid input parameters")
       .sends(StatusRequest("HuaweiJSONActivateLUNSnapshot::parseResponse",
                            "{\"SNAPSHOTLIST\":[" + list + "]" + vstore(vstoreId) + "}"),
@@ -180,8 +173,7 @@ CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& sna
 }
 
 CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bool& notExist, std::string vstoreId) {
-  return secondGeneration("ZrManageHuawei::deActivateLUNSnapshot",
-                          "CXoError ZrManageHuawei::deActivateLUNSnapshot(const string&, bool&, std::string)")
+  return qualifiedSecondGeneration("CXoError ZrManageHuawei::deActivateLUNSnapshot(const string&, bool&, std::string)")
       .required({&snapshotId})
       .sends(StatusRequest("HuaweiJSONDeActivateLUNSnapshot::parseResponse",
                            "{" + quoted("ID", snapshotId) + " " + vstore(vstoreId) + "}"),
@@ -196,8 +188,7 @@ CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bo
 }
 
 CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::string vstoreId) {
-  return secondGeneration("ZrManageHuawei::deleteLUNSnapshot",
-                          "CXoError ZrManageHuawei::deleteLUNSnapshot(const string&, std::string)")
+  return qualifiedSecondGeneration("CXoError ZrManageHuawei::deleteLUNSnapshot(const string&, std::string)")
       .required(snapshotId, "[ERROR] The LUN snapshot ID is empty")
       .sends(StatusRequest("HuaweiJSONDeleteLUNSnapshot::parseResponse"),
              {HUAWEI_REQ_DELETE, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
@@ -216,8 +207,8 @@ CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::s
 
 CXoError ZrManageHuawei::revertLUNSnapshot(std::string const& snapshotId, std::string const& rollbackSpeed,
                                            std::string vstoreId) {
-  return secondGeneration("ZrManageHuawei::revertLUNSnapshot",
-                          "CXoError ZrManageHuawei::revertLUNSnapshot(const string&, const string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::revertLUNSnapshot(const string&, const string&, std::string)")
       .required({&snapshotId})
       // The array's words are not read here: the refusal says "[ERROR] " and no more, and the detail
       // stands in the transport's log.

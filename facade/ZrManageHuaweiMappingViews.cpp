@@ -2,7 +2,6 @@
 // detach them, and list what a view holds and which views hold a LUN group.
 #include "AdoptionByName.h"
 #include "AssociationResource.h"
-#include "ExactRecord.h"
 #include "FormatArguments.h"
 #include "HandBuiltBody.h"
 #include "HuaweiApiValues.h"
@@ -92,7 +91,6 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
                                                   std::string const& mappingViewName, std::string vstoreId) {
   std::vector<_HuaweiLUNMappingView> views;
   return secondGeneration(
-             "getMappingViewInfoByName",
              "CXoError ZrManageHuawei::getMappingViewInfoByName(HuaweiLUNMappingView_t&, const string&, std::string)")
       .guard(GuardStyle::Bare)
       // One text for both lookups.
@@ -103,22 +101,18 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
              SecondGenerationTexts(
                  formatted("[ERROR] Unable to find the information for mapping view with name [%s]", mappingViewName))
                  .emptyResponseSays("[ERROR] Empty response is returned from the array"))
-      .run([&](SecondGenerationCall& call) {
-        const _HuaweiLUNMappingView* view = exactRecord(views, &_HuaweiLUNMappingView::name, mappingViewName);
-        if (view == nullptr) {
-          return call.error("[ERROR] Unable to get the information for mapping view with Name[%s].", mappingViewName);
-        }
-        mappingView = *view;
-        call.line(0, "Successfully got the information for mapping view with Name [%s]. ID [%s]", view->name, view->id);
-        return CXoError::Success();
-      });
+      .runFinding(views, mappingViewName, "[ERROR] Unable to get the information for mapping view with Name[%s].",
+                  [&](SecondGenerationCall& call, const _HuaweiLUNMappingView& view) {
+                    mappingView = view;
+                    call.line(0, "Successfully got the information for mapping view with Name [%s]. ID [%s]", view.name,
+                              view.id);
+                  });
 }
 
 CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewId,
                                                 std::string vstoreId) {
   std::vector<_HuaweiLUNMappingView> views;
   return secondGeneration(
-             "getMappingViewInfoByID",
              "CXoError ZrManageHuawei::getMappingViewInfoByID(HuaweiLUNMappingView_t&, const string&, std::string)")
       .guard(GuardStyle::Bare)
       .required(mappingViewId, "The entered mapping view ID is empty")
@@ -147,21 +141,18 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
   wanted.vstoreId = vstoreId;
   AdoptionByName<_HuaweiLUNMappingView> adoption(*this, &ZrManageHuawei::getMappingViewInfoByName, mappingView, wanted,
                                                  Rendering::AsWritten);
-  const std::string failure = formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName);
   return secondGeneration(
-             "createMappingView",
              "CXoError ZrManageHuawei::createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)")
       // The wording is shared with the host groups.
       .required(mappingViewName, "[ERROR] The hostgroup name is empty")
       // The answer gives the view's ID and NAME; the vStore identifier stays as sent, its name empty.
-      .sends(RecordRequest(mappingView, sanIdentityRules("HuaweiJSONCreateMappingView::parseResponse"),
-                           "{" + quoted("NAME", mappingViewName) + " " + vstore(vstoreId) + "}", wanted),
-             {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
-             SecondGenerationTexts::change(failure))
-      .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                     .line(3, formatted("The mapping view with Name [%s] already exists", mappingViewName))
-                     .adopts(),
-                 otherwise().line(3, failure)})
+      .sendsRefusedAs(RecordRequest(mappingView, sanIdentityRules("HuaweiJSONCreateMappingView::parseResponse"),
+                                    "{" + quoted("NAME", mappingViewName) + " " + vstore(vstoreId) + "}", wanted),
+                      {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
+                      formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName),
+                      {on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
+                           .line(3, formatted("The mapping view with Name [%s] already exists", mappingViewName))
+                           .adopts()})
       .adopting(adoption)
       .runTelling("Successfully created the mapping view with Name [%s] ID [%s]", mappingView.name, mappingView.id);
 }
@@ -169,8 +160,7 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
 CXoError ZrManageHuawei::addHostGroupToMappingView(std::string const& hostGroupId, std::string const& mappingViewId,
                                                    std::string vstoreId) {
   return attach(
-      secondGeneration("addHostGroupToMappingView",
-                       "CXoError ZrManageHuawei::addHostGroupToMappingView(const string&, const string&, std::string)"),
+      secondGeneration("CXoError ZrManageHuawei::addHostGroupToMappingView(const string&, const string&, std::string)"),
       {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_ALREADY_IN_MAPPING_VIEW,
        HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW, "HuaweiJSONAssociateHostGroupWithMappingView::parseResponse",
        true},
@@ -180,8 +170,7 @@ CXoError ZrManageHuawei::addHostGroupToMappingView(std::string const& hostGroupI
 CXoError ZrManageHuawei::addLunGroupToMappingView(std::string const& lunGroupId, std::string const& mappingViewId,
                                                   std::string vstoreId) {
   return attach(
-      secondGeneration("addLunGroupToMappingView",
-                       "CXoError ZrManageHuawei::addLunGroupToMappingView(const string&, const string&, std::string)"),
+      secondGeneration("CXoError ZrManageHuawei::addLunGroupToMappingView(const string&, const string&, std::string)"),
       {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_ALREADY_IN_MAPPING_VIEW,
        HuaweiOpType::ADD_LUN_GROUP_TO_MAPPING_VIEW, "HuaweiJSONAssociateLunGroupWithMappingView::parseResponse", false},
       lunGroupId, mappingViewId, vstoreId);
@@ -190,21 +179,18 @@ CXoError ZrManageHuawei::addLunGroupToMappingView(std::string const& lunGroupId,
 CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& mappingViewId,
                                                             std::vector<_HuaweiLunGroupInfo>& lunGroups,
                                                             std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to get the lun groups associated with the mappingview [%s]", mappingViewId);
-  return secondGeneration("getLunGroupAssociatedToMappingView",
-                          "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, "
-                          "std::vector<_HuaweiLunGroupInfo>&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, "
+             "std::vector<_HuaweiLunGroupInfo>&, std::string)")
       .required({&mappingViewId})
-      .sends(
+      .sendsRefusedAs(
           RecordListRequest(lunGroups, groupListRules("HuaweiJSONGetLunGroupAssociatedWithMappingView::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Signed32}))
               .readBy(&_HuaweiLunGroupInfo::parseFromJson),
           {HUAWEI_REQ_GET,
            associatedWith("lungroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId),
            HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
-          SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+          formatted("[ERROR] Failed to get the lun groups associated with the mappingview [%s]", mappingViewId))
       .runCounting(lunGroups, "No lun groups are associated with the mappingview [%s].",
                    "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]",
                    mappingViewId);
@@ -213,20 +199,17 @@ CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& m
 CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& mappingViewId,
                                                              std::vector<_HuaweiHostGroupInfo>& hostGroups,
                                                              std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to get the host groups associated with the mappingview [%s]", mappingViewId);
-  return secondGeneration("getHostGroupAssociatedToMappingView",
-                          "CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(const string&, "
-                          "std::vector<_HuaweiHostGroupInfo>&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(const string&, "
+             "std::vector<_HuaweiHostGroupInfo>&, std::string)")
       .required({&mappingViewId})
-      .sends(
+      .sendsRefusedAs(
           RecordListRequest(hostGroups, groupListRules("HuaweiJSONGetHostGroupAssociatedWithMappingView::parseResponse",
                                                        HuaweiResponse::StatusReport())),
           {HUAWEI_REQ_GET,
            associatedWith("hostgroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId),
            HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
-          SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+          formatted("[ERROR] Failed to get the host groups associated with the mappingview [%s]", mappingViewId))
       .runCounting(hostGroups, "No host groups are associated with the mappingview [%s].",
                    "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]",
                    mappingViewId);
@@ -235,18 +218,16 @@ CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& 
 CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& lunGroupId,
                                                             std::vector<_HuaweiLUNMappingView>& mappingViews,
                                                             std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]", lunGroupId);
-  return secondGeneration("getMappingViewAssociatedToLunGroup",
-                          "CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(const string&, "
-                          "std::vector<_HuaweiLUNMappingView>&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(const string&, "
+             "std::vector<_HuaweiLUNMappingView>&, std::string)")
       .required({&lunGroupId})
-      .sends(RecordListRequest(mappingViews, viewListRules()),
-             {HUAWEI_REQ_GET,
-              associatedWith("mapping/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
-              HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP},
-             SecondGenerationTexts::change(failure))
-      .reacting({otherwise().line(3, failure)})
+      .sendsRefusedAs(
+          RecordListRequest(mappingViews, viewListRules()),
+          {HUAWEI_REQ_GET,
+           associatedWith("mapping/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
+           HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP},
+          formatted("[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]", lunGroupId))
       .runCounting(mappingViews, "No mappingviews are associated with the lungroup with ID [%s]",
                    "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]",
                    lunGroupId);
@@ -255,27 +236,27 @@ CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& l
 CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(std::string const& lunGroupId,
                                                                std::string const& mappingViewId, std::string vstoreId) {
   // The guard's name is shorter than the operation's; callers know it by that text.
-  return detach(secondGeneration("removeLunGroupAssociatedToMappingView",
-                                 "CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(const string&, const "
-                                 "string&, std::string)"),
-                {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_DOES_NOT_EXIST,
-                 HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW, "removeLunGroupToMappingView"},
-                lunGroupId, mappingViewId, vstoreId);
+  return detach(
+      secondGeneration(
+          "CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(const string&, const string&, std::string)"),
+      {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_DOES_NOT_EXIST,
+       HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW, "removeLunGroupToMappingView"},
+      lunGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(std::string const& hostGroupId,
                                                                 std::string const& mappingViewId,
                                                                 std::string vstoreId) {
-  return detach(secondGeneration("removeHostGroupAssociatedToMappingView",
-                                 "CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(const string&, const "
-                                 "string&, std::string)"),
-                {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_DOES_NOT_EXIST,
-                 HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW, nullptr},
-                hostGroupId, mappingViewId, vstoreId);
+  return detach(
+      secondGeneration(
+          "CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(const string&, const string&, std::string)"),
+      {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_DOES_NOT_EXIST,
+       HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW, nullptr},
+      hostGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std::string vstoreId) {
-  return secondGeneration("deleteMappingView", "CXoError ZrManageHuawei::deleteMappingView(const string&, std::string)")
+  return secondGeneration("CXoError ZrManageHuawei::deleteMappingView(const string&, std::string)")
       .required({&mappingViewId})
       // A view that is gone is a failure here.
       .sends(HuaweiJSONDeleteRequest(),

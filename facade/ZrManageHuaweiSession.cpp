@@ -138,8 +138,12 @@ FirstGenerationCall ZrManageHuawei::firstGeneration(OperationLog& log) {
   return FirstGenerationCall(*m_restApi, m_initialized, log);
 }
 
-SecondGenerationCall ZrManageHuawei::secondGeneration(const char* logName, const char* signature) {
-  return SecondGenerationCall(*m_restApi, m_initialized, m_debug, logName, m_jobId, signature);
+SecondGenerationCall ZrManageHuawei::secondGeneration(const char* signature) {
+  return SecondGenerationCall(*m_restApi, m_initialized, m_debug, signature, LogName::Operation, m_jobId);
+}
+
+SecondGenerationCall ZrManageHuawei::qualifiedSecondGeneration(const char* signature) {
+  return SecondGenerationCall(*m_restApi, m_initialized, m_debug, signature, LogName::Qualified, m_jobId);
 }
 
 ThirdGenerationCall ZrManageHuawei::thirdGeneration(const char* logName, const char* operationName) {

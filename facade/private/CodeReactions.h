@@ -96,6 +96,11 @@ class CodeReactions {
   CodeReactions() = default;
   CodeReactions(std::initializer_list<CodeReaction> rows) : m_rows(rows) {}
 
+  // A row after the others.
+  CodeReactions& add(CodeReaction row) {
+    m_rows.push_back(std::move(row));
+    return *this;
+  }
   // A line told for every refusal that a row answers, before the row's own lines.
   CodeReactions& everyRefusalTold(int level, std::string text) {
     m_lines.push_back(ReactionLine{level, std::move(text), false});

@@ -6,7 +6,15 @@
 
 namespace {
 const char kSourceFile[] = "ZrManageHuawei.cpp";
+
+// "ZrManageHuawei::name" out of "<result> ZrManageHuawei::name(<parameters>)", or "name" alone.
+std::string logNameOf(const std::string& signature, LogName naming) {
+  const std::size_t open = signature.find('(');
+  const std::size_t start = signature.rfind(' ', open) + 1;
+  const std::size_t name = naming == LogName::Qualified ? start : signature.rfind(':', open) + 1;
+  return signature.substr(name, open - name);
 }
+}  // namespace
 
 SecondGenerationTexts SecondGenerationTexts::lookup(std::string requestFailed) {
   SecondGenerationTexts texts(std::move(requestFailed));
@@ -32,11 +40,11 @@ CXoError SecondGenerationCall::error(const std::string& words, Rendering renderi
 }
 
 SecondGenerationCall::SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug,
-                                           const char* logName, unsigned long long jobId, const char* signature)
-    : OwnLog(debug, logName, jobId),
+                                           const char* signature, LogName naming, unsigned long long jobId)
+    : OwnLog(debug, logNameOf(signature, naming), jobId),
       PlainCallBase(transport, sessionOpen, m_ownLog),
       m_signature(signature),
-      m_guardName(operationName(logName)) {}
+      m_guardName(operationName(m_name.c_str())) {}
 
 SecondGenerationCall& SecondGenerationCall::guard(const char* operationName, GuardStyle style) {
   m_guardName = operationName;

@@ -14,6 +14,7 @@
 
 #include "CXoError.h"
 #include "CodeReactions.h"
+#include "ExactRecord.h"
 #include "FailureTexts.h"
 #include "FormatArguments.h"
 #include "OperationLog.h"
@@ -50,22 +51,27 @@ class Adoption {
   ~Adoption() = default;
 };
 
+// What a call's lines are tagged with, taken from its signature: the operation's name
+// ("deleteLunGroup") or that name with its class ("ZrManageHuawei::deleteLunGroup").
+enum class LogName { Operation, Qualified };
+
 // The log a call writes under the operation's name; a base of its own, so that it is made before
-// the frame that writes to it.
+// the frame that writes to it. A call is never moved, so the log may point into the name it holds.
 class OwnLog {
  protected:
-  OwnLog(TkDebug& debug, const char* name, unsigned long long jobId)
-      : m_ownLog(OperationLog::facade(debug, name, jobId)) {}
+  OwnLog(TkDebug& debug, std::string name, unsigned long long jobId)
+      : m_name(std::move(name)), m_ownLog(OperationLog::facade(debug, m_name.c_str(), jobId)) {}
+  const std::string m_name;
   OperationLog m_ownLog;
 };
 
 class SecondGenerationCall : private OwnLog, public PlainCallBase {
  public:
-  // Lines go through `debug` under logName; signature is the operation's signature as text, e.g.
-  // "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)". The guard names the
-  // operation as logName does, without "ZrManageHuawei::".
-  SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* logName,
-                       unsigned long long jobId, const char* signature);
+  // signature is the operation's signature as text, e.g. "CXoError ZrManageHuawei::deleteLunGroup(const
+  // string&, std::string)"; lines go through `debug` under the name in it, as `naming` says. The
+  // guard names the operation without "ZrManageHuawei::".
+  SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* signature,
+                       LogName naming, unsigned long long jobId);
 
   // A guard that names operationName, where the operation is known by another name.
   SecondGenerationCall& guard(const char* operationName, GuardStyle style = GuardStyle::ErrorPrefix);
@@ -87,6 +93,14 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   SecondGenerationCall& sends(Request&& request, PlainCall call,
                               SecondGenerationTexts texts = SecondGenerationTexts::change("")) {
     return sends(keep(std::move(request), m_ownLog.jobId()), std::move(call), std::move(texts));
+  }
+  // A change whose refusals that no row of `reactions` answers are told at level 3 and fail in the
+  // same words.
+  template <class Request>
+  SecondGenerationCall& sendsRefusedAs(Request&& request, PlainCall call, const std::string& failure,
+                                       CodeReactions reactions = {}) {
+    sends(std::forward<Request>(request), std::move(call), SecondGenerationTexts::change(failure));
+    return reacting(std::move(reactions.add(otherwise().line(3, failure))));
   }
   // Refused sends that no row answers fail in the texts' words, told nowhere.
   SecondGenerationCall& reacting(CodeReactions reactions) { return m_reactions = std::move(reactions), *this; }
@@ -139,6 +153,19 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
       } else {
         call.line(0, counted, ownerId, static_cast<unsigned long long>(records.size()));
       }
+    });
+  }
+
+  // The whole description, for a lookup by name: the record named exactly `name` is handed, with
+  // this call, to `take`, which tells the success line; none is an error in `missing`'s words, a
+  // format of the name.
+  template <class Record, class Take>
+  CXoError runFinding(const std::vector<Record>& records, const std::string& name, const char* missing, Take&& take) {
+    return run([&](SecondGenerationCall& call) {
+      const Record* record = exactRecord(records, &Record::name, name);
+      if (record == nullptr) return call.error(missing, name);
+      take(call, *record);
+      return CXoError::Success();
     });
   }
 
