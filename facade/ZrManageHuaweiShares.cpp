@@ -163,7 +163,7 @@ bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string cons
       .guard("getShareInfoByName", kErrorPrefix)
       .refusing(shareName.empty(), "[ERROR] The share name is empty.")
       .refusing(resource.str().empty(), "[ERROR] Unable to get the resource details.")
-      .sends(RecordListRequest(shares, shareListRules()), {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
+      .sends(HuaweiJSONGetShareInfo(shares, shareListRules()), {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
              lookupTexts(failed))
       .run([&] {
         // The array's name filter narrowed the CIFS list already; the exact test here is final.
@@ -186,7 +186,7 @@ bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string cons
       .guard("getShareInfoByFSID", kErrorPrefix)
       .refusing(protocol != kNFSProtocol, "[ERROR] API is supported only for NFS shares")
       .refusing(fileSystemId.empty(), "[ERROR] The file system ID is empty")
-      .sends(RecordListRequest(shares, shareListRules()), {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
+      .sends(HuaweiJSONGetShareInfo(shares, shareListRules()), {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
              lookupTexts(failed))
       .run([&] {
         // Only a single share of that file system counts; two are as good as none.
@@ -238,7 +238,7 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
     return true;
   }
   return call
-      .sends(DeletionRequest(kShareParserLog),
+      .sends(HuaweiJSONDeleteCIFSShare(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath("cifshare").segment(share.id, "share ID").vstore(vstoreId),
               HuaweiOpType::DELETE_CIFS_SHARE},
              FirstGenerationTexts("Unable to delete the CIFS share"))
@@ -317,7 +317,7 @@ bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vsto
   const std::string failed = YbString::Format("[ERROR] Unable to delete the NFS share with ID [%s].", shareId.c_str());
   return firstGeneration(log)
       .required(shareId, "ShareID")
-      .sends(DeletionRequest(kShareParserLog),
+      .sends(HuaweiJSONDeleteNFSShare(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId),
               HuaweiOpType::DELETE_NFS_SHARE},
              FirstGenerationTexts(failed))
@@ -328,7 +328,8 @@ bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionI
                                             std::string vstoreId) {
   OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissions", m_jobId);
   return firstGeneration(log)
-             .sends(RecordListRequest(permissions, {kShareParserLog, HuaweiResponse::WithoutData::Fatal}),
+             .sends(HuaweiJSONGetNFSSharePermissionInfo(permissions,
+                                                        {kShareParserLog, HuaweiResponse::WithoutData::Fatal}),
                     {HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId),
                      HuaweiOpType::GET_NFS_SHARE_PERMISSIONS},
                     FirstGenerationTexts("Unable to get the permissions list for NFS Share"))
@@ -370,7 +371,7 @@ bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, s
   // Gone already is what a deletion wants; the prefix stands in the text all the same.
   return firstGeneration(log)
       .required(permissionId, "PermissionID")
-      .sends(DeletionRequest(kShareParserLog),
+      .sends(HuaweiJSONDeleteNFSSharePermission(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),
               HuaweiOpType::DELETE_NFS_SHARE_PERMISSION},
              FirstGenerationTexts())

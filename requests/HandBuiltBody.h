@@ -51,10 +51,10 @@ inline std::string vstore(const std::string& vstoreId) {
 
 // The body that ties an object to its owner: {"ID":"owner", "ASSOCIATEOBJID":"object",
 // "ASSOCIATEOBJTYPE":type} with the vStore piece right before the brace.
-inline std::string association(const std::string& ownerId, const std::string& objectId, const std::string& objectType,
+inline std::string association(const std::string& ownerId, const std::string& objectId, const std::string& objectTypeText,
                                const std::string& vstoreId) {
   return "{" + quoted("ID", ownerId) + ", " + quoted("ASSOCIATEOBJID", objectId) + ", " +
-         bare("ASSOCIATEOBJTYPE", objectType) + vstore(vstoreId) + "}";
+         bare("ASSOCIATEOBJTYPE", objectTypeText) + vstore(vstoreId) + "}";
 }
 
 }  // namespace HandBuiltPiece

@@ -11,6 +11,13 @@
 // Where the share requests write: "parseResponse", every line at level 3.
 extern const HuaweiResponse::ParserLog kShareParserLog;
 
+// The share requests that only name what they list or delete are generic ones, under their own names.
+using HuaweiJSONGetShareInfo = RecordListRequest<_HuaweiShareInfo, std::list>;
+using HuaweiJSONGetNFSSharePermissionInfo = RecordListRequest<_HuaweiNFSSharePermissionInfo, std::list>;
+using HuaweiJSONDeleteCIFSShare = DeletionRequest;
+using HuaweiJSONDeleteNFSShare = DeletionRequest;
+using HuaweiJSONDeleteNFSSharePermission = DeletionRequest;
+
 // Every CIFS permission of the array (or vStore). Behind the first element that names a vStore,
 // every later one is given that element's vStore, whatever it says itself.
 class HuaweiJSONGetCIFSSharePermissionInfo : public HuaweiJSONRecordList<_HuaweiCIFSSharePermissionInfo, std::list> {
