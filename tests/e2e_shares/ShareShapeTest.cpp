@@ -7,10 +7,7 @@ namespace zrtest {
 // File system 7 ("fs1") in vStore 3 with a CIFS share "docs" and an NFS share of /fs1/export,
 // each with one permission.
 ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei& array) {
-  arraysim::FileSystemInfo info;
-  info.id = "7";
-  info.vstoreId = "3";
-  sim.fileSystems().create("fs1", info);
+  sim.fileSystems().create("fs1", FileSystemOf("7", "3"));
   ShapeScene scene;
   std::string unused;
   EXPECT_TRUE(array.createCIFSShare(scene["cifs"], "docs", "/fs1/docs", "7", "3"));

@@ -6,10 +6,7 @@ namespace zrtest {
 
 // File system 7 of vStore 3 with three snapshots, and a change-list session between the first two.
 ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei& array) {
-  arraysim::FileSystemInfo info;
-  info.id = "7";
-  info.vstoreId = "3";
-  sim.fileSystems().create("fs1", info);
+  sim.fileSystems().create("fs1", FileSystemOf("7", "3"));
   sim.files("7").writeFile("/a.txt", 1);
   ShapeScene scene{{"base", sim.snapshots().take("7", "base")}};
   sim.files("7").writeFile("/a.txt", 2);
