@@ -42,7 +42,7 @@ ResourcePath byName(const char* resource, const std::string& name, const std::st
 
 CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo, std::string const& initiatorId,
                                                 bool const& isISCSI, std::string vstoreId) {
-  HuaweiJSONGetInitiatorInfo request(m_jobId);
+  std::vector<_HuaweiInitiator> initiators;
   const InitiatorKind kind(isISCSI);
   const std::string absent =
       formatted("[ERROR] The [%s] initiator information with ID [%s] does not exist", kind.text, initiatorId);
@@ -51,7 +51,7 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
              "std::string)")
       .guard(GuardStyle::Bare)
       .required(initiatorId, "The entered initiator ID is empty")
-      .sends(request,
+      .sends(HuaweiJSONGetInitiatorInfo(initiators),
              {HUAWEI_REQ_GET, ResourcePath(kind.resource).segment(initiatorId, "initiatorId").vstore(vstoreId),
               HuaweiOpType::GET_INITIATOR_INFO},
              SecondGenerationTexts::lookup(""))
@@ -59,31 +59,22 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
       .reacting({on(HuaweiArrayCode::INITIATOR_DOES_NOT_EXIST).fails(absent),
                  otherwise().line(3, absent).fails(formatted(
                      "[ERROR] Unable to find [%s] initiator information with ID [%s]", kind.text, initiatorId))})
-      .run([&](SecondGenerationCall& call) {
-        std::vector<_HuaweiInitiator> initiators;
-        request.getInitiatorInfo(initiators);
-        const _HuaweiInitiator* found = exactRecord(initiators, &_HuaweiInitiator::id, initiatorId);
-        if (found == nullptr) {
-          return call.error("[ERROR] Unable to find the [%s] initiator with ID [%s].", kind.text, initiatorId);
-        }
-        initiatorInfo = *found;
-        call.line(0, "Found the initiator information associted with ID [%s]", initiatorId);
-        return CXoError::Success();
-      });
+      .runFinding(initiators, &_HuaweiInitiator::id, initiatorId, Listed::Any,
+                  formatted("[ERROR] Unable to find the [%s] initiator with ID [%s].", kind.text, initiatorId),
+                  initiatorInfo, "Found the initiator information associted with ID [%s]", &_HuaweiInitiator::id);
 }
 
 CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiators, bool const& isISCSI,
                                           std::string vstoreId) {
-  HuaweiJSONGetInitiatorInfo request(m_jobId);
   const InitiatorKind kind(isISCSI);
   return qualifiedSecondGeneration(
              "CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, std::string)")
       .guard("getISCSIInitiatorInfo", GuardStyle::Bare)
       // These words for both kinds.
-      .sends(request, {HUAWEI_REQ_GET, ResourcePath(kind.resource).vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO},
+      .sends(HuaweiJSONGetInitiatorInfo(initiators),
+             {HUAWEI_REQ_GET, ResourcePath(kind.resource).vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO},
              SecondGenerationTexts::lookup("[ERROR] Unable to find the ISCSI initiators"))
       .run([&](SecondGenerationCall& call) {
-        request.getInitiatorInfo(initiators);
         if (initiators.empty()) return call.error("[ERROR] Unable to get the initiator information");
         call.line(0, "Successfully fetched the information for all [%s] initiators. Count [%llu]", kind.text,
                   static_cast<unsigned long long>(initiators.size()));
@@ -115,37 +106,30 @@ CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std:
              {HUAWEI_REQ_GET, byName("host", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME},
              SecondGenerationTexts::lookup(
                  formatted("[ERROR] Unable to find the information for the host with name [%s]", hostName)))
-      .runFinding(hosts, hostName, "[ERROR] Unable to get the information for the host with Name[%s].",
-                  [&](SecondGenerationCall& call, const _HuaweiLUNHostInfo& host) {
-                    hostId = host.id;
-                    call.line(0, "Successfully got the information for host:  ID: [%s] NAME: [%s]", host.id, host.name);
-                  });
+      .runFinding(hosts, hostName, "[ERROR] Unable to get the information for the host with Name[%s].", hostId,
+                  "Successfully got the information for host:  ID: [%s] NAME: [%s]", &_HuaweiLUNHostInfo::id,
+                  &_HuaweiLUNHostInfo::name);
 }
 
 CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string const& hostName, std::string vstoreId,
                                     bool useOsCode7) {
-  _HuaweiLUNHostInfo wanted;
-  wanted.name = hostName;
+  _HuaweiLUNHostInfo wanted = namedRecord<_HuaweiLUNHostInfo>(hostName, vstoreId);
   wanted.operatingSystem = ConvertToString::to_string<int>(useOsCode7 ? 7 : 0);
-  wanted.vstoreId = vstoreId;
-  AdoptionByName<_HuaweiLUNHostInfo> adoption(*this, &ZrManageHuawei::getHostIDFromHostName, hostInfo, wanted,
-                                              Rendering::AsFormat);
-  const std::string failure =
-      formatted("[ERROR] Unable to create host with name [%s] operating system [%s]", hostName, wanted.operatingSystem);
   return qualifiedSecondGeneration(
              "CXoError ZrManageHuawei::createHost(HuaweiLUNHostInfo_t&, const string&, std::string, bool)")
       .guard("createLUNSnapshot")
       .required(hostName, "[ERROR] The hostname is empty")
-      .sends(RecordRequest(hostInfo, sanRules("HuaweiJSONCreateHost::parseResponse"),
-                           "{" + quoted("NAME", hostName) + ", " + quoted("OPERATIONSYSTEM", wanted.operatingSystem) +
-                               " " + vstore(vstoreId) + "}",
-                           wanted),
-             {HUAWEI_REQ_POST, "host", HuaweiOpType::CREATE_HOST})
-      .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                     .line(3, formatted("The host [%s] already exists", hostName))
-                     .adopts(),
-                 otherwise().line(3, failure).fails(failure)})
-      .adopting(adoption)
+      .sendsRefusedAs(
+          RecordRequest(hostInfo, sanRules("HuaweiJSONCreateHost::parseResponse"),
+                        "{" + quoted("NAME", hostName) + ", " + quoted("OPERATIONSYSTEM", wanted.operatingSystem) +
+                            " " + vstore(vstoreId) + "}",
+                        wanted),
+          {HUAWEI_REQ_POST, "host", HuaweiOpType::CREATE_HOST},
+          formatted("[ERROR] Unable to create host with name [%s] operating system [%s]", hostName,
+                    wanted.operatingSystem))
+      .adoptingNamed(
+          formatted("The host [%s] already exists", hostName),
+          AdoptionByName(*this, &ZrManageHuawei::getHostIDFromHostName, hostInfo, wanted, Rendering::AsFormat))
       .runTelling("Successfully created the host with name [%s]", hostInfo.name);
 }
 
@@ -189,16 +173,14 @@ CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorI
              "std::string)")
       .required({&initiatorId, &hostId})
       // The vStore goes in the body only; refusals are logged at level -1.
-      .sends(StatusRequest("HuaweiJSONUpdateInitiator::parseResponse",
-                           "{" + quoted("PARENTID", hostId) + " " + vstore(vstoreId) + "}",
-                           {HuaweiResponse::CodeWidth::Signed32, -1}),
-             {HUAWEI_REQ_PUT, ResourcePath(InitiatorKind(isISCSI).resource).segment(initiatorId, "initiatorId"),
-              HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID})
-      .reacting(
-          {otherwise()
-               .line(3, formatted("[ERROR] Failed to associate initiator ID [%s] to Host ID [%s]", initiatorId, hostId))
-               .fails(
-                   formatted("[ERROR] Failed to associate initiator ID[%s]  with Host ID[%s]", initiatorId, hostId))})
+      .sendsRefusedAs(
+          StatusRequest("HuaweiJSONUpdateInitiator::parseResponse",
+                        "{" + quoted("PARENTID", hostId) + " " + vstore(vstoreId) + "}",
+                        {HuaweiResponse::CodeWidth::Signed32, -1}),
+          {HUAWEI_REQ_PUT, ResourcePath(InitiatorKind(isISCSI).resource).segment(initiatorId, "initiatorId"),
+           HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID},
+          {formatted("[ERROR] Failed to associate initiator ID [%s] to Host ID [%s]", initiatorId, hostId),
+           formatted("[ERROR] Failed to associate initiator ID[%s]  with Host ID[%s]", initiatorId, hostId)})
       .runTelling("Successfully associated the initiator with ID [%s] to the Host ID [%s]", initiatorId, hostId);
 }
 
@@ -215,52 +197,41 @@ CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName
              SecondGenerationTexts::lookup(
                  formatted("[ERROR] Unable to find the information for the hostgroup with name [%s]", hostGroupName)))
       .runFinding(groups, hostGroupName, "[ERROR] Unable to get the information for the host group with Name[%s].",
-                  [&](SecondGenerationCall& call, const _HuaweiHostGroupInfo& group) {
-                    hostGroupId = group.id;
-                    call.line(0, "Successfully got the information for host group: ID [%s] NAME [%s]", group.id,
-                              group.name);
-                  });
+                  hostGroupId, "Successfully got the information for host group: ID [%s] NAME [%s]",
+                  &_HuaweiHostGroupInfo::id, &_HuaweiHostGroupInfo::name);
 }
 
 CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, std::string const& hostGroupName,
                                          std::string vstoreId) {
-  _HuaweiHostGroupInfo wanted;
-  wanted.name = hostGroupName;
-  wanted.vstoreId = vstoreId;
-  // A group of that name is taken as the one asked for; the caller's vstoreName stays as it was.
-  AdoptionByName<_HuaweiHostGroupInfo> adoption(*this, &ZrManageHuawei::getHostGroupIDFromName, hostGroupInfo,
-                                                renamedAs(hostGroupInfo, wanted), Rendering::AsFormat);
-  const std::string failure = formatted("[ERROR] Unable to create hostgroup with name [%s]", hostGroupName);
+  const auto wanted = namedRecord<_HuaweiHostGroupInfo>(hostGroupName, vstoreId);
   return qualifiedSecondGeneration(
              "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, std::string)")
       .required(hostGroupName, "[ERROR] The hostgroup name is empty")
       // The answer gives the new group's ID and NAME; the vStore stays as sent.
-      .sends(RecordRequest(hostGroupInfo, sanIdentityRules("HuaweiJSONCreateHostGroup::parseResponse"),
-                           "{" + quoted("NAME", hostGroupName) + " " + vstore(vstoreId) + "}", wanted),
-             {HUAWEI_REQ_POST, "hostgroup", HuaweiOpType::CREATE_HOST_GROUP})
-      .reacting({on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                     .line(3, formatted("The hostgroup with Name [%s] already exists", hostGroupName))
-                     .adopts(),
-                 otherwise().line(3, failure).fails(failure)})
-      .adopting(adoption)
+      .sendsRefusedAs(RecordRequest(hostGroupInfo, sanIdentityRules("HuaweiJSONCreateHostGroup::parseResponse"),
+                                    "{" + quoted("NAME", hostGroupName) + " " + vstore(vstoreId) + "}", wanted),
+                      {HUAWEI_REQ_POST, "hostgroup", HuaweiOpType::CREATE_HOST_GROUP},
+                      formatted("[ERROR] Unable to create hostgroup with name [%s]", hostGroupName))
+      // A group of that name is taken as the one asked for; the caller's vstoreName stays as it was.
+      .adoptingNamed(formatted("The hostgroup with Name [%s] already exists", hostGroupName),
+                     AdoptionByName(*this, &ZrManageHuawei::getHostGroupIDFromName, hostGroupInfo,
+                                    renamedAs(hostGroupInfo, wanted), Rendering::AsFormat))
       .runTelling("Successfully created the hostgroup with Name [%s] ID [%s]", hostGroupInfo.name, hostGroupInfo.id);
 }
 
 CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std::string const& hostId,
                                             std::string vstoreId) {
-  const std::string failure =
-      formatted("[ERROR] Failed to associate Host [%s] with Host Group [%s]", hostId, hostGroupId);
   return qualifiedSecondGeneration(
              "CXoError ZrManageHuawei::addHostToHostGroup(const string&, const string&, std::string)")
       .required({&hostGroupId, &hostId})
-      .sends(StatusRequest("HuaweiJSONAssociateHostWithHostGroup::parseResponse",
-                           association(hostGroupId, hostId, HuaweiApiValue::OBJECT_TYPE_HOST.getValue(), vstoreId)),
-             {HUAWEI_REQ_POST, "hostgroup/associate", HuaweiOpType::HOST_GROUP_MEMBERSHIP})
-      .reacting(
+      .sendsRefusedAs(
+          StatusRequest("HuaweiJSONAssociateHostWithHostGroup::parseResponse",
+                        association(hostGroupId, hostId, HuaweiApiValue::OBJECT_TYPE_HOST.getValue(), vstoreId)),
+          {HUAWEI_REQ_POST, "hostgroup/associate", HuaweiOpType::HOST_GROUP_MEMBERSHIP},
+          formatted("[ERROR] Failed to associate Host [%s] with Host Group [%s]", hostId, hostGroupId),
           {on(HuaweiArrayCode::HOST_ALREADY_IN_GROUP)
                .line(0, formatted("The host [%s] is already associated to the host group [%s]", hostId, hostGroupId))
-               .done(),
-           otherwise().line(3, failure).fails(failure)})
+               .done()})
       .runTelling("Successfully associated the Host [%s] with Host Group [%s]", hostId, hostGroupId);
 }
 
@@ -269,13 +240,11 @@ CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGro
   return qualifiedSecondGeneration(
              "CXoError ZrManageHuawei::getHostAssociatedToHostGroup(const string&, std::vector<_HuaweiLUNHostInfo>&, "
              "std::string)")
-      .required({&hostGroupId})
-      .sendsRefusedAs(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostAssociatedWithHostGroup::parseResponse",
-                                                        HuaweiResponse::WithoutData::Status)),
-                      {HUAWEI_REQ_GET,
-                       associatedWith("host/associate", hostGroupId, HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, vstoreId),
-                       HuaweiOpType::HOST_GROUP_MEMBERSHIP},
-                      formatted("[ERROR] Failed to get the hosts associated with the Host Group [%s]", hostGroupId))
+      .listsHeldBy(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostAssociatedWithHostGroup::parseResponse",
+                                                     HuaweiResponse::WithoutData::Status)),
+                   {"host/associate", hostGroupId, HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, vstoreId},
+                   HuaweiOpType::HOST_GROUP_MEMBERSHIP,
+                   "[ERROR] Failed to get the hosts associated with the Host Group [%s]")
       .runCounting(hosts, "No hosts has been associated with the Host Group [%s] yet",
                    "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]", hostGroupId);
 }

@@ -38,22 +38,14 @@ CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, 
                  formatted("[ERROR] Unable to find the information for the lungroup with name [%s]", lunGroupName))
                  .emptyResponseSays("[ERROR] Empty response is returned from the array"))
       .runFinding(groups, lunGroupName, "[ERROR] Unable to get the information for the lun group with Name[%s].",
-                  [&](SecondGenerationCall& call, const _HuaweiLunGroupInfo& group) {
-                    lunGroupId = group.id;
-                    call.line(0, "Successfully got the information for lun group: ID [%s] NAME [%s]", group.id,
-                              group.name);
-                  });
+                  lunGroupId, "Successfully got the information for lun group: ID [%s] NAME [%s]",
+                  &_HuaweiLunGroupInfo::id, &_HuaweiLunGroupInfo::name);
 }
 
 CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::string const& lunGroupName,
                                         std::string vstoreId, std::string appType) {
-  _HuaweiLunGroupInfo wanted;
-  wanted.name = lunGroupName;
+  _HuaweiLunGroupInfo wanted = namedRecord<_HuaweiLunGroupInfo>(lunGroupName, vstoreId);
   wanted.appType = appType;
-  wanted.vstoreId = vstoreId;
-  // An adopted group keeps the application type and vStore name the caller's record held.
-  AdoptionByName<_HuaweiLunGroupInfo> adoption(*this, &ZrManageHuawei::getLUNGroupIDFromName, lunGroup,
-                                               renamedAs(lunGroup, wanted), Rendering::AsWritten);
   return secondGeneration(
              "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
       // The wording is shared with the host groups.
@@ -63,11 +55,11 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
                         "{" + quoted("NAME", lunGroupName) + ", " + bare("APPTYPE", appType) + vstore(vstoreId) + "}",
                         wanted),
           {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP},
-          formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName),
-          {on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-               .line(3, formatted("The lun group with Name [%s] already exists", lunGroupName))
-               .adopts()})
-      .adopting(adoption)
+          formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName))
+      // An adopted group keeps the application type and vStore name the caller's record held.
+      .adoptingNamed(formatted("The lun group with Name [%s] already exists", lunGroupName),
+                     AdoptionByName(*this, &ZrManageHuawei::getLUNGroupIDFromName, lunGroup,
+                                    renamedAs(lunGroup, wanted), Rendering::AsWritten))
       .runTelling("Successfully created the lungroup with Name [%s] ID [%s]", lunGroup.name, lunGroup.id);
 }
 
@@ -99,13 +91,10 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
   return secondGeneration(
              "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
              "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
-      .required({&lunGroupId})
-      .sendsRefusedAs(
-          RecordListRequest(snapshotLuns, rules),
-          {HUAWEI_REQ_GET,
-           associatedWith("snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
-           HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
-          formatted("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]", lunGroupId))
+      .listsHeldBy(RecordListRequest(snapshotLuns, rules),
+                   {"snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId},
+                   HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP,
+                   "[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]")
       .runCounting(snapshotLuns, "No snapshot luns are associated with the lun Group [%s].",
                    "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]", lunGroupId);
 }

@@ -109,11 +109,8 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
              {HUAWEI_REQ_GET, ResourcePath("snapshot").add("filter", "NAME:" + snapshotName).vstore(vstoreId),
               HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME},
              SecondGenerationTexts::lookup(formatted(kNotFound, snapshotName)))
-      .runFinding(snapshots, snapshotName, kNotFound,
-                  [&](SecondGenerationCall& call, const _HuaweiLUNSnapshotInfo& found) {
-                    snapshotInfo = found;
-                    call.line(0, "Found the snapshot LUN with name [%s]", snapshotName);
-                  });
+      .runFinding(snapshots, snapshotName, kNotFound, snapshotInfo, "Found the snapshot LUN with name [%s]",
+                  &_HuaweiLUNSnapshotInfo::name);
 }
 
 CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& lunId,

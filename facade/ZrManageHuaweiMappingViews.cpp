@@ -40,18 +40,20 @@ struct Attachment {
 CXoError attach(SecondGenerationCall call, const Attachment& attachment, const std::string& groupId,
                 const std::string& mappingViewId, const std::string& vstoreId) {
   if (attachment.bodyTold) call.bodyTold();
-  return call.required({&groupId, &mappingViewId})
-      .sends(StatusRequest(attachment.answerLog,
-                           association(mappingViewId, groupId, attachment.type.getValue(), vstoreId)),
-             {HUAWEI_REQ_PUT, "mappingview/create_associate", attachment.opType},
-             SecondGenerationTexts::change(formatted("[ERROR] Failed to associate %s [%s] with mappingview [%s]",
-                                                     attachment.kind, groupId, mappingViewId)))
-      .reacting({on(attachment.alreadyCode)
-                     .line(0, formatted("The %s [%s] is already associated to the mappingview [%s]", attachment.kind,
-                                        groupId, mappingViewId))
-                     .done(),
-                 otherwise().line(3, formatted("[ERROR] Unable to associate %s [%s] with mappingview [%s]",
-                                               attachment.kind, groupId, mappingViewId))})
+  return call
+      .required({&groupId, &mappingViewId})
+      // Refusals are told as "Unable to associate" and fail as "Failed to associate".
+      .sendsRefusedAs(StatusRequest(attachment.answerLog,
+                                    association(mappingViewId, groupId, attachment.type.getValue(), vstoreId)),
+                      {HUAWEI_REQ_PUT, "mappingview/create_associate", attachment.opType},
+                      {formatted("[ERROR] Unable to associate %s [%s] with mappingview [%s]", attachment.kind, groupId,
+                                 mappingViewId),
+                       formatted("[ERROR] Failed to associate %s [%s] with mappingview [%s]", attachment.kind, groupId,
+                                 mappingViewId)},
+                      {on(attachment.alreadyCode)
+                           .line(0, formatted("The %s [%s] is already associated to the mappingview [%s]",
+                                              attachment.kind, groupId, mappingViewId))
+                           .done()})
       .runTelling("Successfully associated the %s [%s] with mappingview [%s]", attachment.kind, groupId, mappingViewId);
 }
 
@@ -102,11 +104,8 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
                  formatted("[ERROR] Unable to find the information for mapping view with name [%s]", mappingViewName))
                  .emptyResponseSays("[ERROR] Empty response is returned from the array"))
       .runFinding(views, mappingViewName, "[ERROR] Unable to get the information for mapping view with Name[%s].",
-                  [&](SecondGenerationCall& call, const _HuaweiLUNMappingView& view) {
-                    mappingView = view;
-                    call.line(0, "Successfully got the information for mapping view with Name [%s]. ID [%s]", view.name,
-                              view.id);
-                  });
+                  mappingView, "Successfully got the information for mapping view with Name [%s]. ID [%s]",
+                  &_HuaweiLUNMappingView::name, &_HuaweiLUNMappingView::id);
 }
 
 CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewId,
@@ -122,25 +121,16 @@ CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingVi
              SecondGenerationTexts(
                  formatted("[ERROR] Unable to find the information for mapping view with ID [%s]", mappingViewId))
                  .emptyResponseSays("[ERROR] Empty response is returned from the array"))
-      .run([&](SecondGenerationCall& call) {
-        // Exactly the one view asked for: an answer of several is not trusted.
-        if (views.size() != 1 || views.front().id != mappingViewId) {
-          return call.error("[ERROR] Unable to get the information for mapping view with ID [%s].", mappingViewId);
-        }
-        mappingView = views.front();
-        call.line(0, "Successfully got the information for mapping view with ID [%s]. Name [%s]", mappingViewId,
-                  mappingView.name);
-        return CXoError::Success();
-      });
+      // Exactly the one view asked for: an answer of several is not trusted.
+      .runFinding(views, &_HuaweiLUNMappingView::id, mappingViewId, Listed::Sole,
+                  formatted("[ERROR] Unable to get the information for mapping view with ID [%s].", mappingViewId),
+                  mappingView, "Successfully got the information for mapping view with ID [%s]. Name [%s]",
+                  &_HuaweiLUNMappingView::id, &_HuaweiLUNMappingView::name);
 }
 
 CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewName,
                                            std::string vstoreId) {
-  _HuaweiLUNMappingView wanted;
-  wanted.name = mappingViewName;
-  wanted.vstoreId = vstoreId;
-  AdoptionByName<_HuaweiLUNMappingView> adoption(*this, &ZrManageHuawei::getMappingViewInfoByName, mappingView, wanted,
-                                                 Rendering::AsWritten);
+  const auto wanted = namedRecord<_HuaweiLUNMappingView>(mappingViewName, vstoreId);
   return secondGeneration(
              "CXoError ZrManageHuawei::createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)")
       // The wording is shared with the host groups.
@@ -149,11 +139,10 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
       .sendsRefusedAs(RecordRequest(mappingView, sanIdentityRules("HuaweiJSONCreateMappingView::parseResponse"),
                                     "{" + quoted("NAME", mappingViewName) + " " + vstore(vstoreId) + "}", wanted),
                       {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
-                      formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName),
-                      {on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                           .line(3, formatted("The mapping view with Name [%s] already exists", mappingViewName))
-                           .adopts()})
-      .adopting(adoption)
+                      formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName))
+      .adoptingNamed(
+          formatted("The mapping view with Name [%s] already exists", mappingViewName),
+          AdoptionByName(*this, &ZrManageHuawei::getMappingViewInfoByName, mappingView, wanted, Rendering::AsWritten))
       .runTelling("Successfully created the mapping view with Name [%s] ID [%s]", mappingView.name, mappingView.id);
 }
 
@@ -182,15 +171,13 @@ CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& m
   return secondGeneration(
              "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, "
              "std::vector<_HuaweiLunGroupInfo>&, std::string)")
-      .required({&mappingViewId})
-      .sendsRefusedAs(
+      .listsHeldBy(
           RecordListRequest(lunGroups, groupListRules("HuaweiJSONGetLunGroupAssociatedWithMappingView::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Signed32}))
               .readBy(&_HuaweiLunGroupInfo::parseFromJson),
-          {HUAWEI_REQ_GET,
-           associatedWith("lungroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId),
-           HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
-          formatted("[ERROR] Failed to get the lun groups associated with the mappingview [%s]", mappingViewId))
+          {"lungroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId},
+          HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+          "[ERROR] Failed to get the lun groups associated with the mappingview [%s]")
       .runCounting(lunGroups, "No lun groups are associated with the mappingview [%s].",
                    "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]",
                    mappingViewId);
@@ -202,14 +189,12 @@ CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& 
   return secondGeneration(
              "CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(const string&, "
              "std::vector<_HuaweiHostGroupInfo>&, std::string)")
-      .required({&mappingViewId})
-      .sendsRefusedAs(
+      .listsHeldBy(
           RecordListRequest(hostGroups, groupListRules("HuaweiJSONGetHostGroupAssociatedWithMappingView::parseResponse",
                                                        HuaweiResponse::StatusReport())),
-          {HUAWEI_REQ_GET,
-           associatedWith("hostgroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId),
-           HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
-          formatted("[ERROR] Failed to get the host groups associated with the mappingview [%s]", mappingViewId))
+          {"hostgroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId},
+          HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+          "[ERROR] Failed to get the host groups associated with the mappingview [%s]")
       .runCounting(hostGroups, "No host groups are associated with the mappingview [%s].",
                    "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]",
                    mappingViewId);
@@ -221,13 +206,10 @@ CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& l
   return secondGeneration(
              "CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(const string&, "
              "std::vector<_HuaweiLUNMappingView>&, std::string)")
-      .required({&lunGroupId})
-      .sendsRefusedAs(
-          RecordListRequest(mappingViews, viewListRules()),
-          {HUAWEI_REQ_GET,
-           associatedWith("mapping/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
-           HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP},
-          formatted("[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]", lunGroupId))
+      .listsHeldBy(RecordListRequest(mappingViews, viewListRules()),
+                   {"mapping/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId},
+                   HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP,
+                   "[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]")
       .runCounting(mappingViews, "No mappingviews are associated with the lungroup with ID [%s]",
                    "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]",
                    lunGroupId);

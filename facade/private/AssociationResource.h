@@ -6,11 +6,17 @@
 #include "HuaweiApiValues.h"
 #include "ResourcePath.h"
 
-// <resource>?ASSOCIATEOBJID=<owner>&ASSOCIATEOBJTYPE=<type>: the objects tied to the owner.
-inline ResourcePath associatedWith(const char* resource, const std::string& ownerId,
-                                   const HuaweiApi::ObjectTypeValue& ownerType, const std::string& vstoreId) {
-  return ResourcePath(resource)
-      .add("ASSOCIATEOBJID", ownerId)
-      .add("ASSOCIATEOBJTYPE", ownerType.getValue())
-      .vstore(vstoreId);
-}
+// The objects tied to an owner, asked for at <where>?ASSOCIATEOBJID=<owner>&ASSOCIATEOBJTYPE=<type>.
+struct HeldObjects {
+  const char* where;
+  const std::string& ownerId;
+  const HuaweiApi::ObjectTypeValue& ownerType;
+  const std::string& vstoreId;
+
+  ResourcePath resource() const {
+    return ResourcePath(where)
+        .add("ASSOCIATEOBJID", ownerId)
+        .add("ASSOCIATEOBJTYPE", ownerType.getValue())
+        .vstore(vstoreId);
+  }
+};

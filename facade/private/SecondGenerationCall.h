@@ -7,16 +7,19 @@
 #pragma once
 
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "AssociationResource.h"
 #include "CXoError.h"
 #include "CodeReactions.h"
 #include "ExactRecord.h"
 #include "FailureTexts.h"
 #include "FormatArguments.h"
+#include "HuaweiArrayCodes.h"
 #include "OperationLog.h"
 #include "PlainCall.h"
 #include "YbString.h"
@@ -50,6 +53,19 @@ class Adoption {
  protected:
   ~Adoption() = default;
 };
+
+// The words of a change's refusals that no row answers: told at level 3, then the failure's text.
+// Most say both alike.
+struct RefusalWords {
+  RefusalWords(std::string words) : told(words), failure(std::move(words)) {}
+  RefusalWords(std::string toldAs, std::string failsAs) : told(std::move(toldAs)), failure(std::move(failsAs)) {}
+  std::string told;
+  std::string failure;
+};
+
+// Which of the records a lookup lists is the one asked for: any whose key matches exactly, or only
+// the sole record of the list.
+enum class Listed { Any, Sole };
 
 // What a call's lines are tagged with, taken from its signature: the operation's name
 // ("deleteLunGroup") or that name with its class ("ZrManageHuawei::deleteLunGroup").
@@ -94,18 +110,31 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
                               SecondGenerationTexts texts = SecondGenerationTexts::change("")) {
     return sends(keep(std::move(request), m_ownLog.jobId()), std::move(call), std::move(texts));
   }
-  // A change whose refusals that no row of `reactions` answers are told at level 3 and fail in the
-  // same words.
+  // A change whose refusals that no row of `reactions` answers are told and fail in `words`.
   template <class Request>
-  SecondGenerationCall& sendsRefusedAs(Request&& request, PlainCall call, const std::string& failure,
+  SecondGenerationCall& sendsRefusedAs(Request&& request, PlainCall call, RefusalWords words,
                                        CodeReactions reactions = {}) {
-    sends(std::forward<Request>(request), std::move(call), SecondGenerationTexts::change(failure));
-    return reacting(std::move(reactions.add(otherwise().line(3, failure))));
+    sends(std::forward<Request>(request), std::move(call), SecondGenerationTexts::change(words.failure));
+    return reacting(std::move(reactions.add(otherwise().line(3, std::move(words.told)))));
+  }
+  // The list of what an owner holds, whose identifier is required: refusals are told and fail in
+  // `failure`, a format of that identifier.
+  template <class Request>
+  SecondGenerationCall& listsHeldBy(Request&& request, const HeldObjects& held, int opType, const char* failure) {
+    required({&held.ownerId});
+    return sendsRefusedAs(std::forward<Request>(request), {HUAWEI_REQ_GET, held.resource(), opType},
+                          formatted(failure, held.ownerId));
   }
   // Refused sends that no row answers fail in the texts' words, told nowhere.
   SecondGenerationCall& reacting(CodeReactions reactions) { return m_reactions = std::move(reactions), *this; }
-  // The lookup that rows reacting with Reaction::Adopt run.
-  SecondGenerationCall& adopting(Adoption& adoption) { return m_adoption = &adoption, *this; }
+  // Create-or-adopt, after the reactions: a name in use is told at level 3 in `told`, and the
+  // object of that name is taken by `adoption` (an AdoptionByName).
+  template <class ByName>
+  SecondGenerationCall& adoptingNamed(std::string told, ByName adoption) {
+    m_adoption = std::make_shared<ByName>(std::move(adoption));
+    m_reactions.add(on(HuaweiArrayCode::NAME_ALREADY_IN_USE).line(3, std::move(told)).adopts());
+    return *this;
+  }
   // The body is told at level 0 before the send.
   SecondGenerationCall& bodyTold() { return m_bodyTold = true, *this; }
 
@@ -156,17 +185,25 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
     });
   }
 
-  // The whole description, for a lookup by name: the record named exactly `name` is handed, with
-  // this call, to `take`, which tells the success line; none is an error in `missing`'s words, a
-  // format of the name.
-  template <class Record, class Take>
-  CXoError runFinding(const std::vector<Record>& records, const std::string& name, const char* missing, Take&& take) {
+  // The whole description, for a lookup: the record whose `key` is exactly `value` goes to `out`
+  // (its identifier, or the whole record) and is told at level 0 in `told`, a format of its
+  // `fields`; none is an error in `missing`'s words.
+  template <class Record, class Out, class... Text>
+  CXoError runFinding(const std::vector<Record>& records, std::string Record::*key, const std::string& value,
+                      Listed listed, const std::string& missing, Out& out, const char* told, Text Record::*... fields) {
     return run([&](SecondGenerationCall& call) {
-      const Record* record = exactRecord(records, &Record::name, name);
-      if (record == nullptr) return call.error(missing, name);
-      take(call, *record);
+      const Record* record = exactRecord(records, key, value);
+      if (record == nullptr || (listed == Listed::Sole && records.size() != 1)) return call.error(missing);
+      takeFound(out, *record);
+      call.line(0, told, (*record).*fields...);
       return CXoError::Success();
     });
+  }
+  // The same, for a lookup by name; `missing` is a format of the name.
+  template <class Record, class Out, class... Text>
+  CXoError runFinding(const std::vector<Record>& records, const std::string& name, const char* missing, Out& out,
+                      const char* told, Text Record::*... fields) {
+    return runFinding(records, &Record::name, name, Listed::Any, formatted(missing, name), out, told, fields...);
   }
 
   // An error of this operation with the given text.
@@ -189,6 +226,14 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   CXoError exchange(bool& completed);
   CXoError refused();
   CXoError adopt();
+  template <class Record>
+  static void takeFound(std::string& id, const Record& found) {
+    id = found.id;
+  }
+  template <class Record>
+  static void takeFound(Record& out, const Record& found) {
+    out = found;
+  }
 
   const char* m_signature;
   const char* m_guardName = nullptr;
@@ -198,6 +243,6 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   PlainCall m_call{HUAWEI_REQ_GET, "", 0};
   SecondGenerationTexts m_texts{std::string()};
   CodeReactions m_reactions;
-  Adoption* m_adoption = nullptr;
+  std::shared_ptr<Adoption> m_adoption;
   bool m_bodyTold = false;
 };
