@@ -33,11 +33,6 @@ struct InitiatorKind {
 
 const char* orEmptyWord(const std::string& hostId) { return hostId.empty() ? "EMPTY" : hostId.c_str(); }
 
-// "filter=NAME:" and the name, unescaped, then the vStore.
-ResourcePath byName(const char* resource, const std::string& name, const std::string& vstoreId) {
-  return ResourcePath(resource).add("filter", "NAME:" + name).vstore(vstoreId);
-}
-
 }  // namespace
 
 CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo, std::string const& initiatorId,
@@ -102,10 +97,10 @@ CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std:
              "CXoError ZrManageHuawei::getHostIDFromHostName(const string&, std::string&, std::string)")
       .guard(GuardStyle::Bare)
       .required(hostName, "The entered host name is empty")
-      .sends(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostInfo::parseResponse")),
-             {HUAWEI_REQ_GET, byName("host", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME},
-             SecondGenerationTexts::lookup(
-                 formatted("[ERROR] Unable to find the information for the host with name [%s]", hostName)))
+      .sends(
+          RecordListRequest(hosts, sanRules("HuaweiJSONGetHostInfo::parseResponse")),
+          {HUAWEI_REQ_GET, filtered("host", "NAME", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME},
+          SecondGenerationTexts::lookup("[ERROR] Unable to find the information for the host with name [%s]", hostName))
       .runFinding(hosts, hostName, "[ERROR] Unable to get the information for the host with Name[%s].", hostId,
                   "Successfully got the information for host:  ID: [%s] NAME: [%s]", &_HuaweiLUNHostInfo::id,
                   &_HuaweiLUNHostInfo::name);
@@ -193,9 +188,10 @@ CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName
       // The empty name speaks of a host.
       .required(hostGroupName, "The entered host name is empty")
       .sends(RecordListRequest(groups, sanRules("HuaweiJSONGetHostGroupInfo::parseResponse")),
-             {HUAWEI_REQ_GET, byName("hostgroup", hostGroupName, vstoreId), HuaweiOpType::GET_HOST_GROUP_ID_FROM_NAME},
-             SecondGenerationTexts::lookup(
-                 formatted("[ERROR] Unable to find the information for the hostgroup with name [%s]", hostGroupName)))
+             {HUAWEI_REQ_GET, filtered("hostgroup", "NAME", hostGroupName, vstoreId),
+              HuaweiOpType::GET_HOST_GROUP_ID_FROM_NAME},
+             SecondGenerationTexts::lookup("[ERROR] Unable to find the information for the hostgroup with name [%s]",
+                                           hostGroupName))
       .runFinding(groups, hostGroupName, "[ERROR] Unable to get the information for the host group with Name[%s].",
                   hostGroupId, "Successfully got the information for host group: ID [%s] NAME [%s]",
                   &_HuaweiHostGroupInfo::id, &_HuaweiHostGroupInfo::name);
@@ -251,16 +247,13 @@ CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGro
 
 CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGroupId, std::string const& hostId,
                                                      std::string vstoreId) {
-  SecondGenerationCall call = qualifiedSecondGeneration(
-      "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, const string&, std::string)");
-  if (CXoError failed = call.unguarded().required({&hostGroupId, &hostId}).checked(); failed.IsError()) return failed;
-  std::vector<_HuaweiLUNHostInfo> hosts;
-  // An empty group fails with the text of the inner success, which is empty.
-  const CXoError listed = getHostAssociatedToHostGroup(hostGroupId, hosts, vstoreId);
-  if (listed.IsError() || hosts.empty()) return call.error(listed.AsString(), Rendering::AsFormat);
-  if (exactRecord(hosts, &_HuaweiLUNHostInfo::id, hostId) == nullptr) {
-    return call.error("[ERROR] Unable to find the host [%s] associated with the host group [%s].", hostId, hostGroupId);
-  }
-  call.line(0, "The host [%s] is associated to the hostgroup [%s]", hostId, hostGroupId);
-  return CXoError::Success();
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, const string&, std::string)")
+      .unguarded()
+      .required({&hostGroupId, &hostId})
+      // An empty group fails with the text of the inner success, which is empty.
+      .runHolding(
+          *this, &ZrManageHuawei::getHostAssociatedToHostGroup, hostGroupId, vstoreId, hostId, Rendering::AsFormat,
+          formatted("[ERROR] Unable to find the host [%s] associated with the host group [%s].", hostId, hostGroupId),
+          formatted("The host [%s] is associated to the hostgroup [%s]", hostId, hostGroupId));
 }

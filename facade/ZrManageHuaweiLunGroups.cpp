@@ -32,11 +32,10 @@ CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, 
       .sends(RecordListRequest(groups, groupListRules("HuaweiJSONGetLunGroupInfo::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Unsigned64}))
                  .readBy(&_HuaweiLunGroupInfo::parseFromJson),
-             {HUAWEI_REQ_GET, ResourcePath("lungroup").add("filter", "NAME:" + lunGroupName).vstore(vstoreId),
+             {HUAWEI_REQ_GET, filtered("lungroup", "NAME", lunGroupName, vstoreId),
               HuaweiOpType::GET_LUN_GROUP_ID_FROM_NAME},
-             SecondGenerationTexts(
-                 formatted("[ERROR] Unable to find the information for the lungroup with name [%s]", lunGroupName))
-                 .emptyResponseSays("[ERROR] Empty response is returned from the array"))
+             SecondGenerationTexts::prefixedLookup(
+                 "[ERROR] Unable to find the information for the lungroup with name [%s]", lunGroupName))
       .runFinding(groups, lunGroupName, "[ERROR] Unable to get the information for the lun group with Name[%s].",
                   lunGroupId, "Successfully got the information for lun group: ID [%s] NAME [%s]",
                   &_HuaweiLunGroupInfo::id, &_HuaweiLunGroupInfo::name);
@@ -101,33 +100,28 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
 
 CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                            std::string vstoreId) {
-  SecondGenerationCall call = secondGeneration(
-      "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)");
-  if (CXoError failed = call.unguarded().required({&lunGroupId, &lunId}).checked(); failed.IsError()) return failed;
-  std::vector<_HuaweiLUNSnapshotInfo> members;
-  const CXoError listed = getSnapshotLunAssociatedToLunGroup(lunGroupId, members, vstoreId);
-  // An empty group fails too, in the words of the (successful) listing.
-  if (listed.IsError() || members.empty()) return call.error(listed.AsString());
-  if (exactRecord(members, &_HuaweiLUNSnapshotInfo::id, lunId) == nullptr) {
-    return call.error("[ERROR] Unable to find the snapshot lun [%s] associated with the lun group [%s].", lunId, lunId);
-  }
-  call.line(0, "The snapshot lun [%s] is associated to the lungroup [%s]", lunId, lunId);
-  return CXoError::Success();
+  return secondGeneration(
+             "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)")
+      .unguarded()
+      .required({&lunGroupId, &lunId})
+      // An empty group fails too, in the words of the (successful) listing; the texts name the LUN twice.
+      .runHolding(
+          *this, &ZrManageHuawei::getSnapshotLunAssociatedToLunGroup, lunGroupId, vstoreId, lunId, Rendering::AsWritten,
+          formatted("[ERROR] Unable to find the snapshot lun [%s] associated with the lun group [%s].", lunId, lunId),
+          formatted("The snapshot lun [%s] is associated to the lungroup [%s]", lunId, lunId));
 }
 
 CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                        std::string vstoreId) {
-  const ResourcePath resource = ResourcePath("lungroup/associate")
-                                    .add("ID", lunGroupId)
-                                    .add("ASSOCIATEOBJID", lunId)
-                                    .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue())
-                                    .vstore(vstoreId);
   return secondGeneration(
              "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
       .required({&lunGroupId, &lunId})
       // Only the answer is read: the URL carries everything.
       .sendsRefusedAs(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse"),
-                      {HUAWEI_REQ_DELETE, resource, HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
+                      {HUAWEI_REQ_DELETE,
+                       associatedTo(ResourcePath("lungroup/associate").add("ID", lunGroupId), lunId,
+                                    HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN, vstoreId),
+                       HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
                       formatted("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", lunId, lunGroupId))
       .run([&](SecondGenerationCall& call) {
         call.line(3, "Successfully removed the lun [%s] from lungroup [%s]", lunId, lunGroupId);
@@ -140,7 +134,6 @@ CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::stri
       .sends(HuaweiJSONDeleteRequest(),
              {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),
               HuaweiOpType::DELETE_LUN_GROUP},
-             SecondGenerationTexts(formatted("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId))
-                 .emptyResponseSays("[ERROR] Empty response returned from the array"))
+             SecondGenerationTexts::deletion("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId))
       .runTelling("Successfully deleted the lungroup with ID [%s]", lunGroupId);
 }

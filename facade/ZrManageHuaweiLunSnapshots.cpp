@@ -1,4 +1,5 @@
 // LUNs and LUN snapshots: lookups, and a snapshot's life from creation to deletion.
+#include "AssociationResource.h"
 #include "FormatArguments.h"
 #include "HandBuiltBody.h"
 #include "HuaweiArrayCodes.h"
@@ -106,7 +107,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
       .required(snapshotName, "The entered snapshot ID is empty")
       .sends(RecordListRequest(snapshots, sanRules("HuaweiJSONGetLUNSnapshotInfoByName::parseResponse",
                                                    HuaweiResponse::WithoutData::Status)),
-             {HUAWEI_REQ_GET, ResourcePath("snapshot").add("filter", "NAME:" + snapshotName).vstore(vstoreId),
+             {HUAWEI_REQ_GET, filtered("snapshot", "NAME", snapshotName, vstoreId),
               HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME},
              SecondGenerationTexts::lookup(formatted(kNotFound, snapshotName)))
       .runFinding(snapshots, snapshotName, kNotFound, snapshotInfo, "Found the snapshot LUN with name [%s]",

@@ -98,11 +98,10 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
       // One text for both lookups.
       .required(mappingViewName, "The entered mapping view ID is empty")
       .sends(RecordListRequest(views, viewListRules()),
-             {HUAWEI_REQ_GET, ResourcePath("mappingview").add("filter", "NAME:" + mappingViewName).vstore(vstoreId),
+             {HUAWEI_REQ_GET, filtered("mappingview", "NAME", mappingViewName, vstoreId),
               HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_NAME},
-             SecondGenerationTexts(
-                 formatted("[ERROR] Unable to find the information for mapping view with name [%s]", mappingViewName))
-                 .emptyResponseSays("[ERROR] Empty response is returned from the array"))
+             SecondGenerationTexts::prefixedLookup(
+                 "[ERROR] Unable to find the information for mapping view with name [%s]", mappingViewName))
       .runFinding(views, mappingViewName, "[ERROR] Unable to get the information for mapping view with Name[%s].",
                   mappingView, "Successfully got the information for mapping view with Name [%s]. ID [%s]",
                   &_HuaweiLUNMappingView::name, &_HuaweiLUNMappingView::id);
@@ -116,12 +115,11 @@ CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingVi
       .guard(GuardStyle::Bare)
       .required(mappingViewId, "The entered mapping view ID is empty")
       .sends(RecordListRequest(views, viewListRules()),
-             {HUAWEI_REQ_GET, ResourcePath("mappingview").add("filter", "ID:" + mappingViewId).vstore(vstoreId),
+             {HUAWEI_REQ_GET, filtered("mappingview", "ID", mappingViewId, vstoreId),
               HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_ID},
-             SecondGenerationTexts(
-                 formatted("[ERROR] Unable to find the information for mapping view with ID [%s]", mappingViewId))
-                 .emptyResponseSays("[ERROR] Empty response is returned from the array"))
-      // Exactly the one view asked for: an answer of several is not trusted.
+             SecondGenerationTexts::prefixedLookup(
+                 "[ERROR] Unable to find the information for mapping view with ID [%s]", mappingViewId))
+      // An answer of several views is not trusted.
       .runFinding(views, &_HuaweiLUNMappingView::id, mappingViewId, Listed::Sole,
                   formatted("[ERROR] Unable to get the information for mapping view with ID [%s].", mappingViewId),
                   mappingView, "Successfully got the information for mapping view with ID [%s]. Name [%s]",
@@ -244,7 +242,6 @@ CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std
       .sends(HuaweiJSONDeleteRequest(),
              {HUAWEI_REQ_DELETE, ResourcePath("mappingview").segment(mappingViewId, "mappingViewId").vstore(vstoreId),
               HuaweiOpType::DELETE_MAPPING_VIEW},
-             SecondGenerationTexts(formatted("[ERROR] Failed to delete the mappingview with Id [%s]", mappingViewId))
-                 .emptyResponseSays("[ERROR] Empty response returned from the array"))
+             SecondGenerationTexts::deletion("[ERROR] Failed to delete the mappingview with Id [%s]", mappingViewId))
       .runTelling("Successfully deleted the mappingview with ID [%s]", mappingViewId);
 }

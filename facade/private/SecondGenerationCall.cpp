@@ -31,6 +31,18 @@ SecondGenerationTexts SecondGenerationTexts::change(std::string requestFailed) {
   return texts;
 }
 
+SecondGenerationTexts SecondGenerationTexts::prefixedLookup(std::string requestFailed) {
+  SecondGenerationTexts texts(std::move(requestFailed));
+  texts.emptyResponseSays("[ERROR] Empty response is returned from the array");
+  return texts;
+}
+
+SecondGenerationTexts SecondGenerationTexts::deletion(std::string requestFailed) {
+  SecondGenerationTexts texts(std::move(requestFailed));
+  texts.emptyResponseSays("[ERROR] Empty response returned from the array");
+  return texts;
+}
+
 CXoError SecondGenerationCall::error(const std::string& text) const {
   return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature, __LINE__), -1, "%s", text.c_str());
 }

@@ -34,6 +34,24 @@ class SecondGenerationTexts : public FailureTexts<SecondGenerationTexts> {
   // without it, and with other words for the empty answer. Neither prefixes the build failure.
   static SecondGenerationTexts lookup(std::string requestFailed);
   static SecondGenerationTexts change(std::string requestFailed);
+  // The lookups of LUN groups and mapping views prefix the build failure too.
+  static SecondGenerationTexts prefixedLookup(std::string requestFailed);
+  // Deletions prefix every text, and speak of the empty answer as changes do.
+  static SecondGenerationTexts deletion(std::string requestFailed);
+
+  // The same, the refused send's words a format of the operation's values.
+  template <typename First, typename... Rest>
+  static SecondGenerationTexts lookup(const char* format, const First& first, const Rest&... rest) {
+    return lookup(formatted(format, first, rest...));
+  }
+  template <typename First, typename... Rest>
+  static SecondGenerationTexts prefixedLookup(const char* format, const First& first, const Rest&... rest) {
+    return prefixedLookup(formatted(format, first, rest...));
+  }
+  template <typename First, typename... Rest>
+  static SecondGenerationTexts deletion(const char* format, const First& first, const Rest&... rest) {
+    return deletion(formatted(format, first, rest...));
+  }
 };
 
 // Most guards carry the "[ERROR] " prefix; a few lookups give the bare text.
@@ -183,6 +201,22 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
         call.line(0, counted, ownerId, static_cast<unsigned long long>(records.size()));
       }
     });
+  }
+
+  // The whole description, for whether an owner holds an object, asked after the checks of the
+  // facade's `list` of what the owner holds. A failed or empty list fails in the list's text,
+  // rendered as `rendering` says; an object not listed fails in `missing`; else `told` is told.
+  template <class Facade, class Record>
+  CXoError runHolding(Facade& facade, CXoError (Facade::*list)(const std::string&, std::vector<Record>&, std::string),
+                      const std::string& ownerId, const std::string& vstoreId, const std::string& objectId,
+                      Rendering rendering, const std::string& missing, const std::string& told) {
+    if (CXoError failed = checked(); failed.IsError()) return failed;
+    std::vector<Record> held;
+    const CXoError listed = (facade.*list)(ownerId, held, vstoreId);
+    if (listed.IsError() || held.empty()) return error(listed.AsString(), rendering);
+    if (exactRecord(held, &Record::id, objectId) == nullptr) return error(missing);
+    line(0, told.c_str());
+    return CXoError::Success();
   }
 
   // The whole description, for a lookup: the record whose `key` is exactly `value` goes to `out`
