@@ -25,7 +25,7 @@ using HuaweiResponse::sanRules;
 CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, std::string& lunGroupId,
                                                std::string vstoreId) {
   std::vector<_HuaweiLunGroupInfo> groups;
-  return secondGeneration("CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
+  return secondGeneration("getLUNGroupIDFromName(const string&, std::string&, std::string)")
       .guard(GuardStyle::Bare)
       // The wording is shared with the host lookup.
       .required(lunGroupName, "The entered host name is empty")
@@ -45,8 +45,7 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
                                         std::string vstoreId, std::string appType) {
   _HuaweiLunGroupInfo wanted = namedRecord<_HuaweiLunGroupInfo>(lunGroupName, vstoreId);
   wanted.appType = appType;
-  return secondGeneration(
-             "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
+  return secondGeneration("createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
       // The wording is shared with the host groups.
       .required(lunGroupName, "[ERROR] The hostgroup name is empty")
       .sendsRefusedAs(
@@ -64,8 +63,7 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
 
 CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                   std::string vstoreId) {
-  return secondGeneration(
-             "CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
+  return secondGeneration("addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
       // The guard names the LUN operation; callers know it by that text.
       .guard("addLuntoLunGroup")
       .required({&lunGroupId, &lunId})
@@ -88,8 +86,7 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
                                                       {HuaweiResponse::CodeWidth::Unsigned64});
   rules.order = HuaweiKeys::KeyOrder::Declared;
   return secondGeneration(
-             "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
-             "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
+             "getSnapshotLunAssociatedToLunGroup(const string&, std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
       .listsHeldBy(RecordListRequest(snapshotLuns, rules),
                    {"snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId},
                    HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP,
@@ -100,8 +97,7 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
 
 CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                            std::string vstoreId) {
-  return secondGeneration(
-             "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)")
+  return secondGeneration("isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)")
       .unguarded()
       .required({&lunGroupId, &lunId})
       // An empty group fails too, in the words of the (successful) listing; the texts name the LUN twice.
@@ -113,8 +109,7 @@ CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lu
 
 CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                        std::string vstoreId) {
-  return secondGeneration(
-             "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
+  return secondGeneration("removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
       .required({&lunGroupId, &lunId})
       // Only the answer is read: the URL carries everything.
       .sendsRefusedAs(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse"),
@@ -129,7 +124,7 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
 }
 
 CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::string vstoreId) {
-  return secondGeneration("CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
+  return secondGeneration("deleteLunGroup(const string&, std::string)")
       .required({&lunGroupId})
       .sends(HuaweiJSONDeleteRequest(),
              {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),

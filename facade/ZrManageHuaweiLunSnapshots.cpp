@@ -56,7 +56,7 @@ RecordRequest<_HuaweiLUNSnapshotInfo> snapshotCreation(_HuaweiLUNSnapshotInfo& c
 }  // namespace
 
 CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& lunId, std::string vstoreId) {
-  return qualifiedSecondGeneration("CXoError ZrManageHuawei::getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
+  return qualifiedSecondGeneration("getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
       .guard("getLUNINfo", GuardStyle::Bare)
       .required(lunId, "The entered LUN ID is empty")
       .sends(RecordRequest(lunInfo, sanRules("HuaweiJSONGetLUNInfo::parseResponse"))
@@ -79,8 +79,7 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
 
 CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                             bool& notExist, std::string vstoreId) {
-  return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
+  return qualifiedSecondGeneration("getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
       .guard(GuardStyle::Bare)
       .required(snapshotId, "The entered snapshot ID is empty")
       .sends(RecordRequest(snapshotInfo, sanRules("HuaweiJSONGetLUNSnapshotInfo::parseResponse")),
@@ -100,8 +99,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
   std::vector<_HuaweiLUNSnapshotInfo> snapshots;
   const char kNotFound[] = "[ERROR] Unable to find the snapshot LUN with name [%s]";
   return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, "
-             "std::string)")
+             "getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
       .guard(GuardStyle::Bare)
       // The empty name speaks of an ID.
       .required(snapshotName, "The entered snapshot ID is empty")
@@ -117,8 +115,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
 CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& lunId,
                                            std::string const& snapshotName, std::string vstoreId) {
   return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const string&, "
-             "std::string)")
+             "createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)")
       .required({&lunId, &snapshotName})
       .sends(snapshotCreation(snapshotInfo, lunId, snapshotName, vstoreId, false),
              {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT})
@@ -135,8 +132,7 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
 CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                                std::string const& copyName, std::string vstoreId) {
   return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, "
-             "std::string)")
+             "createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)")
       .required({&snapshotId, &copyName})
       .sendsRefusedAs(snapshotCreation(snapshotInfo, snapshotId, copyName, vstoreId, true),
                       {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
@@ -153,8 +149,7 @@ CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotI
 CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& snapshotIds, std::string vstoreId) {
   const std::string list = joinedIds(snapshotIds);
   return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::activateLUNSnapshot(const std::vector<std::__cxx11::basic_string<char> >&, "
-             "std::string)")
+             "activateLUNSnapshot(const std::vector<std::__cxx11::basic_string<char> >&, std::string)")
       .required(snapshotIds, "[ERROR] Invalid input parameters")
       .sends(StatusRequest("HuaweiJSONActivateLUNSnapshot::parseResponse",
                            "{\"SNAPSHOTLIST\":[" + list + "]" + vstore(vstoreId) + "}"),
@@ -171,7 +166,7 @@ CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& sna
 }
 
 CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bool& notExist, std::string vstoreId) {
-  return qualifiedSecondGeneration("CXoError ZrManageHuawei::deActivateLUNSnapshot(const string&, bool&, std::string)")
+  return qualifiedSecondGeneration("deActivateLUNSnapshot(const string&, bool&, std::string)")
       .required({&snapshotId})
       .sends(StatusRequest("HuaweiJSONDeActivateLUNSnapshot::parseResponse",
                            "{" + quoted("ID", snapshotId) + " " + vstore(vstoreId) + "}"),
@@ -186,7 +181,7 @@ CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bo
 }
 
 CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::string vstoreId) {
-  return qualifiedSecondGeneration("CXoError ZrManageHuawei::deleteLUNSnapshot(const string&, std::string)")
+  return qualifiedSecondGeneration("deleteLUNSnapshot(const string&, std::string)")
       .required(snapshotId, "[ERROR] The LUN snapshot ID is empty")
       .sends(StatusRequest("HuaweiJSONDeleteLUNSnapshot::parseResponse"),
              {HUAWEI_REQ_DELETE, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
@@ -205,8 +200,7 @@ CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::s
 
 CXoError ZrManageHuawei::revertLUNSnapshot(std::string const& snapshotId, std::string const& rollbackSpeed,
                                            std::string vstoreId) {
-  return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::revertLUNSnapshot(const string&, const string&, std::string)")
+  return qualifiedSecondGeneration("revertLUNSnapshot(const string&, const string&, std::string)")
       .required({&snapshotId})
       // The array's words are not read here: the refusal says "[ERROR] " and no more, and the detail
       // stands in the transport's log.

@@ -6,13 +6,12 @@
 
 namespace {
 const char kSourceFile[] = "ZrManageHuawei.cpp";
+const char kFacade[] = "ZrManageHuawei::";
 
-// "ZrManageHuawei::name" out of "<result> ZrManageHuawei::name(<parameters>)", or "name" alone.
-std::string logNameOf(const std::string& signature, LogName naming) {
-  const std::size_t open = signature.find('(');
-  const std::size_t start = signature.rfind(' ', open) + 1;
-  const std::size_t name = naming == LogName::Qualified ? start : signature.rfind(':', open) + 1;
-  return signature.substr(name, open - name);
+// "name" out of "name(<parameters>)", with the facade's class in front where `naming` asks for it.
+std::string logNameOf(const std::string& operation, LogName naming) {
+  const std::string name = operation.substr(0, operation.find('('));
+  return naming == LogName::Qualified ? kFacade + name : name;
 }
 }  // namespace
 
@@ -44,7 +43,7 @@ SecondGenerationTexts SecondGenerationTexts::deletion(std::string requestFailed)
 }
 
 CXoError SecondGenerationCall::error(const std::string& text) const {
-  return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature, __LINE__), -1, "%s", text.c_str());
+  return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature.c_str(), __LINE__), -1, "%s", text.c_str());
 }
 
 CXoError SecondGenerationCall::error(const std::string& words, Rendering rendering) const {
@@ -52,10 +51,10 @@ CXoError SecondGenerationCall::error(const std::string& words, Rendering renderi
 }
 
 SecondGenerationCall::SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug,
-                                           const char* signature, LogName naming, unsigned long long jobId)
-    : OwnLog(debug, logNameOf(signature, naming), jobId),
+                                           const char* operation, LogName naming, unsigned long long jobId)
+    : OwnLog(debug, logNameOf(operation, naming), jobId),
       PlainCallBase(transport, sessionOpen, m_ownLog),
-      m_signature(signature),
+      m_signature(std::string("CXoError ") + kFacade + operation),
       m_guardName(operationName(m_name.c_str())) {}
 
 SecondGenerationCall& SecondGenerationCall::guard(const char* operationName, GuardStyle style) {

@@ -101,10 +101,11 @@ class OwnLog {
 
 class SecondGenerationCall : private OwnLog, public PlainCallBase {
  public:
-  // signature is the operation's signature as text, e.g. "CXoError ZrManageHuawei::deleteLunGroup(const
-  // string&, std::string)"; lines go through `debug` under the name in it, as `naming` says. The
-  // guard names the operation without "ZrManageHuawei::".
-  SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* signature,
+  // operation is the operation's signature as text behind its class, e.g.
+  // "deleteLunGroup(const string&, std::string)": errors are located at the whole signature
+  // ("CXoError ZrManageHuawei::deleteLunGroup(...)"), and lines go through `debug` under the name in
+  // it, as `naming` says. The guard names the operation without "ZrManageHuawei::".
+  SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* operation,
                        LogName naming, unsigned long long jobId);
 
   // A guard that names operationName, where the operation is known by another name.
@@ -269,7 +270,7 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
     out = found;
   }
 
-  const char* m_signature;
+  const std::string m_signature;
   const char* m_guardName = nullptr;
   GuardStyle m_guardStyle = GuardStyle::ErrorPrefix;
   std::vector<Requirement> m_required;
