@@ -136,22 +136,20 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
   return qualifiedSecondGeneration(
              "createInitiator(HuaweiInitiator_t&, const string&, const string&, const bool&, bool&, std::string)")
       .required({&initiatorId})
-      .sends(RecordRequest(initiatorInfo, sanRules("HuaweiJSONCreateInitiator::parseResponse"),
-                           "{" + quoted("ID", initiatorId) + " " + parent + vstore(vstoreId) + "}", wanted),
-             {HUAWEI_REQ_POST, kind.resource, HuaweiOpType::CREATE_INITIATOR})
       // An existing initiator is an error and a flag at once: the caller decides what to do with it.
-      .reacting(
-          CodeReactions{on(HuaweiArrayCode::INITIATOR_ALREADY_EXISTS)
-                            .setting(alreadyExists)
-                            .line(3, formatted("The iSCSI initiator with ID [%s] already exists", initiatorId))
-                            .fails(formatted("The initiator with ID[%s] already exists", initiatorId)),
-                        on(HuaweiArrayCode::HOST_DOES_NOT_EXIST)
-                            .fails(formatted("[ERROR] The given host with ID [%s] does not exist. Specify an existing "
-                                             "host and add the initiator to the host",
-                                             hostId)),
-                        otherwise().failsInArrayWords("[ERROR] ")}
-              .everyRefusalTold(3, formatted("[ERROR] Failed to create initiator with ID [%s] Host ID [%s]",
-                                             initiatorId, orEmptyWord(hostId))))
+      .sendsInArrayWords(
+          RecordRequest(initiatorInfo, sanRules("HuaweiJSONCreateInitiator::parseResponse"),
+                        "{" + quoted("ID", initiatorId) + " " + parent + vstore(vstoreId) + "}", wanted),
+          {HUAWEI_REQ_POST, kind.resource, HuaweiOpType::CREATE_INITIATOR},
+          {on(HuaweiArrayCode::INITIATOR_ALREADY_EXISTS)
+               .setting(alreadyExists)
+               .line(3, formatted("The iSCSI initiator with ID [%s] already exists", initiatorId))
+               .fails(formatted("The initiator with ID[%s] already exists", initiatorId)),
+           on(HuaweiArrayCode::HOST_DOES_NOT_EXIST)
+               .fails(formatted("[ERROR] The given host with ID [%s] does not exist. Specify an existing host and add "
+                                "the initiator to the host",
+                                hostId))},
+          formatted("[ERROR] Failed to create initiator with ID [%s] Host ID [%s]", initiatorId, orEmptyWord(hostId)))
       .runTelling("Successfully created the [%s] initiator with ID [%s] Host ID [%s]", kind.text, initiatorId,
                   orEmptyWord(hostId));
 }

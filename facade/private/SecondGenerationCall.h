@@ -136,6 +136,16 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
     sends(std::forward<Request>(request), std::move(call), SecondGenerationTexts::change(words.failure));
     return reacting(std::move(reactions.add(otherwise().line(3, std::move(words.told)))));
   }
+  // A change whose refusals that no row of `reactions` answers fail in the array's words behind
+  // "[ERROR] "; every refusal is told at level 3 in `told` first, where one is given.
+  template <class Request>
+  SecondGenerationCall& sendsInArrayWords(Request&& request, PlainCall call, CodeReactions reactions,
+                                          std::string told = std::string()) {
+    sends(std::forward<Request>(request), std::move(call));
+    reactions.add(otherwise().failsInArrayWords("[ERROR] "));
+    if (!told.empty()) reactions.everyRefusalTold(3, std::move(told));
+    return reacting(std::move(reactions));
+  }
   // The list of what an owner holds, whose identifier is required: refusals are told and fail in
   // `failure`, a format of that identifier.
   template <class Request>
@@ -152,6 +162,16 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   SecondGenerationCall& adoptingNamed(std::string told, ByName adoption) {
     m_adoption = std::make_shared<ByName>(std::move(adoption));
     m_reactions.add(on(HuaweiArrayCode::NAME_ALREADY_IN_USE).line(3, std::move(told)).adopts());
+    return *this;
+  }
+  // Values of the answer told at level 3 behind runTelling's success line, each in its format;
+  // they are read when they are told.
+  struct ToldValue {
+    const char* format;
+    const std::string& value;
+  };
+  SecondGenerationCall& alsoTelling(std::initializer_list<ToldValue> values) {
+    for (const ToldValue& told : values) m_alsoTold.emplace_back(told.format, &told.value);
     return *this;
   }
   // The body is told at level 0 before the send.
@@ -188,7 +208,10 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   // at level 0. The values are read when the line is told.
   template <typename... Arguments>
   CXoError runTelling(const char* format, const Arguments&... arguments) {
-    return run([&](SecondGenerationCall& call) { call.line(0, format, arguments...); });
+    return run([&](SecondGenerationCall& call) {
+      call.line(0, format, arguments...);
+      for (const auto& told : m_alsoTold) call.line(3, told.first, *told.second);
+    });
   }
 
   // The whole description, for a list of what an owner holds: `none` for an empty list, else
@@ -280,4 +303,5 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   CodeReactions m_reactions;
   std::shared_ptr<Adoption> m_adoption;
   bool m_bodyTold = false;
+  std::vector<std::pair<const char*, const std::string*>> m_alsoTold;
 };
