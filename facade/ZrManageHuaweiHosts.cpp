@@ -27,6 +27,8 @@ namespace {
 struct InitiatorKind {
   explicit InitiatorKind(bool isISCSI)
       : resource(isISCSI ? "iscsi_initiator" : "fc_initiator"), text(isISCSI ? "ISCSI" : "FC") {}
+  // A text about the initiator `id` of this kind: a format of the kind's word, then the ID.
+  std::string said(const char* format, const std::string& id) const { return formatted(format, text, id); }
   const char* resource;
   const char* text;
 };
@@ -40,10 +42,9 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
   std::vector<_HuaweiInitiator> initiators;
   const InitiatorKind kind(isISCSI);
   const std::string absent =
-      formatted("[ERROR] The [%s] initiator information with ID [%s] does not exist", kind.text, initiatorId);
+      kind.said("[ERROR] The [%s] initiator information with ID [%s] does not exist", initiatorId);
   return qualifiedSecondGeneration(
              "getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const bool&, std::string)")
-      .guard(GuardStyle::Bare)
       .required(initiatorId, "The entered initiator ID is empty")
       .sends(HuaweiJSONGetInitiatorInfo(initiators),
              {HUAWEI_REQ_GET, ResourcePath(kind.resource).segment(initiatorId, "initiatorId").vstore(vstoreId),
@@ -51,18 +52,18 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
              SecondGenerationTexts::lookup(""))
       // The line says more than is known; the error says only what is.
       .reacting({on(HuaweiArrayCode::INITIATOR_DOES_NOT_EXIST).fails(absent),
-                 otherwise().line(3, absent).fails(formatted(
-                     "[ERROR] Unable to find [%s] initiator information with ID [%s]", kind.text, initiatorId))})
+                 otherwise().line(3, absent).fails(
+                     kind.said("[ERROR] Unable to find [%s] initiator information with ID [%s]", initiatorId))})
       .runFinding(initiators, &_HuaweiInitiator::id, initiatorId, Listed::Any,
-                  formatted("[ERROR] Unable to find the [%s] initiator with ID [%s].", kind.text, initiatorId),
-                  initiatorInfo, "Found the initiator information associted with ID [%s]", &_HuaweiInitiator::id);
+                  kind.said("[ERROR] Unable to find the [%s] initiator with ID [%s].", initiatorId), initiatorInfo,
+                  "Found the initiator information associted with ID [%s]", &_HuaweiInitiator::id);
 }
 
 CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiators, bool const& isISCSI,
                                           std::string vstoreId) {
   const InitiatorKind kind(isISCSI);
   return qualifiedSecondGeneration("getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, std::string)")
-      .guard("getISCSIInitiatorInfo", GuardStyle::Bare)
+      .guard("getISCSIInitiatorInfo")
       // These words for both kinds.
       .sends(HuaweiJSONGetInitiatorInfo(initiators),
              {HUAWEI_REQ_GET, ResourcePath(kind.resource).vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO},
@@ -92,7 +93,6 @@ CXoError ZrManageHuawei::getHostIDFromInitiatorID(std::string const& initiatorId
 CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std::string& hostId, std::string vstoreId) {
   std::vector<_HuaweiLUNHostInfo> hosts;
   return qualifiedSecondGeneration("getHostIDFromHostName(const string&, std::string&, std::string)")
-      .guard(GuardStyle::Bare)
       .required(hostName, "The entered host name is empty")
       .sends(
           RecordListRequest(hosts, sanRules("HuaweiJSONGetHostInfo::parseResponse")),
@@ -174,7 +174,6 @@ CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName
                                                 std::string vstoreId) {
   std::vector<_HuaweiHostGroupInfo> groups;
   return qualifiedSecondGeneration("getHostGroupIDFromName(const string&, std::string&, std::string)")
-      .guard(GuardStyle::Bare)
       // The empty name speaks of a host.
       .required(hostGroupName, "The entered host name is empty")
       .sends(RecordListRequest(groups, sanRules("HuaweiJSONGetHostGroupInfo::parseResponse")),

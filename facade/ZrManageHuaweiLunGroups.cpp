@@ -26,7 +26,6 @@ CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, 
                                                std::string vstoreId) {
   std::vector<_HuaweiLunGroupInfo> groups;
   return secondGeneration("getLUNGroupIDFromName(const string&, std::string&, std::string)")
-      .guard(GuardStyle::Bare)
       // The wording is shared with the host lookup.
       .required(lunGroupName, "The entered host name is empty")
       .sends(RecordListRequest(groups, groupListRules("HuaweiJSONGetLunGroupInfo::parseResponse",
@@ -81,16 +80,16 @@ CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId,
 CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId,
                                                             std::vector<_HuaweiLUNSnapshotInfo>& snapshotLuns,
                                                             std::string vstoreId) {
-  // Each snapshot LUN's keys are read in the order the record declares them.
-  HuaweiResponse::ReadingRules rules = groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
-                                                      {HuaweiResponse::CodeWidth::Unsigned64});
-  rules.order = HuaweiKeys::KeyOrder::Declared;
   return secondGeneration(
              "getSnapshotLunAssociatedToLunGroup(const string&, std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
-      .listsHeldBy(RecordListRequest(snapshotLuns, rules),
-                   {"snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId},
-                   HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP,
-                   "[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]")
+      // Each snapshot LUN's keys are read in the order the record declares them.
+      .listsHeldBy(
+          RecordListRequest(snapshotLuns,
+                            groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
+                                           {HuaweiResponse::CodeWidth::Unsigned64}, HuaweiKeys::KeyOrder::Declared)),
+          {"snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId},
+          HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP,
+          "[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]")
       .runCounting(snapshotLuns, "No snapshot luns are associated with the lun Group [%s].",
                    "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]", lunGroupId);
 }
@@ -118,9 +117,7 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
                                     HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN, vstoreId),
                        HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
                       formatted("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", lunId, lunGroupId))
-      .run([&](SecondGenerationCall& call) {
-        call.line(3, "Successfully removed the lun [%s] from lungroup [%s]", lunId, lunGroupId);
-      });
+      .runTelling(3, "Successfully removed the lun [%s] from lungroup [%s]", lunId, lunGroupId);
 }
 
 CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::string vstoreId) {

@@ -57,7 +57,7 @@ RecordRequest<_HuaweiLUNSnapshotInfo> snapshotCreation(_HuaweiLUNSnapshotInfo& c
 
 CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& lunId, std::string vstoreId) {
   return qualifiedSecondGeneration("getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
-      .guard("getLUNINfo", GuardStyle::Bare)
+      .guard("getLUNINfo")
       .required(lunId, "The entered LUN ID is empty")
       .sends(RecordRequest(lunInfo, sanRules("HuaweiJSONGetLUNInfo::parseResponse"))
                  .readBy(&_HuaweiLUNInfo::parseFromJson),
@@ -80,7 +80,6 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
 CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                             bool& notExist, std::string vstoreId) {
   return qualifiedSecondGeneration("getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
-      .guard(GuardStyle::Bare)
       .required(snapshotId, "The entered snapshot ID is empty")
       .sends(RecordRequest(snapshotInfo, sanRules("HuaweiJSONGetLUNSnapshotInfo::parseResponse")),
              {HUAWEI_REQ_GET, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
@@ -100,7 +99,6 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
   const char kNotFound[] = "[ERROR] Unable to find the snapshot LUN with name [%s]";
   return qualifiedSecondGeneration(
              "getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
-      .guard(GuardStyle::Bare)
       // The empty name speaks of an ID.
       .required(snapshotName, "The entered snapshot ID is empty")
       .sends(RecordListRequest(snapshots, sanRules("HuaweiJSONGetLUNSnapshotInfoByName::parseResponse",

@@ -81,10 +81,8 @@ CXoError detach(SecondGenerationCall call, const Detachment& detachment, const s
                .line(0, formatted("The mappingview [%s] does not exist", mappingViewId))
                .done(),
            otherwise().failsInArrayWords("", Rendering::AsFormat)})
-      .run([&](SecondGenerationCall& done) {
-        done.line(0, "Successfully removed the association between the %s [%s] and mappingview [%s]", detachment.kind,
+      .runTelling("Successfully removed the association between the %s [%s] and mappingview [%s]", detachment.kind,
                   groupId, mappingViewId);
-      });
 }
 
 }  // namespace
@@ -93,7 +91,6 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
                                                   std::string const& mappingViewName, std::string vstoreId) {
   std::vector<_HuaweiLUNMappingView> views;
   return secondGeneration("getMappingViewInfoByName(HuaweiLUNMappingView_t&, const string&, std::string)")
-      .guard(GuardStyle::Bare)
       // One text for both lookups.
       .required(mappingViewName, "The entered mapping view ID is empty")
       .sends(RecordListRequest(views, viewListRules()),
@@ -110,14 +107,12 @@ CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingVi
                                                 std::string vstoreId) {
   std::vector<_HuaweiLUNMappingView> views;
   return secondGeneration("getMappingViewInfoByID(HuaweiLUNMappingView_t&, const string&, std::string)")
-      .guard(GuardStyle::Bare)
       .required(mappingViewId, "The entered mapping view ID is empty")
       .sends(RecordListRequest(views, viewListRules()),
              {HUAWEI_REQ_GET, filtered("mappingview", "ID", mappingViewId, vstoreId),
               HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_ID},
              SecondGenerationTexts::prefixedLookup(
                  "[ERROR] Unable to find the information for mapping view with ID [%s]", mappingViewId))
-      // An answer of several views is not trusted.
       .runFinding(views, &_HuaweiLUNMappingView::id, mappingViewId, Listed::Sole,
                   formatted("[ERROR] Unable to get the information for mapping view with ID [%s].", mappingViewId),
                   mappingView, "Successfully got the information for mapping view with ID [%s]. Name [%s]",

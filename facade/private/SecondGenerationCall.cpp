@@ -16,10 +16,8 @@ std::string logNameOf(const std::string& operation, LogName naming) {
 }  // namespace
 
 SecondGenerationTexts SecondGenerationTexts::lookup(std::string requestFailed) {
-  SecondGenerationTexts texts(std::move(requestFailed));
-  texts.buildFailureSays(kBuildFailedText)
-      .emptyResponseSays("[ERROR] Empty response is returned from the array")
-      .parseFailureSays("[ERROR] Unable to parse the JSON Response");
+  SecondGenerationTexts texts = prefixedLookup(std::move(requestFailed));
+  texts.buildFailureSays(kBuildFailedText);
   return texts;
 }
 
@@ -33,6 +31,7 @@ SecondGenerationTexts SecondGenerationTexts::change(std::string requestFailed) {
 SecondGenerationTexts SecondGenerationTexts::prefixedLookup(std::string requestFailed) {
   SecondGenerationTexts texts(std::move(requestFailed));
   texts.emptyResponseSays("[ERROR] Empty response is returned from the array");
+  texts.m_bareGuard = true;
   return texts;
 }
 
@@ -57,12 +56,6 @@ SecondGenerationCall::SecondGenerationCall(HuaweiRestAPI& transport, bool sessio
       m_signature(std::string("CXoError ") + kFacade + operation),
       m_guardName(operationName(m_name.c_str())) {}
 
-SecondGenerationCall& SecondGenerationCall::guard(const char* operationName, GuardStyle style) {
-  m_guardName = operationName;
-  m_guardStyle = style;
-  return *this;
-}
-
 SecondGenerationCall& SecondGenerationCall::required(std::initializer_list<const std::string*> values) {
   for (const std::string* value : values)
     m_required.push_back(Requirement{value->empty(), "[ERROR] Invalid input parameters"});
@@ -79,7 +72,7 @@ SecondGenerationCall& SecondGenerationCall::sends(HuaweiJSONBase& request, Plain
 
 CXoError SecondGenerationCall::checked() const {
   if (m_guardName != nullptr && !m_sessionOpen) {
-    return error((m_guardStyle == GuardStyle::ErrorPrefix ? "[ERROR] " : "") + guardText(m_guardName));
+    return error(m_texts.guardPrefix() + guardText(m_guardName));
   }
   for (const Requirement& requirement : m_required) {
     if (requirement.missing) return error(std::string(requirement.text));

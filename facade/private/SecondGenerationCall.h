@@ -24,7 +24,8 @@
 #include "PlainCall.h"
 #include "YbString.h"
 
-// A second-generation operation's texts; unnamed ones are the frame's "[ERROR] " texts.
+// A second-generation operation's texts; unnamed ones are the frame's "[ERROR] " texts. Lookups
+// give the guard's text bare, every other operation behind "[ERROR] ".
 class SecondGenerationTexts : public FailureTexts<SecondGenerationTexts> {
  public:
   explicit SecondGenerationTexts(std::string requestFailed)
@@ -52,10 +53,12 @@ class SecondGenerationTexts : public FailureTexts<SecondGenerationTexts> {
   static SecondGenerationTexts deletion(const char* format, const First& first, const Rest&... rest) {
     return deletion(formatted(format, first, rest...));
   }
-};
 
-// Most guards carry the "[ERROR] " prefix; a few lookups give the bare text.
-enum class GuardStyle { ErrorPrefix, Bare };
+  const char* guardPrefix() const { return m_bareGuard ? "" : "[ERROR] "; }
+
+ private:
+  bool m_bareGuard = false;
+};
 
 // Create-or-adopt: how a create operation looks up the object that holds its name already, and
 // takes it as the one asked for.
@@ -109,8 +112,7 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
                        LogName naming, unsigned long long jobId);
 
   // A guard that names operationName, where the operation is known by another name.
-  SecondGenerationCall& guard(const char* operationName, GuardStyle style = GuardStyle::ErrorPrefix);
-  SecondGenerationCall& guard(GuardStyle style) { return m_guardStyle = style, *this; }
+  SecondGenerationCall& guard(const char* operationName) { return m_guardName = operationName, *this; }
   // For an operation that leaves the session to the operations it calls.
   SecondGenerationCall& unguarded() { return m_guardName = nullptr, *this; }
   // A value that must not be empty, with the operation's text for when it is.
@@ -205,13 +207,17 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   }
 
   // The whole description, for an operation whose completed answer tells only its success line,
-  // at level 0. The values are read when the line is told.
+  // at level 0 unless another is given. The values are read when the line is told.
   template <typename... Arguments>
-  CXoError runTelling(const char* format, const Arguments&... arguments) {
+  CXoError runTelling(int level, const char* format, const Arguments&... arguments) {
     return run([&](SecondGenerationCall& call) {
-      call.line(0, format, arguments...);
+      call.line(level, format, arguments...);
       for (const auto& told : m_alsoTold) call.line(3, told.first, *told.second);
     });
+  }
+  template <typename... Arguments>
+  CXoError runTelling(const char* format, const Arguments&... arguments) {
+    return runTelling(0, format, arguments...);
   }
 
   // The whole description, for a list of what an owner holds: `none` for an empty list, else
@@ -295,7 +301,6 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
 
   const std::string m_signature;
   const char* m_guardName = nullptr;
-  GuardStyle m_guardStyle = GuardStyle::ErrorPrefix;
   std::vector<Requirement> m_required;
   HuaweiJSONBase* m_request = nullptr;
   PlainCall m_call{HUAWEI_REQ_GET, "", 0};
