@@ -27,10 +27,17 @@ namespace {
 struct InitiatorKind {
   explicit InitiatorKind(bool isISCSI)
       : resource(isISCSI ? "iscsi_initiator" : "fc_initiator"), text(isISCSI ? "ISCSI" : "FC") {}
-  // A text about the initiator `id` of this kind: a format of the kind's word, then the ID.
-  std::string said(const char* format, const std::string& id) const { return formatted(format, text, id); }
   const char* resource;
   const char* text;
+};
+
+// One initiator of a kind.
+struct Initiator : InitiatorKind {
+  Initiator(bool isISCSI, const std::string& initiatorId) : InitiatorKind(isISCSI), id(initiatorId) {}
+  // A text about it: a format of the kind's word, then the ID.
+  std::string said(const char* format) const { return formatted(format, text, id); }
+  ResourcePath path() const { return ResourcePath(resource).segment(id, "initiatorId"); }
+  const std::string& id;
 };
 
 const char* orEmptyWord(const std::string& hostId) { return hostId.empty() ? "EMPTY" : hostId.c_str(); }
@@ -40,22 +47,20 @@ const char* orEmptyWord(const std::string& hostId) { return hostId.empty() ? "EM
 CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo, std::string const& initiatorId,
                                                 bool const& isISCSI, std::string vstoreId) {
   std::vector<_HuaweiInitiator> initiators;
-  const InitiatorKind kind(isISCSI);
-  const std::string absent =
-      kind.said("[ERROR] The [%s] initiator information with ID [%s] does not exist", initiatorId);
+  const Initiator initiator(isISCSI, initiatorId);
+  const std::string absent = initiator.said("[ERROR] The [%s] initiator information with ID [%s] does not exist");
   return qualifiedSecondGeneration(
              "getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const bool&, std::string)")
       .required(initiatorId, "The entered initiator ID is empty")
       .sends(HuaweiJSONGetInitiatorInfo(initiators),
-             {HUAWEI_REQ_GET, ResourcePath(kind.resource).segment(initiatorId, "initiatorId").vstore(vstoreId),
-              HuaweiOpType::GET_INITIATOR_INFO},
+             {HUAWEI_REQ_GET, initiator.path().vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO},
              SecondGenerationTexts::lookup(""))
       // The line says more than is known; the error says only what is.
       .reacting({on(HuaweiArrayCode::INITIATOR_DOES_NOT_EXIST).fails(absent),
                  otherwise().line(3, absent).fails(
-                     kind.said("[ERROR] Unable to find [%s] initiator information with ID [%s]", initiatorId))})
+                     initiator.said("[ERROR] Unable to find [%s] initiator information with ID [%s]"))})
       .runFinding(initiators, &_HuaweiInitiator::id, initiatorId, Listed::Any,
-                  kind.said("[ERROR] Unable to find the [%s] initiator with ID [%s].", initiatorId), initiatorInfo,
+                  initiator.said("[ERROR] Unable to find the [%s] initiator with ID [%s]."), initiatorInfo,
                   "Found the initiator information associted with ID [%s]", &_HuaweiInitiator::id);
 }
 
@@ -163,8 +168,7 @@ CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorI
           StatusRequest("HuaweiJSONUpdateInitiator::parseResponse",
                         "{" + quoted("PARENTID", hostId) + " " + vstore(vstoreId) + "}",
                         {HuaweiResponse::CodeWidth::Signed32, -1}),
-          {HUAWEI_REQ_PUT, ResourcePath(InitiatorKind(isISCSI).resource).segment(initiatorId, "initiatorId"),
-           HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID},
+          {HUAWEI_REQ_PUT, Initiator(isISCSI, initiatorId).path(), HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID},
           {formatted("[ERROR] Failed to associate initiator ID [%s] to Host ID [%s]", initiatorId, hostId),
            formatted("[ERROR] Failed to associate initiator ID[%s]  with Host ID[%s]", initiatorId, hostId)})
       .runTelling("Successfully associated the initiator with ID [%s] to the Host ID [%s]", initiatorId, hostId);
@@ -228,7 +232,7 @@ CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGro
                    HuaweiOpType::HOST_GROUP_MEMBERSHIP,
                    "[ERROR] Failed to get the hosts associated with the Host Group [%s]")
       .runCounting(hosts, "No hosts has been associated with the Host Group [%s] yet",
-                   "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]", hostGroupId);
+                   "Successfully got the hosts associated with the Host Group [%s]. Count [%llu]");
 }
 
 CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGroupId, std::string const& hostId,

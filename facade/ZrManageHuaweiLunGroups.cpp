@@ -91,7 +91,7 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
           HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP,
           "[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]")
       .runCounting(snapshotLuns, "No snapshot luns are associated with the lun Group [%s].",
-                   "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]", lunGroupId);
+                   "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]");
 }
 
 CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,

@@ -167,8 +167,7 @@ CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& m
           HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
           "[ERROR] Failed to get the lun groups associated with the mappingview [%s]")
       .runCounting(lunGroups, "No lun groups are associated with the mappingview [%s].",
-                   "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]",
-                   mappingViewId);
+                   "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]");
 }
 
 CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& mappingViewId,
@@ -183,8 +182,7 @@ CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& 
           HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
           "[ERROR] Failed to get the host groups associated with the mappingview [%s]")
       .runCounting(hostGroups, "No host groups are associated with the mappingview [%s].",
-                   "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]",
-                   mappingViewId);
+                   "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]");
 }
 
 CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& lunGroupId,
@@ -197,8 +195,7 @@ CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& l
                    HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP,
                    "[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]")
       .runCounting(mappingViews, "No mappingviews are associated with the lungroup with ID [%s]",
-                   "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]",
-                   lunGroupId);
+                   "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]");
 }
 
 CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(std::string const& lunGroupId,

@@ -152,6 +152,7 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   // `failure`, a format of that identifier.
   template <class Request>
   SecondGenerationCall& listsHeldBy(Request&& request, const HeldObjects& held, int opType, const char* failure) {
+    m_ownerId = &held.ownerId;
     required({&held.ownerId});
     return sendsRefusedAs(std::forward<Request>(request), {HUAWEI_REQ_GET, held.resource(), opType},
                           formatted(failure, held.ownerId));
@@ -220,15 +221,15 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
     return runTelling(0, format, arguments...);
   }
 
-  // The whole description, for a list of what an owner holds: `none` for an empty list, else
-  // `counted` with the count, both at level 0 and with the owner's identifier.
+  // The whole description, for the list of listsHeldBy: `none` for an empty list, else `counted`
+  // with the count, both at level 0 and with the owner's identifier.
   template <class Records>
-  CXoError runCounting(const Records& records, const char* none, const char* counted, const std::string& ownerId) {
+  CXoError runCounting(const Records& records, const char* none, const char* counted) {
     return run([&](SecondGenerationCall& call) {
       if (records.empty()) {
-        call.line(0, none, ownerId);
+        call.line(0, none, *m_ownerId);
       } else {
-        call.line(0, counted, ownerId, static_cast<unsigned long long>(records.size()));
+        call.line(0, counted, *m_ownerId, static_cast<unsigned long long>(records.size()));
       }
     });
   }
@@ -309,4 +310,5 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   std::shared_ptr<Adoption> m_adoption;
   bool m_bodyTold = false;
   std::vector<std::pair<const char*, const std::string*>> m_alsoTold;
+  const std::string* m_ownerId = nullptr;
 };
