@@ -105,7 +105,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
                                                    HuaweiResponse::WithoutData::Status)),
              {HUAWEI_REQ_GET, filtered("snapshot", "NAME", snapshotName, vstoreId),
               HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME},
-             SecondGenerationTexts::lookup(formatted(kNotFound, snapshotName)))
+             SecondGenerationTexts::lookup(kNotFound, snapshotName))
       .runFinding(snapshots, snapshotName, kNotFound, snapshotInfo, "Found the snapshot LUN with name [%s]",
                   &_HuaweiLUNSnapshotInfo::name);
 }
