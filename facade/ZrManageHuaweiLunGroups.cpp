@@ -25,37 +25,26 @@ using HuaweiResponse::sanRules;
 CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, std::string& lunGroupId,
                                                std::string vstoreId) {
   std::vector<_HuaweiLunGroupInfo> groups;
-  return secondGeneration("CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
-      .guard(GuardStyle::Bare)
+  return secondGeneration("getLUNGroupIDFromName(const string&, std::string&, std::string)")
       // The wording is shared with the host lookup.
       .required(lunGroupName, "The entered host name is empty")
       .sends(RecordListRequest(groups, groupListRules("HuaweiJSONGetLunGroupInfo::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Unsigned64}))
                  .readBy(&_HuaweiLunGroupInfo::parseFromJson),
-             {HUAWEI_REQ_GET, ResourcePath("lungroup").add("filter", "NAME:" + lunGroupName).vstore(vstoreId),
+             {HUAWEI_REQ_GET, filtered("lungroup", "NAME", lunGroupName, vstoreId),
               HuaweiOpType::GET_LUN_GROUP_ID_FROM_NAME},
-             SecondGenerationTexts(
-                 formatted("[ERROR] Unable to find the information for the lungroup with name [%s]", lunGroupName))
-                 .emptyResponseSays("[ERROR] Empty response is returned from the array"))
+             SecondGenerationTexts::prefixedLookup(
+                 "[ERROR] Unable to find the information for the lungroup with name [%s]", lunGroupName))
       .runFinding(groups, lunGroupName, "[ERROR] Unable to get the information for the lun group with Name[%s].",
-                  [&](SecondGenerationCall& call, const _HuaweiLunGroupInfo& group) {
-                    lunGroupId = group.id;
-                    call.line(0, "Successfully got the information for lun group: ID [%s] NAME [%s]", group.id,
-                              group.name);
-                  });
+                  lunGroupId, "Successfully got the information for lun group: ID [%s] NAME [%s]",
+                  &_HuaweiLunGroupInfo::id, &_HuaweiLunGroupInfo::name);
 }
 
 CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::string const& lunGroupName,
                                         std::string vstoreId, std::string appType) {
-  _HuaweiLunGroupInfo wanted;
-  wanted.name = lunGroupName;
+  _HuaweiLunGroupInfo wanted = namedRecord<_HuaweiLunGroupInfo>(lunGroupName, vstoreId);
   wanted.appType = appType;
-  wanted.vstoreId = vstoreId;
-  // An adopted group keeps the application type and vStore name the caller's record held.
-  AdoptionByName<_HuaweiLunGroupInfo> adoption(*this, &ZrManageHuawei::getLUNGroupIDFromName, lunGroup,
-                                               renamedAs(lunGroup, wanted), Rendering::AsWritten);
-  return secondGeneration(
-             "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
+  return secondGeneration("createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
       // The wording is shared with the host groups.
       .required(lunGroupName, "[ERROR] The hostgroup name is empty")
       .sendsRefusedAs(
@@ -63,18 +52,17 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
                         "{" + quoted("NAME", lunGroupName) + ", " + bare("APPTYPE", appType) + vstore(vstoreId) + "}",
                         wanted),
           {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP},
-          formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName),
-          {on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-               .line(3, formatted("The lun group with Name [%s] already exists", lunGroupName))
-               .adopts()})
-      .adopting(adoption)
+          formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName))
+      // An adopted group keeps the application type and vStore name the caller's record held.
+      .adoptingNamed(formatted("The lun group with Name [%s] already exists", lunGroupName),
+                     AdoptionByName(*this, &ZrManageHuawei::getLUNGroupIDFromName, lunGroup,
+                                    renamedAs(lunGroup, wanted), Rendering::AsWritten))
       .runTelling("Successfully created the lungroup with Name [%s] ID [%s]", lunGroup.name, lunGroup.id);
 }
 
 CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                   std::string vstoreId) {
-  return secondGeneration(
-             "CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
+  return secondGeneration("addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
       // The guard names the LUN operation; callers know it by that text.
       .guard("addLuntoLunGroup")
       .required({&lunGroupId, &lunId})
@@ -92,66 +80,52 @@ CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId,
 CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId,
                                                             std::vector<_HuaweiLUNSnapshotInfo>& snapshotLuns,
                                                             std::string vstoreId) {
-  // Each snapshot LUN's keys are read in the order the record declares them.
-  HuaweiResponse::ReadingRules rules = groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
-                                                      {HuaweiResponse::CodeWidth::Unsigned64});
-  rules.order = HuaweiKeys::KeyOrder::Declared;
   return secondGeneration(
-             "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
-             "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
-      .required({&lunGroupId})
-      .sendsRefusedAs(
-          RecordListRequest(snapshotLuns, rules),
-          {HUAWEI_REQ_GET,
-           associatedWith("snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
-           HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP},
-          formatted("[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]", lunGroupId))
+             "getSnapshotLunAssociatedToLunGroup(const string&, std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
+      // Each snapshot LUN's keys are read in the order the record declares them.
+      .listsHeldBy(
+          RecordListRequest(snapshotLuns,
+                            groupListRules("HuaweiJSONGetSnapLunAssociatedWithLunGroup::parseResponse",
+                                           {HuaweiResponse::CodeWidth::Unsigned64}, HuaweiKeys::KeyOrder::Declared)),
+          {"snapshot/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId},
+          HuaweiOpType::GET_SNAPSHOT_LUN_ASSOCIATED_TO_LUN_GROUP,
+          "[ERROR] Failed to get the snapshot luns associated with the Lun Group [%s]")
       .runCounting(snapshotLuns, "No snapshot luns are associated with the lun Group [%s].",
-                   "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]", lunGroupId);
+                   "Successfully got the snapshot luns associated with the lun Group [%s]. Count [%llu]");
 }
 
 CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                            std::string vstoreId) {
-  SecondGenerationCall call = secondGeneration(
-      "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)");
-  if (CXoError failed = call.unguarded().required({&lunGroupId, &lunId}).checked(); failed.IsError()) return failed;
-  std::vector<_HuaweiLUNSnapshotInfo> members;
-  const CXoError listed = getSnapshotLunAssociatedToLunGroup(lunGroupId, members, vstoreId);
-  // An empty group fails too, in the words of the (successful) listing.
-  if (listed.IsError() || members.empty()) return call.error(listed.AsString());
-  if (exactRecord(members, &_HuaweiLUNSnapshotInfo::id, lunId) == nullptr) {
-    return call.error("[ERROR] Unable to find the snapshot lun [%s] associated with the lun group [%s].", lunId, lunId);
-  }
-  call.line(0, "The snapshot lun [%s] is associated to the lungroup [%s]", lunId, lunId);
-  return CXoError::Success();
+  return secondGeneration("isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)")
+      .unguarded()
+      .required({&lunGroupId, &lunId})
+      // An empty group fails too, in the words of the (successful) listing; the texts name the LUN twice.
+      .runHolding(
+          *this, &ZrManageHuawei::getSnapshotLunAssociatedToLunGroup, lunGroupId, vstoreId, lunId, Rendering::AsWritten,
+          formatted("[ERROR] Unable to find the snapshot lun [%s] associated with the lun group [%s].", lunId, lunId),
+          formatted("The snapshot lun [%s] is associated to the lungroup [%s]", lunId, lunId));
 }
 
 CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                        std::string vstoreId) {
-  const ResourcePath resource = ResourcePath("lungroup/associate")
-                                    .add("ID", lunGroupId)
-                                    .add("ASSOCIATEOBJID", lunId)
-                                    .add("ASSOCIATEOBJTYPE", HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue())
-                                    .vstore(vstoreId);
-  return secondGeneration(
-             "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
+  return secondGeneration("removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
       .required({&lunGroupId, &lunId})
       // Only the answer is read: the URL carries everything.
       .sendsRefusedAs(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse"),
-                      {HUAWEI_REQ_DELETE, resource, HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
+                      {HUAWEI_REQ_DELETE,
+                       associatedTo(ResourcePath("lungroup/associate").add("ID", lunGroupId), lunId,
+                                    HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN, vstoreId),
+                       HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
                       formatted("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", lunId, lunGroupId))
-      .run([&](SecondGenerationCall& call) {
-        call.line(3, "Successfully removed the lun [%s] from lungroup [%s]", lunId, lunGroupId);
-      });
+      .runTelling(3, "Successfully removed the lun [%s] from lungroup [%s]", lunId, lunGroupId);
 }
 
 CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::string vstoreId) {
-  return secondGeneration("CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
+  return secondGeneration("deleteLunGroup(const string&, std::string)")
       .required({&lunGroupId})
       .sends(HuaweiJSONDeleteRequest(),
              {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),
               HuaweiOpType::DELETE_LUN_GROUP},
-             SecondGenerationTexts(formatted("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId))
-                 .emptyResponseSays("[ERROR] Empty response returned from the array"))
+             SecondGenerationTexts::deletion("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId))
       .runTelling("Successfully deleted the lungroup with ID [%s]", lunGroupId);
 }

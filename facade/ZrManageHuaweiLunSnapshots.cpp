@@ -1,4 +1,5 @@
 // LUNs and LUN snapshots: lookups, and a snapshot's life from creation to deletion.
+#include "AssociationResource.h"
 #include "FormatArguments.h"
 #include "HandBuiltBody.h"
 #include "HuaweiArrayCodes.h"
@@ -55,8 +56,8 @@ RecordRequest<_HuaweiLUNSnapshotInfo> snapshotCreation(_HuaweiLUNSnapshotInfo& c
 }  // namespace
 
 CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& lunId, std::string vstoreId) {
-  return qualifiedSecondGeneration("CXoError ZrManageHuawei::getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
-      .guard("getLUNINfo", GuardStyle::Bare)
+  return qualifiedSecondGeneration("getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
+      .guard("getLUNINfo")
       .required(lunId, "The entered LUN ID is empty")
       .sends(RecordRequest(lunInfo, sanRules("HuaweiJSONGetLUNInfo::parseResponse"))
                  .readBy(&_HuaweiLUNInfo::parseFromJson),
@@ -78,9 +79,7 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
 
 CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                             bool& notExist, std::string vstoreId) {
-  return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
-      .guard(GuardStyle::Bare)
+  return qualifiedSecondGeneration("getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
       .required(snapshotId, "The entered snapshot ID is empty")
       .sends(RecordRequest(snapshotInfo, sanRules("HuaweiJSONGetLUNSnapshotInfo::parseResponse")),
              {HUAWEI_REQ_GET, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
@@ -99,116 +98,99 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
   std::vector<_HuaweiLUNSnapshotInfo> snapshots;
   const char kNotFound[] = "[ERROR] Unable to find the snapshot LUN with name [%s]";
   return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, "
-             "std::string)")
-      .guard(GuardStyle::Bare)
+             "getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
       // The empty name speaks of an ID.
       .required(snapshotName, "The entered snapshot ID is empty")
       .sends(RecordListRequest(snapshots, sanRules("HuaweiJSONGetLUNSnapshotInfoByName::parseResponse",
                                                    HuaweiResponse::WithoutData::Status)),
-             {HUAWEI_REQ_GET, ResourcePath("snapshot").add("filter", "NAME:" + snapshotName).vstore(vstoreId),
+             {HUAWEI_REQ_GET, filtered("snapshot", "NAME", snapshotName, vstoreId),
               HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME},
-             SecondGenerationTexts::lookup(formatted(kNotFound, snapshotName)))
-      .runFinding(snapshots, snapshotName, kNotFound,
-                  [&](SecondGenerationCall& call, const _HuaweiLUNSnapshotInfo& found) {
-                    snapshotInfo = found;
-                    call.line(0, "Found the snapshot LUN with name [%s]", snapshotName);
-                  });
+             SecondGenerationTexts::lookup(kNotFound, snapshotName))
+      .runFinding(snapshots, snapshotName, kNotFound, snapshotInfo, "Found the snapshot LUN with name [%s]",
+                  &_HuaweiLUNSnapshotInfo::name);
 }
 
 CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& lunId,
                                            std::string const& snapshotName, std::string vstoreId) {
   return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const string&, "
-             "std::string)")
+             "createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)")
       .required({&lunId, &snapshotName})
       .sends(snapshotCreation(snapshotInfo, lunId, snapshotName, vstoreId, false),
              {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT})
       .reacting(absentOrDetailed(
           on(HuaweiArrayCode::LUN_DOES_NOT_EXIST).fails(formatted("[ERROR] LUN with ID [%s] does not exist", lunId)),
           formatted("[ERROR] Unable to create snapshot [%s] for LUN with ID [%s]", snapshotName, lunId)))
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully created snapshot for LUN with ParentID [%s] Name [%s]", lunId, snapshotName);
-        call.line(3, "LUN ID [%s]", snapshotInfo.id);
-        call.line(3, "LUN Name [%s]", snapshotInfo.name);
-      });
+      .alsoTelling({{"LUN ID [%s]", snapshotInfo.id}, {"LUN Name [%s]", snapshotInfo.name}})
+      .runTelling("Successfully created snapshot for LUN with ParentID [%s] Name [%s]", lunId, snapshotName);
 }
 
 CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                                std::string const& copyName, std::string vstoreId) {
   return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, "
-             "std::string)")
+             "createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)")
       .required({&snapshotId, &copyName})
       .sendsRefusedAs(snapshotCreation(snapshotInfo, snapshotId, copyName, vstoreId, true),
                       {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
                       formatted("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId))
-      .run([&](SecondGenerationCall& call) {
-        call.line(0, "Successfully created snapshot copy for snapshot with ID [%s]", snapshotId);
-        call.line(3, "Snapshot ID [%s]", snapshotInfo.id);
-        call.line(3, "LUN Name [%s]", snapshotInfo.name);
-        call.line(3, "ParentID [%s]", snapshotInfo.parentId);
-        call.line(3, "Parent Name [%s]", snapshotInfo.parentName);
-      });
+      .alsoTelling({{"Snapshot ID [%s]", snapshotInfo.id},
+                    {"LUN Name [%s]", snapshotInfo.name},
+                    {"ParentID [%s]", snapshotInfo.parentId},
+                    {"Parent Name [%s]", snapshotInfo.parentName}})
+      .runTelling("Successfully created snapshot copy for snapshot with ID [%s]", snapshotId);
 }
 
 CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& snapshotIds, std::string vstoreId) {
   const std::string list = joinedIds(snapshotIds);
   return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::activateLUNSnapshot(const std::vector<std::__cxx11::basic_string<char> >&, "
-             "std::string)")
+             "activateLUNSnapshot(const std::vector<std::__cxx11::basic_string<char> >&, std::string)")
       .required(snapshotIds, "[ERROR] Invalid input parameters")
-      .sends(StatusRequest("HuaweiJSONActivateLUNSnapshot::parseResponse",
-                           "{\"SNAPSHOTLIST\":[" + list + "]" + vstore(vstoreId) + "}"),
-             {HUAWEI_REQ_POST, "snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT})
-      .reacting(
-          CodeReactions{on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
-                            .fails("[ERROR] The snapshot LUN does not exist.Enter a valid snapshot ID."),
-                        on(HuaweiArrayCode::SNAPSHOT_NOT_INACTIVE)
-                            .fails("[ERROR] The snapshot is not in the inactive state. Confirm the snapshot is in the "
-                                   "inactive state and retry."),
-                        otherwise().failsInArrayWords("[ERROR] ")}
-              .everyRefusalTold(3, formatted("[ERROR] Unable to activate the LUN snapshot(s) with ID(s) [%s]", list)))
+      .sendsInArrayWords(
+          StatusRequest("HuaweiJSONActivateLUNSnapshot::parseResponse",
+                        "{\"SNAPSHOTLIST\":[" + list + "]" + vstore(vstoreId) + "}"),
+          {HUAWEI_REQ_POST, "snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT},
+          {on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
+               .fails("[ERROR] The snapshot LUN does not exist.Enter a valid snapshot ID."),
+           on(HuaweiArrayCode::SNAPSHOT_NOT_INACTIVE)
+               .fails("[ERROR] The snapshot is not in the inactive state. Confirm the snapshot is in the inactive "
+                      "state and retry.")},
+          formatted("[ERROR] Unable to activate the LUN snapshot(s) with ID(s) [%s]", list))
       .runTelling("Successfully activated the LUN snapshot(s) with ID(s) [%s]", list);
 }
 
 CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bool& notExist, std::string vstoreId) {
-  return qualifiedSecondGeneration("CXoError ZrManageHuawei::deActivateLUNSnapshot(const string&, bool&, std::string)")
+  return qualifiedSecondGeneration("deActivateLUNSnapshot(const string&, bool&, std::string)")
       .required({&snapshotId})
-      .sends(StatusRequest("HuaweiJSONDeActivateLUNSnapshot::parseResponse",
-                           "{" + quoted("ID", snapshotId) + " " + vstore(vstoreId) + "}"),
-             {HUAWEI_REQ_PUT, "snapshot/stop", HuaweiOpType::DEACTIVATE_LUN_SNAPSHOT})
       // Stopping a snapshot that is gone counts as done.
-      .reacting({on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
-                     .line(0, formatted("The LUN snapshot with ID [%s] does not exist", snapshotId))
-                     .setting(notExist)
-                     .done(),
-                 otherwise().failsInArrayWords("[ERROR] ")})
+      .sendsInArrayWords(StatusRequest("HuaweiJSONDeActivateLUNSnapshot::parseResponse",
+                                       "{" + quoted("ID", snapshotId) + " " + vstore(vstoreId) + "}"),
+                         {HUAWEI_REQ_PUT, "snapshot/stop", HuaweiOpType::DEACTIVATE_LUN_SNAPSHOT},
+                         {on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
+                              .line(0, formatted("The LUN snapshot with ID [%s] does not exist", snapshotId))
+                              .setting(notExist)
+                              .done()})
       .runTelling("Successfully de-activated the LUN snapshot with ID [%s]", snapshotId);
 }
 
 CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::string vstoreId) {
-  return qualifiedSecondGeneration("CXoError ZrManageHuawei::deleteLUNSnapshot(const string&, std::string)")
+  return qualifiedSecondGeneration("deleteLUNSnapshot(const string&, std::string)")
       .required(snapshotId, "[ERROR] The LUN snapshot ID is empty")
-      .sends(StatusRequest("HuaweiJSONDeleteLUNSnapshot::parseResponse"),
-             {HUAWEI_REQ_DELETE, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
-              HuaweiOpType::DELETE_LUN_SNAPSHOT})
       // A snapshot deleted from outside counts as deleted.
-      .reacting(
-          CodeReactions{on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
-                            .line(0, formatted("The snapshot LUN with ID [%s] does not exist. The snapshot may "
-                                               "have been externally deleted.",
-                                               snapshotId))
-                            .done(),
-                        otherwise().failsInArrayWords("[ERROR] ")}
-              .everyRefusalTold(3, formatted("[ERROR] Unable to delete the LUN snapshot with ID [%s]", snapshotId)))
+      .sendsInArrayWords(
+          StatusRequest("HuaweiJSONDeleteLUNSnapshot::parseResponse"),
+          {HUAWEI_REQ_DELETE, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
+           HuaweiOpType::DELETE_LUN_SNAPSHOT},
+          {on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
+               .line(0, formatted("The snapshot LUN with ID [%s] does not exist. The snapshot may have "
+                                  "been externally deleted.",
+                                  snapshotId))
+               .done()},
+          formatted("[ERROR] Unable to delete the LUN snapshot with ID [%s]", snapshotId))
       .runTelling("Successfully deleted the LUN snapshot with ID [%s]", snapshotId);
 }
 
 CXoError ZrManageHuawei::revertLUNSnapshot(std::string const& snapshotId, std::string const& rollbackSpeed,
                                            std::string vstoreId) {
-  return qualifiedSecondGeneration(
-             "CXoError ZrManageHuawei::revertLUNSnapshot(const string&, const string&, std::string)")
+  return qualifiedSecondGeneration("revertLUNSnapshot(const string&, const string&, std::string)")
       .required({&snapshotId})
       // The array's words are not read here: the refusal says "[ERROR] " and no more, and the detail
       // stands in the transport's log.

@@ -40,18 +40,20 @@ struct Attachment {
 CXoError attach(SecondGenerationCall call, const Attachment& attachment, const std::string& groupId,
                 const std::string& mappingViewId, const std::string& vstoreId) {
   if (attachment.bodyTold) call.bodyTold();
-  return call.required({&groupId, &mappingViewId})
-      .sends(StatusRequest(attachment.answerLog,
-                           association(mappingViewId, groupId, attachment.type.getValue(), vstoreId)),
-             {HUAWEI_REQ_PUT, "mappingview/create_associate", attachment.opType},
-             SecondGenerationTexts::change(formatted("[ERROR] Failed to associate %s [%s] with mappingview [%s]",
-                                                     attachment.kind, groupId, mappingViewId)))
-      .reacting({on(attachment.alreadyCode)
-                     .line(0, formatted("The %s [%s] is already associated to the mappingview [%s]", attachment.kind,
-                                        groupId, mappingViewId))
-                     .done(),
-                 otherwise().line(3, formatted("[ERROR] Unable to associate %s [%s] with mappingview [%s]",
-                                               attachment.kind, groupId, mappingViewId))})
+  return call
+      .required({&groupId, &mappingViewId})
+      // Refusals are told as "Unable to associate" and fail as "Failed to associate".
+      .sendsRefusedAs(StatusRequest(attachment.answerLog,
+                                    association(mappingViewId, groupId, attachment.type.getValue(), vstoreId)),
+                      {HUAWEI_REQ_PUT, "mappingview/create_associate", attachment.opType},
+                      {formatted("[ERROR] Unable to associate %s [%s] with mappingview [%s]", attachment.kind, groupId,
+                                 mappingViewId),
+                       formatted("[ERROR] Failed to associate %s [%s] with mappingview [%s]", attachment.kind, groupId,
+                                 mappingViewId)},
+                      {on(attachment.alreadyCode)
+                           .line(0, formatted("The %s [%s] is already associated to the mappingview [%s]",
+                                              attachment.kind, groupId, mappingViewId))
+                           .done()})
       .runTelling("Successfully associated the %s [%s] with mappingview [%s]", attachment.kind, groupId, mappingViewId);
 }
 
@@ -79,10 +81,8 @@ CXoError detach(SecondGenerationCall call, const Detachment& detachment, const s
                .line(0, formatted("The mappingview [%s] does not exist", mappingViewId))
                .done(),
            otherwise().failsInArrayWords("", Rendering::AsFormat)})
-      .run([&](SecondGenerationCall& done) {
-        done.line(0, "Successfully removed the association between the %s [%s] and mappingview [%s]", detachment.kind,
+      .runTelling("Successfully removed the association between the %s [%s] and mappingview [%s]", detachment.kind,
                   groupId, mappingViewId);
-      });
 }
 
 }  // namespace
@@ -90,87 +90,65 @@ CXoError detach(SecondGenerationCall call, const Detachment& detachment, const s
 CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mappingView,
                                                   std::string const& mappingViewName, std::string vstoreId) {
   std::vector<_HuaweiLUNMappingView> views;
-  return secondGeneration(
-             "CXoError ZrManageHuawei::getMappingViewInfoByName(HuaweiLUNMappingView_t&, const string&, std::string)")
-      .guard(GuardStyle::Bare)
+  return secondGeneration("getMappingViewInfoByName(HuaweiLUNMappingView_t&, const string&, std::string)")
       // One text for both lookups.
       .required(mappingViewName, "The entered mapping view ID is empty")
       .sends(RecordListRequest(views, viewListRules()),
-             {HUAWEI_REQ_GET, ResourcePath("mappingview").add("filter", "NAME:" + mappingViewName).vstore(vstoreId),
+             {HUAWEI_REQ_GET, filtered("mappingview", "NAME", mappingViewName, vstoreId),
               HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_NAME},
-             SecondGenerationTexts(
-                 formatted("[ERROR] Unable to find the information for mapping view with name [%s]", mappingViewName))
-                 .emptyResponseSays("[ERROR] Empty response is returned from the array"))
+             SecondGenerationTexts::prefixedLookup(
+                 "[ERROR] Unable to find the information for mapping view with name [%s]", mappingViewName))
       .runFinding(views, mappingViewName, "[ERROR] Unable to get the information for mapping view with Name[%s].",
-                  [&](SecondGenerationCall& call, const _HuaweiLUNMappingView& view) {
-                    mappingView = view;
-                    call.line(0, "Successfully got the information for mapping view with Name [%s]. ID [%s]", view.name,
-                              view.id);
-                  });
+                  mappingView, "Successfully got the information for mapping view with Name [%s]. ID [%s]",
+                  &_HuaweiLUNMappingView::name, &_HuaweiLUNMappingView::id);
 }
 
 CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewId,
                                                 std::string vstoreId) {
   std::vector<_HuaweiLUNMappingView> views;
-  return secondGeneration(
-             "CXoError ZrManageHuawei::getMappingViewInfoByID(HuaweiLUNMappingView_t&, const string&, std::string)")
-      .guard(GuardStyle::Bare)
+  return secondGeneration("getMappingViewInfoByID(HuaweiLUNMappingView_t&, const string&, std::string)")
       .required(mappingViewId, "The entered mapping view ID is empty")
       .sends(RecordListRequest(views, viewListRules()),
-             {HUAWEI_REQ_GET, ResourcePath("mappingview").add("filter", "ID:" + mappingViewId).vstore(vstoreId),
+             {HUAWEI_REQ_GET, filtered("mappingview", "ID", mappingViewId, vstoreId),
               HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_ID},
-             SecondGenerationTexts(
-                 formatted("[ERROR] Unable to find the information for mapping view with ID [%s]", mappingViewId))
-                 .emptyResponseSays("[ERROR] Empty response is returned from the array"))
-      .run([&](SecondGenerationCall& call) {
-        // Exactly the one view asked for: an answer of several is not trusted.
-        if (views.size() != 1 || views.front().id != mappingViewId) {
-          return call.error("[ERROR] Unable to get the information for mapping view with ID [%s].", mappingViewId);
-        }
-        mappingView = views.front();
-        call.line(0, "Successfully got the information for mapping view with ID [%s]. Name [%s]", mappingViewId,
-                  mappingView.name);
-        return CXoError::Success();
-      });
+             SecondGenerationTexts::prefixedLookup(
+                 "[ERROR] Unable to find the information for mapping view with ID [%s]", mappingViewId))
+      .runFinding(views, &_HuaweiLUNMappingView::id, mappingViewId, Listed::Sole,
+                  formatted("[ERROR] Unable to get the information for mapping view with ID [%s].", mappingViewId),
+                  mappingView, "Successfully got the information for mapping view with ID [%s]. Name [%s]",
+                  &_HuaweiLUNMappingView::id, &_HuaweiLUNMappingView::name);
 }
 
 CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewName,
                                            std::string vstoreId) {
-  _HuaweiLUNMappingView wanted;
-  wanted.name = mappingViewName;
-  wanted.vstoreId = vstoreId;
-  AdoptionByName<_HuaweiLUNMappingView> adoption(*this, &ZrManageHuawei::getMappingViewInfoByName, mappingView, wanted,
-                                                 Rendering::AsWritten);
-  return secondGeneration(
-             "CXoError ZrManageHuawei::createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)")
+  const auto wanted = namedRecord<_HuaweiLUNMappingView>(mappingViewName, vstoreId);
+  return secondGeneration("createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)")
       // The wording is shared with the host groups.
       .required(mappingViewName, "[ERROR] The hostgroup name is empty")
       // The answer gives the view's ID and NAME; the vStore identifier stays as sent, its name empty.
       .sendsRefusedAs(RecordRequest(mappingView, sanIdentityRules("HuaweiJSONCreateMappingView::parseResponse"),
                                     "{" + quoted("NAME", mappingViewName) + " " + vstore(vstoreId) + "}", wanted),
                       {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
-                      formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName),
-                      {on(HuaweiArrayCode::NAME_ALREADY_IN_USE)
-                           .line(3, formatted("The mapping view with Name [%s] already exists", mappingViewName))
-                           .adopts()})
-      .adopting(adoption)
+                      formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName))
+      .adoptingNamed(
+          formatted("The mapping view with Name [%s] already exists", mappingViewName),
+          AdoptionByName(*this, &ZrManageHuawei::getMappingViewInfoByName, mappingView, wanted, Rendering::AsWritten))
       .runTelling("Successfully created the mapping view with Name [%s] ID [%s]", mappingView.name, mappingView.id);
 }
 
 CXoError ZrManageHuawei::addHostGroupToMappingView(std::string const& hostGroupId, std::string const& mappingViewId,
                                                    std::string vstoreId) {
-  return attach(
-      secondGeneration("CXoError ZrManageHuawei::addHostGroupToMappingView(const string&, const string&, std::string)"),
-      {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_ALREADY_IN_MAPPING_VIEW,
-       HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW, "HuaweiJSONAssociateHostGroupWithMappingView::parseResponse",
-       true},
-      hostGroupId, mappingViewId, vstoreId);
+  return attach(secondGeneration("addHostGroupToMappingView(const string&, const string&, std::string)"),
+                {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP,
+                 HuaweiArrayCode::HOST_GROUP_ALREADY_IN_MAPPING_VIEW, HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW,
+                 "HuaweiJSONAssociateHostGroupWithMappingView::parseResponse", true},
+                hostGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::addLunGroupToMappingView(std::string const& lunGroupId, std::string const& mappingViewId,
                                                   std::string vstoreId) {
   return attach(
-      secondGeneration("CXoError ZrManageHuawei::addLunGroupToMappingView(const string&, const string&, std::string)"),
+      secondGeneration("addLunGroupToMappingView(const string&, const string&, std::string)"),
       {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_ALREADY_IN_MAPPING_VIEW,
        HuaweiOpType::ADD_LUN_GROUP_TO_MAPPING_VIEW, "HuaweiJSONAssociateLunGroupWithMappingView::parseResponse", false},
       lunGroupId, mappingViewId, vstoreId);
@@ -180,89 +158,71 @@ CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& m
                                                             std::vector<_HuaweiLunGroupInfo>& lunGroups,
                                                             std::string vstoreId) {
   return secondGeneration(
-             "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, "
-             "std::vector<_HuaweiLunGroupInfo>&, std::string)")
-      .required({&mappingViewId})
-      .sendsRefusedAs(
+             "getLunGroupAssociatedToMappingView(const string&, std::vector<_HuaweiLunGroupInfo>&, std::string)")
+      .listsHeldBy(
           RecordListRequest(lunGroups, groupListRules("HuaweiJSONGetLunGroupAssociatedWithMappingView::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Signed32}))
               .readBy(&_HuaweiLunGroupInfo::parseFromJson),
-          {HUAWEI_REQ_GET,
-           associatedWith("lungroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId),
-           HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
-          formatted("[ERROR] Failed to get the lun groups associated with the mappingview [%s]", mappingViewId))
+          {"lungroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId},
+          HuaweiOpType::GET_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+          "[ERROR] Failed to get the lun groups associated with the mappingview [%s]")
       .runCounting(lunGroups, "No lun groups are associated with the mappingview [%s].",
-                   "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]",
-                   mappingViewId);
+                   "Successfully got all the lun groups associated with the mappingview [%s]. Count [%llu]");
 }
 
 CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& mappingViewId,
                                                              std::vector<_HuaweiHostGroupInfo>& hostGroups,
                                                              std::string vstoreId) {
   return secondGeneration(
-             "CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(const string&, "
-             "std::vector<_HuaweiHostGroupInfo>&, std::string)")
-      .required({&mappingViewId})
-      .sendsRefusedAs(
+             "getHostGroupAssociatedToMappingView(const string&, std::vector<_HuaweiHostGroupInfo>&, std::string)")
+      .listsHeldBy(
           RecordListRequest(hostGroups, groupListRules("HuaweiJSONGetHostGroupAssociatedWithMappingView::parseResponse",
                                                        HuaweiResponse::StatusReport())),
-          {HUAWEI_REQ_GET,
-           associatedWith("hostgroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId),
-           HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW},
-          formatted("[ERROR] Failed to get the host groups associated with the mappingview [%s]", mappingViewId))
+          {"hostgroup/associate", mappingViewId, HuaweiApiValue::OBJECT_TYPE_MAPPINGVIEW, vstoreId},
+          HuaweiOpType::GET_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW,
+          "[ERROR] Failed to get the host groups associated with the mappingview [%s]")
       .runCounting(hostGroups, "No host groups are associated with the mappingview [%s].",
-                   "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]",
-                   mappingViewId);
+                   "Successfully got all the host groups associated with the mappingview [%s]. Count [%llu]");
 }
 
 CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& lunGroupId,
                                                             std::vector<_HuaweiLUNMappingView>& mappingViews,
                                                             std::string vstoreId) {
   return secondGeneration(
-             "CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(const string&, "
-             "std::vector<_HuaweiLUNMappingView>&, std::string)")
-      .required({&lunGroupId})
-      .sendsRefusedAs(
-          RecordListRequest(mappingViews, viewListRules()),
-          {HUAWEI_REQ_GET,
-           associatedWith("mapping/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId),
-           HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP},
-          formatted("[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]", lunGroupId))
+             "getMappingViewAssociatedToLunGroup(const string&, std::vector<_HuaweiLUNMappingView>&, std::string)")
+      .listsHeldBy(RecordListRequest(mappingViews, viewListRules()),
+                   {"mapping/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId},
+                   HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP,
+                   "[ERROR] Failed to get the mapping views associated with the lungroup with ID [%s]")
       .runCounting(mappingViews, "No mappingviews are associated with the lungroup with ID [%s]",
-                   "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]",
-                   lunGroupId);
+                   "Successfully got all the mappingviews associated with the lungroup with ID [%s]. Count [%llu]");
 }
 
 CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(std::string const& lunGroupId,
                                                                std::string const& mappingViewId, std::string vstoreId) {
   // The guard's name is shorter than the operation's; callers know it by that text.
-  return detach(
-      secondGeneration(
-          "CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(const string&, const string&, std::string)"),
-      {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_DOES_NOT_EXIST,
-       HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW, "removeLunGroupToMappingView"},
-      lunGroupId, mappingViewId, vstoreId);
+  return detach(secondGeneration("removeLunGroupAssociatedToMappingView(const string&, const string&, std::string)"),
+                {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_DOES_NOT_EXIST,
+                 HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW, "removeLunGroupToMappingView"},
+                lunGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(std::string const& hostGroupId,
                                                                 std::string const& mappingViewId,
                                                                 std::string vstoreId) {
-  return detach(
-      secondGeneration(
-          "CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(const string&, const string&, std::string)"),
-      {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_DOES_NOT_EXIST,
-       HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW, nullptr},
-      hostGroupId, mappingViewId, vstoreId);
+  return detach(secondGeneration("removeHostGroupAssociatedToMappingView(const string&, const string&, std::string)"),
+                {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_DOES_NOT_EXIST,
+                 HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW, nullptr},
+                hostGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std::string vstoreId) {
-  return secondGeneration("CXoError ZrManageHuawei::deleteMappingView(const string&, std::string)")
+  return secondGeneration("deleteMappingView(const string&, std::string)")
       .required({&mappingViewId})
       // A view that is gone is a failure here.
       .sends(HuaweiJSONDeleteRequest(),
              {HUAWEI_REQ_DELETE, ResourcePath("mappingview").segment(mappingViewId, "mappingViewId").vstore(vstoreId),
               HuaweiOpType::DELETE_MAPPING_VIEW},
-             SecondGenerationTexts(formatted("[ERROR] Failed to delete the mappingview with Id [%s]", mappingViewId))
-                 .emptyResponseSays("[ERROR] Empty response returned from the array"))
+             SecondGenerationTexts::deletion("[ERROR] Failed to delete the mappingview with Id [%s]", mappingViewId))
       .runTelling("Successfully deleted the mappingview with ID [%s]", mappingViewId);
 }

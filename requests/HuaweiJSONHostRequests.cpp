@@ -14,13 +14,20 @@ _HuaweiInitiator lookedUp(const jsonxx::Object& data, HuaweiKeys::Keys keys) {
 
 }  // namespace
 
-// Reads a list and a single object alike.
 bool HuaweiJSONGetInitiatorInfo::parseResponse(std::string& response) {
+  std::vector<_HuaweiInitiator> initiators;
+  if (!readAnswer(response, initiators)) return false;
+  *m_destination = std::move(initiators);
+  return true;
+}
+
+// Reads a list and a single object alike.
+bool HuaweiJSONGetInitiatorInfo::readAnswer(std::string& response, std::vector<_HuaweiInitiator>& initiators) const {
   const char* logName = "HuaweiJSONGetInitiatorInfo::parseResponse";
   jsonxx::Object answer;
   if (!HuaweiResponse::parseObject(HuaweiResponse::sanLog(logName), m_jobId, response, answer)) return false;
   if (answer.has<jsonxx::Object>("data")) {
-    m_initiators.push_back(lookedUp(answer.get<jsonxx::Object>("data"), HuaweiKeys::Keys::AllOptional));
+    initiators.push_back(lookedUp(answer.get<jsonxx::Object>("data"), HuaweiKeys::Keys::AllOptional));
     return true;
   }
   const auto readOne = [](const jsonxx::Object& element, _HuaweiInitiator& initiator) {
@@ -28,7 +35,7 @@ bool HuaweiJSONGetInitiatorInfo::parseResponse(std::string& response) {
     return true;
   };
   const auto readAll = [&](const jsonxx::Array& list) {
-    return HuaweiResponse::appendRecords(list, m_initiators, readOne);
+    return HuaweiResponse::appendRecords(list, initiators, readOne);
   };
   return HuaweiResponse::readDataList(m_jobId, answer, HuaweiResponse::sanRules(logName), readAll);
 }

@@ -6,14 +6,17 @@
 
 #include "RecordRequests.h"
 
-// Reads the list and the single-object answers alike. Note that it stores PARENTNAME, the host's
+// Reads the list and the single-object answers alike into the caller's list, once the whole
+// answer is read; a generic request (RecordRequests.h). Note that it stores PARENTNAME, the host's
 // name, in `name`: callers of this lookup see the host's name there, never the initiator's.
-class HuaweiJSONGetInitiatorInfo : public HuaweiJSONBase {
+class HuaweiJSONGetInitiatorInfo final : public HuaweiJSONBase {
  public:
-  explicit HuaweiJSONGetInitiatorInfo(unsigned long long const& jobId) : HuaweiJSONBase(jobId) {}
+  explicit HuaweiJSONGetInitiatorInfo(std::vector<_HuaweiInitiator>& destination) : m_destination(&destination) {}
   bool parseResponse(std::string& response) override;
-  void getInitiatorInfo(std::vector<_HuaweiInitiator>& initiators) { initiators = m_initiators; }
+  void forJob(unsigned long long jobId) { m_jobId = jobId; }
 
  private:
-  std::vector<_HuaweiInitiator> m_initiators;
+  bool readAnswer(std::string& response, std::vector<_HuaweiInitiator>& initiators) const;
+
+  std::vector<_HuaweiInitiator>* m_destination;
 };

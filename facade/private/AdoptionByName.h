@@ -1,7 +1,8 @@
 // Create-or-adopt for the facade's records: a create operation refused because its name is in use
-// takes the object of that name, found by one of the facade's lookups by name. A lookup that
-// answers an id makes the caller's record `taken` with that id; a lookup that answers the whole
-// record writes the caller's record itself, as it does when called on its own.
+// takes the object of that name, found by one of the facade's lookups by name (handed to
+// SecondGenerationCall::adoptingNamed). A lookup that answers an id makes the caller's record
+// `taken` with that id; a lookup that answers the whole record writes the caller's record itself,
+// as it does when called on its own.
 #pragma once
 
 #include <string>
@@ -43,6 +44,15 @@ class AdoptionByName final : public Adoption {
   Record m_taken;
   Rendering m_rendering;
 };
+
+// A record that holds only a name and a vStore: what a creation sends, before the rest is known.
+template <typename Record>
+Record namedRecord(const std::string& name, const std::string& vstoreId) {
+  Record record;
+  record.name = name;
+  record.vstoreId = vstoreId;
+  return record;
+}
 
 // The caller's record under the wanted name and vStore: what a group adopts, keeping the rest.
 template <typename Record>

@@ -6,21 +6,18 @@
 
 namespace {
 const char kSourceFile[] = "ZrManageHuawei.cpp";
+const char kFacade[] = "ZrManageHuawei::";
 
-// "ZrManageHuawei::name" out of "<result> ZrManageHuawei::name(<parameters>)", or "name" alone.
-std::string logNameOf(const std::string& signature, LogName naming) {
-  const std::size_t open = signature.find('(');
-  const std::size_t start = signature.rfind(' ', open) + 1;
-  const std::size_t name = naming == LogName::Qualified ? start : signature.rfind(':', open) + 1;
-  return signature.substr(name, open - name);
+// "name" out of "name(<parameters>)", with the facade's class in front where `naming` asks for it.
+std::string logNameOf(const std::string& operation, LogName naming) {
+  const std::string name = operation.substr(0, operation.find('('));
+  return naming == LogName::Qualified ? kFacade + name : name;
 }
 }  // namespace
 
 SecondGenerationTexts SecondGenerationTexts::lookup(std::string requestFailed) {
-  SecondGenerationTexts texts(std::move(requestFailed));
-  texts.buildFailureSays(kBuildFailedText)
-      .emptyResponseSays("[ERROR] Empty response is returned from the array")
-      .parseFailureSays("[ERROR] Unable to parse the JSON Response");
+  SecondGenerationTexts texts = prefixedLookup(std::move(requestFailed));
+  texts.buildFailureSays(kBuildFailedText);
   return texts;
 }
 
@@ -31,8 +28,21 @@ SecondGenerationTexts SecondGenerationTexts::change(std::string requestFailed) {
   return texts;
 }
 
+SecondGenerationTexts SecondGenerationTexts::prefixedLookup(std::string requestFailed) {
+  SecondGenerationTexts texts(std::move(requestFailed));
+  texts.emptyResponseSays("[ERROR] Empty response is returned from the array");
+  texts.m_bareGuard = true;
+  return texts;
+}
+
+SecondGenerationTexts SecondGenerationTexts::deletion(std::string requestFailed) {
+  SecondGenerationTexts texts(std::move(requestFailed));
+  texts.emptyResponseSays("[ERROR] Empty response returned from the array");
+  return texts;
+}
+
 CXoError SecondGenerationCall::error(const std::string& text) const {
-  return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature, __LINE__), -1, "%s", text.c_str());
+  return YbErrorUtil::ErrorErrNo(YbCodeLocation(kSourceFile, m_signature.c_str(), __LINE__), -1, "%s", text.c_str());
 }
 
 CXoError SecondGenerationCall::error(const std::string& words, Rendering rendering) const {
@@ -40,17 +50,11 @@ CXoError SecondGenerationCall::error(const std::string& words, Rendering renderi
 }
 
 SecondGenerationCall::SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug,
-                                           const char* signature, LogName naming, unsigned long long jobId)
-    : OwnLog(debug, logNameOf(signature, naming), jobId),
+                                           const char* operation, LogName naming, unsigned long long jobId)
+    : OwnLog(debug, logNameOf(operation, naming), jobId),
       PlainCallBase(transport, sessionOpen, m_ownLog),
-      m_signature(signature),
+      m_signature(std::string("CXoError ") + kFacade + operation),
       m_guardName(operationName(m_name.c_str())) {}
-
-SecondGenerationCall& SecondGenerationCall::guard(const char* operationName, GuardStyle style) {
-  m_guardName = operationName;
-  m_guardStyle = style;
-  return *this;
-}
 
 SecondGenerationCall& SecondGenerationCall::required(std::initializer_list<const std::string*> values) {
   for (const std::string* value : values)
@@ -68,7 +72,7 @@ SecondGenerationCall& SecondGenerationCall::sends(HuaweiJSONBase& request, Plain
 
 CXoError SecondGenerationCall::checked() const {
   if (m_guardName != nullptr && !m_sessionOpen) {
-    return error((m_guardStyle == GuardStyle::ErrorPrefix ? "[ERROR] " : "") + guardText(m_guardName));
+    return error(m_texts.guardPrefix() + guardText(m_guardName));
   }
   for (const Requirement& requirement : m_required) {
     if (requirement.missing) return error(std::string(requirement.text));

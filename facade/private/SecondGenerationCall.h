@@ -7,21 +7,25 @@
 #pragma once
 
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "AssociationResource.h"
 #include "CXoError.h"
 #include "CodeReactions.h"
 #include "ExactRecord.h"
 #include "FailureTexts.h"
 #include "FormatArguments.h"
+#include "HuaweiArrayCodes.h"
 #include "OperationLog.h"
 #include "PlainCall.h"
 #include "YbString.h"
 
-// A second-generation operation's texts; unnamed ones are the frame's "[ERROR] " texts.
+// A second-generation operation's texts; unnamed ones are the frame's "[ERROR] " texts. Lookups
+// give the guard's text bare, every other operation behind "[ERROR] ".
 class SecondGenerationTexts : public FailureTexts<SecondGenerationTexts> {
  public:
   explicit SecondGenerationTexts(std::string requestFailed)
@@ -31,10 +35,30 @@ class SecondGenerationTexts : public FailureTexts<SecondGenerationTexts> {
   // without it, and with other words for the empty answer. Neither prefixes the build failure.
   static SecondGenerationTexts lookup(std::string requestFailed);
   static SecondGenerationTexts change(std::string requestFailed);
-};
+  // The lookups of LUN groups and mapping views prefix the build failure too.
+  static SecondGenerationTexts prefixedLookup(std::string requestFailed);
+  // Deletions prefix every text, and speak of the empty answer as changes do.
+  static SecondGenerationTexts deletion(std::string requestFailed);
 
-// Most guards carry the "[ERROR] " prefix; a few lookups give the bare text.
-enum class GuardStyle { ErrorPrefix, Bare };
+  // The same, the refused send's words a format of the operation's values.
+  template <typename First, typename... Rest>
+  static SecondGenerationTexts lookup(const char* format, const First& first, const Rest&... rest) {
+    return lookup(formatted(format, first, rest...));
+  }
+  template <typename First, typename... Rest>
+  static SecondGenerationTexts prefixedLookup(const char* format, const First& first, const Rest&... rest) {
+    return prefixedLookup(formatted(format, first, rest...));
+  }
+  template <typename First, typename... Rest>
+  static SecondGenerationTexts deletion(const char* format, const First& first, const Rest&... rest) {
+    return deletion(formatted(format, first, rest...));
+  }
+
+  const char* guardPrefix() const { return m_bareGuard ? "" : "[ERROR] "; }
+
+ private:
+  bool m_bareGuard = false;
+};
 
 // Create-or-adopt: how a create operation looks up the object that holds its name already, and
 // takes it as the one asked for.
@@ -50,6 +74,19 @@ class Adoption {
  protected:
   ~Adoption() = default;
 };
+
+// The words of a change's refusals that no row answers: told at level 3, then the failure's text.
+// Most say both alike.
+struct RefusalWords {
+  RefusalWords(std::string words) : told(words), failure(std::move(words)) {}
+  RefusalWords(std::string toldAs, std::string failsAs) : told(std::move(toldAs)), failure(std::move(failsAs)) {}
+  std::string told;
+  std::string failure;
+};
+
+// Which of the records a lookup lists is the one asked for: any whose key matches exactly, or only
+// the sole record of the list.
+enum class Listed { Any, Sole };
 
 // What a call's lines are tagged with, taken from its signature: the operation's name
 // ("deleteLunGroup") or that name with its class ("ZrManageHuawei::deleteLunGroup").
@@ -67,15 +104,15 @@ class OwnLog {
 
 class SecondGenerationCall : private OwnLog, public PlainCallBase {
  public:
-  // signature is the operation's signature as text, e.g. "CXoError ZrManageHuawei::deleteLunGroup(const
-  // string&, std::string)"; lines go through `debug` under the name in it, as `naming` says. The
-  // guard names the operation without "ZrManageHuawei::".
-  SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* signature,
+  // operation is the operation's signature as text behind its class, e.g.
+  // "deleteLunGroup(const string&, std::string)": errors are located at the whole signature
+  // ("CXoError ZrManageHuawei::deleteLunGroup(...)"), and lines go through `debug` under the name in
+  // it, as `naming` says. The guard names the operation without "ZrManageHuawei::".
+  SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* operation,
                        LogName naming, unsigned long long jobId);
 
   // A guard that names operationName, where the operation is known by another name.
-  SecondGenerationCall& guard(const char* operationName, GuardStyle style = GuardStyle::ErrorPrefix);
-  SecondGenerationCall& guard(GuardStyle style) { return m_guardStyle = style, *this; }
+  SecondGenerationCall& guard(const char* operationName) { return m_guardName = operationName, *this; }
   // For an operation that leaves the session to the operations it calls.
   SecondGenerationCall& unguarded() { return m_guardName = nullptr, *this; }
   // A value that must not be empty, with the operation's text for when it is.
@@ -94,18 +131,52 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
                               SecondGenerationTexts texts = SecondGenerationTexts::change("")) {
     return sends(keep(std::move(request), m_ownLog.jobId()), std::move(call), std::move(texts));
   }
-  // A change whose refusals that no row of `reactions` answers are told at level 3 and fail in the
-  // same words.
+  // A change whose refusals that no row of `reactions` answers are told and fail in `words`.
   template <class Request>
-  SecondGenerationCall& sendsRefusedAs(Request&& request, PlainCall call, const std::string& failure,
+  SecondGenerationCall& sendsRefusedAs(Request&& request, PlainCall call, RefusalWords words,
                                        CodeReactions reactions = {}) {
-    sends(std::forward<Request>(request), std::move(call), SecondGenerationTexts::change(failure));
-    return reacting(std::move(reactions.add(otherwise().line(3, failure))));
+    sends(std::forward<Request>(request), std::move(call), SecondGenerationTexts::change(words.failure));
+    return reacting(std::move(reactions.add(otherwise().line(3, std::move(words.told)))));
+  }
+  // A change whose refusals that no row of `reactions` answers fail in the array's words behind
+  // "[ERROR] "; every refusal is told at level 3 in `told` first, where one is given.
+  template <class Request>
+  SecondGenerationCall& sendsInArrayWords(Request&& request, PlainCall call, CodeReactions reactions,
+                                          std::string told = std::string()) {
+    sends(std::forward<Request>(request), std::move(call));
+    reactions.add(otherwise().failsInArrayWords("[ERROR] "));
+    if (!told.empty()) reactions.everyRefusalTold(3, std::move(told));
+    return reacting(std::move(reactions));
+  }
+  // The list of what an owner holds, whose identifier is required: refusals are told and fail in
+  // `failure`, a format of that identifier.
+  template <class Request>
+  SecondGenerationCall& listsHeldBy(Request&& request, const HeldObjects& held, int opType, const char* failure) {
+    m_ownerId = &held.ownerId;
+    required({&held.ownerId});
+    return sendsRefusedAs(std::forward<Request>(request), {HUAWEI_REQ_GET, held.resource(), opType},
+                          formatted(failure, held.ownerId));
   }
   // Refused sends that no row answers fail in the texts' words, told nowhere.
   SecondGenerationCall& reacting(CodeReactions reactions) { return m_reactions = std::move(reactions), *this; }
-  // The lookup that rows reacting with Reaction::Adopt run.
-  SecondGenerationCall& adopting(Adoption& adoption) { return m_adoption = &adoption, *this; }
+  // Create-or-adopt, after the reactions: a name in use is told at level 3 in `told`, and the
+  // object of that name is taken by `adoption` (an AdoptionByName).
+  template <class ByName>
+  SecondGenerationCall& adoptingNamed(std::string told, ByName adoption) {
+    m_adoption = std::make_shared<ByName>(std::move(adoption));
+    m_reactions.add(on(HuaweiArrayCode::NAME_ALREADY_IN_USE).line(3, std::move(told)).adopts());
+    return *this;
+  }
+  // Values of the answer told at level 3 behind runTelling's success line, each in its format;
+  // they are read when they are told.
+  struct ToldValue {
+    const char* format;
+    const std::string& value;
+  };
+  SecondGenerationCall& alsoTelling(std::initializer_list<ToldValue> values) {
+    for (const ToldValue& told : values) m_alsoTold.emplace_back(told.format, &told.value);
+    return *this;
+  }
   // The body is told at level 0 before the send.
   SecondGenerationCall& bodyTold() { return m_bodyTold = true, *this; }
 
@@ -137,36 +208,67 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   }
 
   // The whole description, for an operation whose completed answer tells only its success line,
-  // at level 0. The values are read when the line is told.
+  // at level 0 unless another is given. The values are read when the line is told.
+  template <typename... Arguments>
+  CXoError runTelling(int level, const char* format, const Arguments&... arguments) {
+    return run([&](SecondGenerationCall& call) {
+      call.line(level, format, arguments...);
+      for (const auto& told : m_alsoTold) call.line(3, told.first, *told.second);
+    });
+  }
   template <typename... Arguments>
   CXoError runTelling(const char* format, const Arguments&... arguments) {
-    return run([&](SecondGenerationCall& call) { call.line(0, format, arguments...); });
+    return runTelling(0, format, arguments...);
   }
 
-  // The whole description, for a list of what an owner holds: `none` for an empty list, else
-  // `counted` with the count, both at level 0 and with the owner's identifier.
+  // The whole description, for the list of listsHeldBy: `none` for an empty list, else `counted`
+  // with the count, both at level 0 and with the owner's identifier.
   template <class Records>
-  CXoError runCounting(const Records& records, const char* none, const char* counted, const std::string& ownerId) {
+  CXoError runCounting(const Records& records, const char* none, const char* counted) {
     return run([&](SecondGenerationCall& call) {
       if (records.empty()) {
-        call.line(0, none, ownerId);
+        call.line(0, none, *m_ownerId);
       } else {
-        call.line(0, counted, ownerId, static_cast<unsigned long long>(records.size()));
+        call.line(0, counted, *m_ownerId, static_cast<unsigned long long>(records.size()));
       }
     });
   }
 
-  // The whole description, for a lookup by name: the record named exactly `name` is handed, with
-  // this call, to `take`, which tells the success line; none is an error in `missing`'s words, a
-  // format of the name.
-  template <class Record, class Take>
-  CXoError runFinding(const std::vector<Record>& records, const std::string& name, const char* missing, Take&& take) {
+  // The whole description, for whether an owner holds an object, asked after the checks of the
+  // facade's `list` of what the owner holds. A failed or empty list fails in the list's text,
+  // rendered as `rendering` says; an object not listed fails in `missing`; else `told` is told.
+  template <class Facade, class Record>
+  CXoError runHolding(Facade& facade, CXoError (Facade::*list)(const std::string&, std::vector<Record>&, std::string),
+                      const std::string& ownerId, const std::string& vstoreId, const std::string& objectId,
+                      Rendering rendering, const std::string& missing, const std::string& told) {
+    if (CXoError failed = checked(); failed.IsError()) return failed;
+    std::vector<Record> held;
+    const CXoError listed = (facade.*list)(ownerId, held, vstoreId);
+    if (listed.IsError() || held.empty()) return error(listed.AsString(), rendering);
+    if (exactRecord(held, &Record::id, objectId) == nullptr) return error(missing);
+    line(0, told.c_str());
+    return CXoError::Success();
+  }
+
+  // The whole description, for a lookup: the record whose `key` is exactly `value` goes to `out`
+  // (its identifier, or the whole record) and is told at level 0 in `told`, a format of its
+  // `fields`; none is an error in `missing`'s words.
+  template <class Record, class Out, class... Text>
+  CXoError runFinding(const std::vector<Record>& records, std::string Record::*key, const std::string& value,
+                      Listed listed, const std::string& missing, Out& out, const char* told, Text Record::*... fields) {
     return run([&](SecondGenerationCall& call) {
-      const Record* record = exactRecord(records, &Record::name, name);
-      if (record == nullptr) return call.error(missing, name);
-      take(call, *record);
+      const Record* record = exactRecord(records, key, value);
+      if (record == nullptr || (listed == Listed::Sole && records.size() != 1)) return call.error(missing);
+      takeFound(out, *record);
+      call.line(0, told, (*record).*fields...);
       return CXoError::Success();
     });
+  }
+  // The same, for a lookup by name; `missing` is a format of the name.
+  template <class Record, class Out, class... Text>
+  CXoError runFinding(const std::vector<Record>& records, const std::string& name, const char* missing, Out& out,
+                      const char* told, Text Record::*... fields) {
+    return runFinding(records, &Record::name, name, Listed::Any, formatted(missing, name), out, told, fields...);
   }
 
   // An error of this operation with the given text.
@@ -189,15 +291,24 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   CXoError exchange(bool& completed);
   CXoError refused();
   CXoError adopt();
+  template <class Record>
+  static void takeFound(std::string& id, const Record& found) {
+    id = found.id;
+  }
+  template <class Record>
+  static void takeFound(Record& out, const Record& found) {
+    out = found;
+  }
 
-  const char* m_signature;
+  const std::string m_signature;
   const char* m_guardName = nullptr;
-  GuardStyle m_guardStyle = GuardStyle::ErrorPrefix;
   std::vector<Requirement> m_required;
   HuaweiJSONBase* m_request = nullptr;
   PlainCall m_call{HUAWEI_REQ_GET, "", 0};
   SecondGenerationTexts m_texts{std::string()};
   CodeReactions m_reactions;
-  Adoption* m_adoption = nullptr;
+  std::shared_ptr<Adoption> m_adoption;
   bool m_bodyTold = false;
+  std::vector<std::pair<const char*, const std::string*>> m_alsoTold;
+  const std::string* m_ownerId = nullptr;
 };
