@@ -12,6 +12,8 @@
 namespace {
 const int kFileSystemParentType = 40;
 const char kWalkComplete[] = "100";
+const char kPageFailed[] =
+    "Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].";
 
 // The caller's page while the next one is fetched: its records go, their nodes serving the next
 // page's records. Where a missing required value fails only the call, they are kept aside
@@ -36,6 +38,15 @@ class CallersPage {
   std::list<_HuaweiSnapshotChangeList> m_previous;
 };
 
+// The walk ends on a page that is both empty and complete, or on a page that could not be read:
+// the session goes, and the page tells which.
+void endWalk(ZrManageHuawei& facade, FirstGenerationCall& call, _HuaweiSnapshotChangeListInfo& info, bool fetched) {
+  info.sessionFailed = fetched ? 0 : 1;
+  if (!facade.deleteSnapshotChangeListSession(info.sessionId)) {
+    call.failure("Unable to delete the Snap Change List Session ID[%s]", info.sessionId);
+  }
+}
+
 // The page after the caller's cursor.
 ResourcePath pageResource(const _HuaweiSnapshotChangeListInfo& info) {
   return ResourcePath("fs_snapchangelist_result")
@@ -59,10 +70,7 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
   firstGeneration("ZrManageHuawei::createSnapshotChangeListSession", LogKind::Event)
       .sends(request, {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
              FirstGenerationTexts("Unable to create change list session information"))
-      .run([&](FirstGenerationCall& call) {
-        sessionId = request.getSessionId();
-        call.line(5, "Successfully created a Session with ID[%s]", sessionId);
-      });
+      .runTaking(sessionId, request.getSessionId(), 5, "Successfully created a Session with ID[%s]", sessionId);
   return sessionId;
 }
 
@@ -88,24 +96,15 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
       return false;
     }
   }
-  bool sessionOver = true;
-  const bool fetched =
-      call.sends(request, {HUAWEI_REQ_GET, pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
-                 FirstGenerationTexts(formatted("Unable to get the snapshot change list for base snapshot[%s] and "
-                                                "incremental snapshot[%s].",
-                                                baseSnapshotId, incrementalSnapshotId)))
-          .run([&](FirstGenerationCall&) {
-            info = std::move(request).getChangeListInfo(info.sessionId);
-            // The walk ends on a page that is both empty and complete.
-            sessionOver = info.changes.empty() && info.progress == kWalkComplete;
-          });
+  bool walkOver = true;
+  const bool fetched = call.sends(request, {HUAWEI_REQ_GET, pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
+                                  FirstGenerationTexts(formatted(kPageFailed, baseSnapshotId, incrementalSnapshotId)))
+                           .run([&](FirstGenerationCall&) {
+                             info = std::move(request).getChangeListInfo(info.sessionId);
+                             walkOver = info.changes.empty() && info.progress == kWalkComplete;
+                           });
   if (RequiredValueContainment::failed()) return callers.failedKeepingIt();
-  if (sessionOver) {
-    info.sessionFailed = fetched ? 0 : 1;
-    if (!deleteSnapshotChangeListSession(info.sessionId)) {
-      call.failure("Unable to delete the Snap Change List Session ID[%s]", info.sessionId);
-    }
-  }
+  if (walkOver) endWalk(*this, call, info, fetched);
   return fetched;
 }
 

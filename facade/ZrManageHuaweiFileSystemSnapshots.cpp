@@ -10,6 +10,9 @@
 
 namespace {
 const char kIncrementalBackupSnapshotType[] = "8";
+const char kSnapDiffRefused[] =
+    "File System with Id[%llu] does not support SnapDiff functionality. Trying again by turning off ENABLESNAPDIFF "
+    "option.";
 
 // An incremental-backup snapshot is deleted with a flag of its own.
 ResourcePath deletionResource(const std::string& snapshotId, const std::string& snapType, const std::string& vstoreId) {
@@ -22,26 +25,24 @@ ResourcePath deletionResource(const std::string& snapshotId, const std::string& 
 
 bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSystemId, std::string& snapshot,
                                               bool enableSnapDiff, std::string vstoreId) {
-  const std::string retry = formatted(
-      "File System with Id[%llu] does not support SnapDiff functionality. Trying again by turning off "
-      "ENABLESNAPDIFF option.",
-      fileSystemId);
+  HuaweiJSONCreateFileSystemSnapshot request(m_jobId, fileSystemId, snapshot, enableSnapDiff, vstoreId);
   // A file system that cannot take the SnapDiff option is asked again without it, for as long as
   // the array refuses: the retry is deliberately unbounded. Only each attempt's own answer counts,
   // so that a connection lost after a refusal does not become an endless loop of sends.
-  bool refusedSnapDiff = true;
-  bool created = false;
-  for (bool snapDiff = enableSnapDiff; !created && refusedSnapDiff; snapDiff = false) {
+  bool refusedSnapDiff = false;
+  FirstGenerationCall call = firstGeneration("ZrManageHuawei::createFileSystemSnapshot", LogKind::Event);
+  call.sends(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
+             FirstGenerationTexts("Unable to create snapshot."))
+      .reacting(CodeReactions{on(HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED)
+                                  .setting(refusedSnapDiff)
+                                  .fails(formatted(kSnapDiffRefused, fileSystemId), 0)}
+                    .countingOnlyThisAnswer());
+  while (!call.runTelling("Successfully created snapshot[%s]", snapshot)) {
+    if (!refusedSnapDiff) return false;
     refusedSnapDiff = false;
-    HuaweiJSONCreateFileSystemSnapshot request(m_jobId, fileSystemId, snapshot, snapDiff, vstoreId);
-    created = firstGeneration("ZrManageHuawei::createFileSystemSnapshot", LogKind::Event)
-                  .sends(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
-                         FirstGenerationTexts("Unable to create snapshot."))
-                  .reacting(CodeReactions{on(HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED).setting(refusedSnapDiff).fails(retry, 0)}
-                                .countingOnlyThisAnswer())
-                  .runTelling("Successfully created snapshot[%s]", snapshot);
+    request.withoutSnapDiff();
   }
-  return created;
+  return true;
 }
 
 bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _HuaweiSnapshotInfo& info,

@@ -57,10 +57,8 @@ bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::strin
           {HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
           FirstGenerationTexts(formatted("Unable to get the VStoreName from VStoreId [%s]", vstoreId))
               .emptyResponseSays(kParseFailedText))
-      .run([&](FirstGenerationCall& call) {
-        vstoreName = info.name;
-        call.line(0, "Successfully got the VStoreName [%s] from VStoreId [%s]", vstoreName, vstoreId);
-      });
+      .runTaking(vstoreName, info.name, 0, "Successfully got the VStoreName [%s] from VStoreId [%s]", vstoreName,
+                 vstoreId);
 }
 
 bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileSystems, std::string vstoreId) {

@@ -245,13 +245,10 @@ bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::stri
                                         name, permission, shareId))
                      .done()})
       .readingRefusals()
-      .run([&](FirstGenerationCall& call) {
-        permissionId = request.getPermissionId();
-        call.line(0,
-                  "Successfully added the permission with ID [%s] Name [%s] Permission [%s] to the CIFS Share with "
-                  "ID [%s]",
-                  permissionId, name, permission, shareId);
-      });
+      .runTaking(permissionId, request.getPermissionId(), 0,
+                 "Successfully added the permission with ID [%s] Name [%s] Permission [%s] to the CIFS Share with ID "
+                 "[%s]",
+                 permissionId, name, permission, shareId);
 }
 
 bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fileSystemId, std::string const& name,

@@ -25,7 +25,7 @@ class HuaweiJSONGetChangeListSession : public HuaweiJSONBase {
 
   bool buildRequest(std::string& body) override;
   bool parseResponse(std::string& response) override;
-  std::string getSessionId() { return m_sessionId; }
+  const std::string& getSessionId() const { return m_sessionId; }
 
  private:
   std::string m_parentId;

@@ -15,6 +15,8 @@ class HuaweiJSONCreateFileSystemSnapshot : public HuaweiJSONBase {
 
   bool buildRequest(std::string& body) override;
   bool parseResponse(std::string& response) override;
+  // For the next send: the file system could not take the SnapDiff option.
+  void withoutSnapDiff() { m_enableSnapDiff = false; }
 
  private:
   unsigned long long m_fileSystemId;

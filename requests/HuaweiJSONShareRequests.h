@@ -43,7 +43,7 @@ class HuaweiJSONAddCIFSSharePermissions : public HuaweiJSONBase {
                                     std::string const& permission, std::string const& vstoreId);
   bool buildRequest(std::string& body) override;
   bool parseResponse(std::string& response) override;
-  std::string getPermissionId() { return m_permissionId; }
+  const std::string& getPermissionId() const { return m_permissionId; }
 
  private:
   std::string m_permissionId;

@@ -103,6 +103,17 @@ class FirstGenerationCall : private FirstGenerationLog, public PlainCallBase {
     return run([&](FirstGenerationCall& call) { call.line(0, format, arguments...); });
   }
 
+  // The whole description, for an operation that answers one value of the answer: `value`, read
+  // once the answer is complete, goes to `out` before the success line is told at `level`.
+  template <typename... Arguments>
+  bool runTaking(std::string& out, const std::string& value, int level, const char* format,
+                 const Arguments&... arguments) {
+    return run([&](FirstGenerationCall& call) {
+      out = value;
+      call.line(level, format, arguments...);
+    });
+  }
+
   // The whole description, for a list output whose count, the one value of `format`, is told at
   // `level`. A failure empties the list, unless a missing required value failed the operation.
   template <class List>
