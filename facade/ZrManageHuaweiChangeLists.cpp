@@ -12,8 +12,7 @@
 namespace {
 const int kFileSystemParentType = 40;
 const char kWalkComplete[] = "100";
-const char kPageFailed[] =
-    "Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].";
+const char kPageFailed[] = "Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].";
 
 // The caller's page while the next one is fetched: its records go, their nodes serving the next
 // page's records. Where a missing required value fails only the call, they are kept aside
@@ -69,7 +68,7 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
   std::string sessionId;
   firstGeneration("ZrManageHuawei::createSnapshotChangeListSession", LogKind::Event)
       .sends(request, {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
-             FirstGenerationTexts("Unable to create change list session information"))
+             "Unable to create change list session information")
       .runTaking(sessionId, request.getSessionId(), 5, "Successfully created a Session with ID[%s]", sessionId);
   return sessionId;
 }
@@ -92,13 +91,12 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
         createSnapshotChangeListSession(parentId, baseSnapshotId, incrementalSnapshotId, kFileSystemParentType);
     if (info.sessionId.empty()) {
       if (RequiredValueContainment::failed()) return callers.failedKeepingIt();
-      call.failure("Unable to get the Snap Change List Session ID.");
-      return false;
+      return call.failure("Unable to get the Snap Change List Session ID.");
     }
   }
   bool walkOver = true;
   const bool fetched = call.sends(request, {HUAWEI_REQ_GET, pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
-                                  FirstGenerationTexts(formatted(kPageFailed, baseSnapshotId, incrementalSnapshotId)))
+                                  formatted(kPageFailed, baseSnapshotId, incrementalSnapshotId))
                            .run([&](FirstGenerationCall&) {
                              info = std::move(request).getChangeListInfo(info.sessionId);
                              walkOver = info.changes.empty() && info.progress == kWalkComplete;
@@ -114,6 +112,6 @@ bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionI
       .sends(request,
              {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
               HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
-             FirstGenerationTexts("Unable to delete change list session information"))
+             "Unable to delete change list session information")
       .runTelling("Successfully deleted the Session ID[%s]", sessionId);
 }

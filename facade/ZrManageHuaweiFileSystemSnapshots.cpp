@@ -32,7 +32,7 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
   bool refusedSnapDiff = false;
   FirstGenerationCall call = firstGeneration("ZrManageHuawei::createFileSystemSnapshot", LogKind::Event);
   call.sends(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
-             FirstGenerationTexts("Unable to create snapshot."))
+             "Unable to create snapshot.")
       .reacting(CodeReactions{on(HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED)
                                   .setting(refusedSnapDiff)
                                   .fails(formatted(kSnapDiffRefused, fileSystemId), 0)}
@@ -54,7 +54,7 @@ bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _H
           .sends(RecordRequest(info, HuaweiResponse::plainRules("HuaweiJSONGetSnapshotInfo::parseResponse")),
                  {HUAWEI_REQ_GET, ResourcePath("fssnapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
                   HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO},
-                 FirstGenerationTexts("Unable to get the snapshot information."))
+                 "Unable to get the snapshot information.")
           .reacting({on(HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST).setting(absent)})
           .runTelling("Successfully got the snapshot information for [%s].", info.id);
   if (absent) {
@@ -92,6 +92,6 @@ bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std
       .sends(DeletionRequest(HuaweiResponse::ParserLog{"HuaweiJSONDeleteSnapshot::parseResponse"}),
              {HUAWEI_REQ_DELETE, deletionResource(snapshotId, info.snapType, vstoreId),
               HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
-             FirstGenerationTexts("Unable to delete the snapshot"))
+             "Unable to delete the snapshot")
       .runTelling("Successfully deleted the Snapshot ID[%s]", snapshotId);
 }

@@ -13,12 +13,18 @@ using HuaweiResponse::plainRules;
 
 namespace {
 
-// Marks the interface that carries the NDMP service's address, told at level 0.
-void markNDMPInterface(FirstGenerationCall& call, std::list<_HuaweiArrayInterfaces>& interfaces,
-                       const std::string& ndmpAddress) {
+// Marks the interface that carries the address of the NDMP service, when the service could be
+// placed and is enabled; else tells why none is.
+void markNDMPInterface(FirstGenerationCall& call, std::list<_HuaweiArrayInterfaces>& interfaces, bool placed,
+                       const _HuaweiNDMPServiceSettings& settings) {
+  if (!placed || settings.ip.empty() || !settings.isEnabled) {
+    call.failure(
+        "Unable to get the NDMP Service settings either because NDMP is not configured or configured but disabled.");
+    return;
+  }
   for (_HuaweiArrayInterfaces& candidate : interfaces) {
-    if (candidate.ipv4Address == ndmpAddress || candidate.ipv6Address == ndmpAddress) {
-      call.line(0, "NDMP Monitoring IP is set [%s].", ndmpAddress);
+    if (candidate.ipv4Address == settings.ip || candidate.ipv6Address == settings.ip) {
+      call.line(0, "NDMP Monitoring IP is set [%s].", settings.ip);
       candidate.ndmpMonitoringIp = true;
       return;
     }
@@ -30,8 +36,7 @@ void markNDMPInterface(FirstGenerationCall& call, std::list<_HuaweiArrayInterfac
 bool ZrManageHuawei::getSystemInformation(_HuaweiSystemInformation& info) {
   return firstGeneration("ZrManageHuawei::getSystemInformation", LogKind::Event)
       .sends(RecordRequest(info, plainRules("HuaweiJSONGetSystemInformation::parseResponse")),
-             {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
-             FirstGenerationTexts("Unable to get the system information."))
+             {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION}, "Unable to get the system information.")
       .runTelling("Successfully got the system information for [%s].", info.name);
 }
 
@@ -66,7 +71,7 @@ bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileS
   return firstGeneration("ZrManageHuawei::getFileSystemsList", LogKind::Event)
       .sends(RecordListRequest(fileSystems, plainRules("HuaweiJSONGetFileSystems::parseResponse")),
              {HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST},
-             FirstGenerationTexts("Unable to get the file systems list."))
+             "Unable to get the file systems list.")
       .runListing(fileSystems, 0, "Successfully got the File Systems. Count[%zd].");
 }
 
@@ -77,7 +82,7 @@ bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& inter
   std::list<_HuaweiArrayInterfaces> found;
   if (!call.sends(RecordListRequest(found, plainRules("HuaweiJSONGetArrayInterfaces::parseResponse")),
                   {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
-                  FirstGenerationTexts("Unable to get the array interfaces list."))
+                  "Unable to get the array interfaces list.")
            .runListing(found, 0, "Successfully got the Array Interfaces. Count[%zd].")) {
     return RequiredValueContainment::failEmptying(interfaces);
   }
@@ -86,12 +91,7 @@ bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& inter
   const bool placed = getNDMPServiceSettings(settings, HuaweiVstore::kNone);
   if (RequiredValueContainment::failed()) return false;
   interfaces.swap(found);
-  if (placed && !settings.ip.empty() && settings.isEnabled) {
-    markNDMPInterface(call, interfaces, settings.ip);
-  } else {
-    call.failure(
-        "Unable to get the NDMP Service settings either because NDMP is not configured or configured but disabled.");
-  }
+  markNDMPInterface(call, interfaces, placed, settings);
   return true;
 }
 

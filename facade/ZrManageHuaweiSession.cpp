@@ -91,15 +91,15 @@ bool ZrManageHuawei::setTokenInfo() {
   HuaweiJSONGetTokenInfo request(m_jobId, m_restApi->getUserName(), m_restApi->getPassword());
   FirstGenerationCall call = firstGeneration("ZrManageHuawei::setTokenInfo", LogKind::Facade);
   const bool done = call.sends(request, {HUAWEI_REQ_POST, "", HuaweiOpType::SET_TOKEN_INFO},
-                               FirstGenerationTexts("Unable to get the base token information"))
+                               "Unable to get the base token information")
                         .run([&](FirstGenerationCall&) {
                           std::string baseToken;
                           std::string deviceId;
                           request.getTokenInformation(baseToken, deviceId, m_vstoreId);
                           m_restApi->setBaseToken(baseToken);
                           m_restApi->setDeviceId(deviceId);
-                          call.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]",
-                                    baseToken, deviceId, m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
+                          call.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]", baseToken,
+                                    deviceId, m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
                         });
   // GetErrorInfo tells the outcome of the login's send; a login that never went out leaves it.
   if (call.sent()) m_lastResult = call.status();

@@ -178,13 +178,13 @@ bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string cons
 bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& name, std::string const& sharePath,
                                      std::string const& fileSystemId, std::string vstoreId) {
   HuaweiJSONCreateCIFSShare request(m_jobId, shareId, name, sharePath, fileSystemId, vstoreId);
-  AdoptionByLookup<_HuaweiShareInfo> existing(*this, &ZrManageHuawei::getShareInfoByName, kCIFSProtocol, name,
-                                              vstoreId, shareId, kCIFSShareAdoption);
+  AdoptionByLookup<_HuaweiShareInfo> existing(*this, &ZrManageHuawei::getShareInfoByName, kCIFSProtocol, name, vstoreId,
+                                              shareId, kCIFSShareAdoption);
   // The guard has always named the grant; operators search the logs for that text. Other refusals
   // fail without a line of their own.
   return firstGeneration("createCIFSShare", LogKind::Facade)
       .guard("addCIFSSharePermission")
-      .sends(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE}, FirstGenerationTexts())
+      .sends(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE})
       .reacting({on(HuaweiArrayCode::CIFS_SHARE_ALREADY_EXISTS)
                      .line(0, formatted("The CIFS share with Name [%s] already exists.Get the share details", name))
                      .adopts()})
@@ -198,8 +198,7 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
   if (!call.checked()) return false;
   _HuaweiShareInfo share;
   if (!getShareInfoByName(share, kCIFSProtocol, shareName, vstoreId)) {
-    call.failure("Unable to get CIFS Share information for the share name [%s]", shareName);
-    return false;
+    return call.failure("Unable to get CIFS Share information for the share name [%s]", shareName);
   }
   if (share.id.empty()) {
     call.line(3, "The share [%s] does not exist", shareName);
@@ -209,7 +208,7 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
       .sends(HuaweiJSONDeleteCIFSShare(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath("cifshare").segment(share.id, "share ID").vstore(vstoreId),
               HuaweiOpType::DELETE_CIFS_SHARE},
-             FirstGenerationTexts("Unable to delete the CIFS share"))
+             "Unable to delete the CIFS share")
       .runTelling("Successfully deleted the CIFS Share[%s] with ID[%s]", shareName, share.id);
 }
 
@@ -217,9 +216,10 @@ bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissio
                                              std::string vstoreId) {
   // No filter: every permission of the array (or vStore) comes, and callers narrow the list.
   return firstGeneration("getCIFSSharePermissions", LogKind::Facade)
-      .sends(HuaweiJSONGetCIFSSharePermissionInfo(permissions),
-             {HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId), HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS},
-             FirstGenerationTexts("Unable to get the permissions list for CIFS Share."))
+      .sends(
+          HuaweiJSONGetCIFSSharePermissionInfo(permissions),
+          {HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId), HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS},
+          "Unable to get the permissions list for CIFS Share.")
       .runListing(permissions, 3, "Successfully got the permission list. Count[%zu].");
 }
 
@@ -237,8 +237,7 @@ bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::stri
   HuaweiJSONAddCIFSSharePermissions request(m_jobId, name, shareId, domainType, permission, vstoreId);
   // Other refusals go on to the parser, which reports the array's code.
   return firstGeneration("addCIFSSharePermission", LogKind::Facade)
-      .sends(request, {HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION},
-             FirstGenerationTexts())
+      .sends(request, {HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION})
       .reacting({on(HuaweiArrayCode::CIFS_PERMISSION_ALREADY_EXISTS)
                      .line(0, formatted("The permission with Name [%s] Permission [%s] already exists for the CIFS "
                                         "Share with ID [%s]",
@@ -257,9 +256,9 @@ bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fil
   // No code is looked at: a share that exists is a failure like any other.
   return firstGeneration("createNFSShare", LogKind::Facade)
       .sends(request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE},
-             FirstGenerationTexts(formatted("Unable to create NFS Share [%s] with share path [%s] and file system ID "
-                                            "[%s].",
-                                            name, sharePath, fileSystemId)))
+             formatted("Unable to create NFS Share [%s] with share path [%s] and file system ID "
+                       "[%s].",
+                       name, sharePath, fileSystemId))
       .runTelling("Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name, sharePath,
                   shareId);
 }
@@ -271,7 +270,7 @@ bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vsto
       .sends(HuaweiJSONDeleteNFSShare(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId),
               HuaweiOpType::DELETE_NFS_SHARE},
-             FirstGenerationTexts(formatted("[ERROR] Unable to delete the NFS share with ID [%s].", shareId)))
+             formatted("[ERROR] Unable to delete the NFS share with ID [%s].", shareId))
       .runTelling("Successfully deleted the NFS Share with ID[%s]", shareId);
 }
 
@@ -280,7 +279,7 @@ bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionI
   return firstGeneration("getNFSSharePermissions", LogKind::Facade)
       .sends(HuaweiJSONGetNFSSharePermissionInfo(permissions, {kShareParserLog, HuaweiResponse::WithoutData::Fatal}),
              {HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId), HuaweiOpType::GET_NFS_SHARE_PERMISSIONS},
-             FirstGenerationTexts("Unable to get the permissions list for NFS Share"))
+             "Unable to get the permissions list for NFS Share")
       .runListing(permissions, 3, "Successfully got the permission list for NFS Share. Count[%zu].");
 }
 
@@ -300,8 +299,7 @@ bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::strin
   HuaweiJSONAddNFSSharePermissions request(m_jobId, name, shareId, accessVal, sync, allSquash, rootSquash, vstoreId);
   // Every refusal alike, a client that has its permission already included, and told at level 0.
   return firstGeneration("addNFSSharePermission", LogKind::Facade)
-      .sends(request, {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION},
-             FirstGenerationTexts())
+      .sends(request, {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION})
       .reacting({otherwise().fails(formatted("Unable to add IP [%s] to the NFS share [%s].", name, shareId), 0)})
       .runTelling("Successfully added the IP [%s] to the NFS Share with ID [%s]", name, shareId);
 }
@@ -313,8 +311,7 @@ bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, s
       .required(permissionId, "PermissionID")
       .sends(HuaweiJSONDeleteNFSSharePermission(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),
-              HuaweiOpType::DELETE_NFS_SHARE_PERMISSION},
-             FirstGenerationTexts())
+              HuaweiOpType::DELETE_NFS_SHARE_PERMISSION})
       .reacting({on(HuaweiArrayCode::NFS_PERMISSION_DOES_NOT_EXIST)
                      .line(3, failed + " as the permission does not exist")
                      .done(),

@@ -17,11 +17,15 @@
 #include "RequiredValueContainment.h"
 
 // A first-generation operation's texts: a refused send is told in the operation's own words (in
-// none when it has none), the other steps in the frame's unless the operation says otherwise.
+// none when it has none), the other steps in the frame's unless the operation says otherwise. The
+// words alone stand for the texts where the other steps keep the frame's.
 class FirstGenerationTexts : public FailureTexts<FirstGenerationTexts> {
  public:
   explicit FirstGenerationTexts(StepText requestFailed = StepText(""))
       : FailureTexts(std::move(requestFailed), kBuildFailedText, kEmptyResponseText, kParseFailedText) {}
+  FirstGenerationTexts(const char* requestFailed) : FirstGenerationTexts(StepText(requestFailed)) {}  // NOLINT
+  FirstGenerationTexts(std::string requestFailed)                                                     // NOLINT
+      : FirstGenerationTexts(StepText(std::move(requestFailed))) {}
 };
 
 class FirstGenerationCall;
@@ -64,9 +68,10 @@ class FirstGenerationCall : private FirstGenerationLog, public PlainCallBase {
   FirstGenerationCall& required(const std::string& value, const char* label);
   // Fails with `text` when `refused` holds. Checks are made in the order given, after the guard.
   FirstGenerationCall& refusing(bool refused, std::string text);
-  FirstGenerationCall& sends(HuaweiJSONBase& request, PlainCall call, FirstGenerationTexts texts);
+  FirstGenerationCall& sends(HuaweiJSONBase& request, PlainCall call,
+                             FirstGenerationTexts texts = FirstGenerationTexts());
   template <class Request, Generic<Request> = 0>
-  FirstGenerationCall& sends(Request&& request, PlainCall call, FirstGenerationTexts texts) {
+  FirstGenerationCall& sends(Request&& request, PlainCall call, FirstGenerationTexts texts = FirstGenerationTexts()) {
     return sends(keep(std::move(request), m_log.jobId()), std::move(call), std::move(texts));
   }
   // The rows that answer the array's codes; a refusal that none answers is told in the texts'
@@ -86,14 +91,15 @@ class FirstGenerationCall : private FirstGenerationLog, public PlainCallBase {
       m_log.line(level, format, FormatArgument::of(arguments)...);
     }
   }
-  // A failure line of the operation's log.
+  // A failure line of the operation's log; answers false, the operation's result.
   template <typename... Arguments>
-  void failure(const char* format, const Arguments&... arguments) {
+  bool failure(const char* format, const Arguments&... arguments) {
     if constexpr (sizeof...(Arguments) == 0) {
       m_log.failure("%s", format);
     } else {
       m_log.failure(format, FormatArgument::of(arguments)...);
     }
+    return false;
   }
 
   // The whole description, for an operation whose complete answer tells only its success line,
