@@ -12,6 +12,7 @@
 namespace {
 const int kFileSystemParentType = 40;
 const char kWalkComplete[] = "100";
+const char kInvalidSnapshots[] = "Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]";
 const char kPageFailed[] = "Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].";
 
 // The caller's page while the next one is fetched: its records go, their nodes serving the next
@@ -76,15 +77,13 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
 bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::string const& baseSnapshotId,
                                            std::string const& incrementalSnapshotId,
                                            _HuaweiSnapshotChangeListInfo& info) {
-  // The session's creation and the page are one operation.
-  RequiredValueContainment::OperationScope operation;
   HuaweiJSONGetChangeListResult request(m_jobId);
   CallersPage callers(info, request);
-  // No guard here: only the session operations that this one calls test the session.
+  // Held to the end: the session's creation and the page are one operation. No guard here: only
+  // the session operations that this one calls test the session.
   FirstGenerationCall call = firstGeneration("ZrManageHuawei::getSnapshotChangeList", LogKind::Event);
   call.unguarded().refusing(baseSnapshotId.empty() || incrementalSnapshotId.empty(),
-                            formatted("Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]",
-                                      incrementalSnapshotId, baseSnapshotId));
+                            formatted(kInvalidSnapshots, incrementalSnapshotId, baseSnapshotId));
   if (!call.checked()) return false;
   if (info.sessionId.empty()) {
     info.sessionId =

@@ -21,6 +21,10 @@ const char kCIFSProtocol[] = "unc";
 const char kNFSProtocol[] = "nfs";
 const char kErrorPrefix[] = "[ERROR] ";
 const char kCIFSPermissions[] = "CIFS_SHARE_AUTH_CLIENT";
+const char kCIFSPermissionExists[] =
+    "The permission with Name [%s] Permission [%s] already exists for the CIFS Share with ID [%s]";
+const char kCIFSPermissionAdded[] =
+    "Successfully added the permission with ID [%s] Name [%s] Permission [%s] to the CIFS Share with ID [%s]";
 const char kNFSPermissions[] = "NFS_SHARE_AUTH_CLIENT";
 
 // The lookup's texts carry the error prefix.
@@ -239,15 +243,11 @@ bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::stri
   return firstGeneration("addCIFSSharePermission", LogKind::Facade)
       .sends(request, {HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION})
       .reacting({on(HuaweiArrayCode::CIFS_PERMISSION_ALREADY_EXISTS)
-                     .line(0, formatted("The permission with Name [%s] Permission [%s] already exists for the CIFS "
-                                        "Share with ID [%s]",
-                                        name, permission, shareId))
+                     .line(0, formatted(kCIFSPermissionExists, name, permission, shareId))
                      .done()})
       .readingRefusals()
-      .runTaking(permissionId, request.getPermissionId(), 0,
-                 "Successfully added the permission with ID [%s] Name [%s] Permission [%s] to the CIFS Share with ID "
-                 "[%s]",
-                 permissionId, name, permission, shareId);
+      .runTaking(permissionId, request.getPermissionId(), 0, kCIFSPermissionAdded, permissionId, name, permission,
+                 shareId);
 }
 
 bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fileSystemId, std::string const& name,
@@ -256,9 +256,8 @@ bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fil
   // No code is looked at: a share that exists is a failure like any other.
   return firstGeneration("createNFSShare", LogKind::Facade)
       .sends(request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE},
-             formatted("Unable to create NFS Share [%s] with share path [%s] and file system ID "
-                       "[%s].",
-                       name, sharePath, fileSystemId))
+             formatted("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name, sharePath,
+                       fileSystemId))
       .runTelling("Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name, sharePath,
                   shareId);
 }
