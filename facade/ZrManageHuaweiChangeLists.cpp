@@ -5,6 +5,7 @@
 #include "FirstGenerationCall.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "HuaweiOpTypes.h"
+#include "RecordRequests.h"
 #include "RequiredValueContainment.h"
 #include "ResourcePath.h"
 #include "ZrManageHuawei.h"
@@ -106,9 +107,8 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
 }
 
 bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionId) {
-  HuaweiJSONDeleteChangeListSession request(m_jobId);
   return firstGeneration("ZrManageHuawei::deleteSnapshotChangeListSession", LogKind::Event)
-      .sends(request,
+      .sends(DeletionRequest(HuaweiResponse::ParserLog{"HuaweiJSONDeleteChangeListSession::parseResponse"}),
              {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
               HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
              "Unable to delete change list session information")

@@ -1,4 +1,5 @@
-// Requests of snapshot change lists: the session, one page of the result, the session's deletion.
+// Requests of snapshot change lists: the session and one page of the result; the session goes by a
+// generic deletion.
 #pragma once
 
 #include <functional>
@@ -32,12 +33,6 @@ class HuaweiJSONGetChangeListSession : public HuaweiJSONBase {
   std::string m_baseSnapshotId;
   std::string m_incrementalSnapshotId;
   std::string m_sessionId;
-};
-
-class HuaweiJSONDeleteChangeListSession : public HuaweiJSONBase {
- public:
-  explicit HuaweiJSONDeleteChangeListSession(unsigned long long const& jobId) : HuaweiJSONBase(jobId) {}
-  bool parseResponse(std::string& response) override;
 };
 
 class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {
