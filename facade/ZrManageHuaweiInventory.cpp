@@ -6,7 +6,6 @@
 #include "RecordRequests.h"
 #include "RequiredValueContainment.h"
 #include "ResourcePath.h"
-#include "YbString.h"
 #include "ZrManageHuawei.h"
 
 using HuaweiResponse::plainRules;

@@ -12,7 +12,6 @@
 #include "OperationLog.h"
 #include "RequiredValueContainment.h"
 #include "ResourcePath.h"
-#include "YbString.h"
 #include "ZrManageHuawei.h"
 
 namespace {
