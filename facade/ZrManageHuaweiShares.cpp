@@ -1,8 +1,6 @@
 // NAS shares: lookup, CIFS and NFS shares, and their permissions. The two protocols look alike
 // and differ on purpose in nearly every particular: which refusals are successes, what the
 // deletion takes, which bodies carry the vStore.
-#include <functional>
-
 #include "AdoptionByLookup.h"
 #include "FirstGenerationCall.h"
 #include "HuaweiArrayCodes.h"
@@ -118,17 +116,21 @@ bool takeOnlyShare(FirstGenerationCall& call, const std::list<_HuaweiShareInfo>&
   return single;
 }
 
-// Appends the permissions of one share out of all that `listAll` fetched.
+// One of the facade's listings of every permission of a protocol in a vStore.
 template <typename Permission>
-bool permissionsOfShare(OperationLog& log, const char* emptyShareText, const std::string& shareId,
-                        std::list<Permission>& permissions,
-                        const std::function<bool(std::list<Permission>&)>& listAll) {
+using PermissionListing = bool (ZrManageHuawei::*)(std::list<Permission>& permissions, std::string vstoreId);
+
+// Appends the permissions of one share out of all that `listAll` fetches.
+template <typename Permission>
+bool permissionsOfShare(ZrManageHuawei& facade, PermissionListing<Permission> listAll, OperationLog& log,
+                        const char* emptyShareText, const std::string& shareId, const std::string& vstoreId,
+                        std::list<Permission>& permissions) {
   if (shareId.empty()) {
     log.failure("%s", emptyShareText);
     return false;
   }
   std::list<Permission> all;
-  if (!listAll(all)) return false;
+  if (!(facade.*listAll)(all, vstoreId)) return false;
   bool found = false;
   for (const Permission& permission : all) {
     if (permission.parentId != shareId) continue;
@@ -229,9 +231,8 @@ bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissio
 bool ZrManageHuawei::getCIFSSharePermissionsFromParentId(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
                                                          std::string const& shareId, std::string vstoreId) {
   OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissionsFromParentId", m_jobId);
-  return permissionsOfShare<_HuaweiCIFSSharePermissionInfo>(
-      log, "[ERROR] The shareID is empty", shareId, permissions,
-      [&](std::list<_HuaweiCIFSSharePermissionInfo>& all) { return getCIFSSharePermissions(all, vstoreId); });
+  return permissionsOfShare(*this, &ZrManageHuawei::getCIFSSharePermissions, log, "[ERROR] The shareID is empty",
+                            shareId, vstoreId, permissions);
 }
 
 bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::string const& name,
@@ -284,9 +285,8 @@ bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionI
 bool ZrManageHuawei::getNFSSharePermissionsFromParentId(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
                                                         std::string const& shareId, std::string vstoreId) {
   OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissionsFromParentId", m_jobId);
-  return permissionsOfShare<_HuaweiNFSSharePermissionInfo>(
-      log, "[ERROR] The NFS shareID is empty", shareId, permissions,
-      [&](std::list<_HuaweiNFSSharePermissionInfo>& all) { return getNFSSharePermissions(all, vstoreId); });
+  return permissionsOfShare(*this, &ZrManageHuawei::getNFSSharePermissions, log, "[ERROR] The NFS shareID is empty",
+                            shareId, vstoreId, permissions);
 }
 
 bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::string const& name,
