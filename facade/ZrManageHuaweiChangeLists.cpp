@@ -26,6 +26,11 @@ class CallersPage {
     m_previous.swap(info.changes);
     if (!RequiredValueContainment::chosen()) request.reuseRecords(std::move(m_previous));
   }
+  // The operation's failure after a call it made failed: with the caller's page as it was when a
+  // missing required value failed it, else told as `text`.
+  bool failedAfter(FirstGenerationCall& call, const char* text) {
+    return RequiredValueContainment::failed() ? failedKeepingIt() : call.failure(text);
+  }
   // The operation's failure, with the caller's page as it was.
   bool failedKeepingIt() {
     m_info.sessionId = m_sessionBefore;
@@ -89,10 +94,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
   if (info.sessionId.empty()) {
     info.sessionId =
         createSnapshotChangeListSession(parentId, baseSnapshotId, incrementalSnapshotId, kFileSystemParentType);
-    if (info.sessionId.empty()) {
-      if (RequiredValueContainment::failed()) return callers.failedKeepingIt();
-      return call.failure("Unable to get the Snap Change List Session ID.");
-    }
+    if (info.sessionId.empty()) return callers.failedAfter(call, "Unable to get the Snap Change List Session ID.");
   }
   bool walkOver = true;
   const bool fetched = call.sends(request, {HUAWEI_REQ_GET, pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
