@@ -19,7 +19,7 @@
 
 class HuaweiJSONBaseV2;
 class HuaweiRestAPI;
-class OperationLog;
+enum class LogKind;
 class FirstGenerationCall;
 class SecondGenerationCall;
 class ThirdGenerationCall;
@@ -255,7 +255,8 @@ class ZrManageHuawei {
   // request's ignorable codes, parses.
   HuaweiApi::ResultStatus ProcessWithServer(std::string const& operationName, HuaweiJSONBaseV2* const& request);
 
-  FirstGenerationCall firstGeneration(OperationLog& log);
+  // Lines are tagged with logName and go through the log that `kind` names.
+  FirstGenerationCall firstGeneration(const char* logName, LogKind kind);
   // signature: the operation's signature as its errors are located; the lines are tagged with the
   // operation's name in it, or with the name and the class before it for the qualified families.
   SecondGenerationCall secondGeneration(const char* signature);

@@ -5,15 +5,65 @@
 #include "FirstGenerationCall.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "HuaweiOpTypes.h"
-#include "OperationLog.h"
+#include "RecordRequests.h"
 #include "RequiredValueContainment.h"
 #include "ResourcePath.h"
-#include "YbString.h"
 #include "ZrManageHuawei.h"
 
 namespace {
 const int kFileSystemParentType = 40;
 const char kWalkComplete[] = "100";
+const char kInvalidSnapshots[] = "Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]";
+const char kPageFailed[] = "Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].";
+
+// The caller's page while the next one is fetched: its records go, their nodes serving the next
+// page's records. Where a missing required value fails only the call, they are kept aside
+// instead, and put back with the session when it does.
+class CallersPage {
+ public:
+  CallersPage(_HuaweiSnapshotChangeListInfo& info, HuaweiJSONGetChangeListResult& request)
+      : m_info(info), m_sessionBefore(info.sessionId) {
+    m_previous.swap(info.changes);
+    if (!RequiredValueContainment::chosen()) request.reuseRecords(std::move(m_previous));
+  }
+  // The operation's failure after a call it made failed: with the caller's page as it was when a
+  // missing required value failed it, else told as `text`.
+  bool failedAfter(FirstGenerationCall& call, const char* text) {
+    return RequiredValueContainment::failed() ? failedKeepingIt() : call.failure(text);
+  }
+  // The operation's failure, with the caller's page as it was.
+  bool failedKeepingIt() {
+    m_info.sessionId = m_sessionBefore;
+    m_info.changes.swap(m_previous);
+    return false;
+  }
+
+ private:
+  _HuaweiSnapshotChangeListInfo& m_info;
+  const std::string m_sessionBefore;
+  std::list<_HuaweiSnapshotChangeList> m_previous;
+};
+
+// The walk ends on a page that is both empty and complete, or on a page that could not be read:
+// the session goes, and the page tells which.
+void endWalk(ZrManageHuawei& facade, FirstGenerationCall& call, _HuaweiSnapshotChangeListInfo& info, bool fetched) {
+  info.sessionFailed = fetched ? 0 : 1;
+  if (!facade.deleteSnapshotChangeListSession(info.sessionId)) {
+    call.failure("Unable to delete the Snap Change List Session ID[%s]", info.sessionId);
+  }
+}
+
+// The page after the caller's cursor.
+ResourcePath pageResource(const _HuaweiSnapshotChangeListInfo& info) {
+  return ResourcePath("fs_snapchangelist_result")
+      .add("sessionID", info.sessionId)
+      .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
+      .add("posType", info.posType)
+      .add("posObj", info.posObj)
+      .add("posOffset", info.posOffset)
+      .add("linkPosType", info.linkPosType)
+      .add("linkPos", info.linkPos);
+}
 }  // namespace
 
 std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& parentId,
@@ -22,15 +72,11 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
                                                             int const& parentType) {
   (void)parentType;  // the request always names a file system
   HuaweiJSONGetChangeListSession request(m_jobId, baseSnapshotId, incrementalSnapshotId, parentId);
-  OperationLog log = OperationLog::event("ZrManageHuawei::createSnapshotChangeListSession", m_jobId);
   std::string sessionId;
-  firstGeneration(log)
+  firstGeneration("ZrManageHuawei::createSnapshotChangeListSession", LogKind::Event)
       .sends(request, {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
-             FirstGenerationTexts("Unable to create change list session information"))
-      .run([&] {
-        sessionId = request.getSessionId();
-        log.line(5, "Successfully created a Session with ID[%s]", sessionId.c_str());
-      });
+             "Unable to create change list session information")
+      .runTaking(sessionId, request.getSessionId(), 5, "Successfully created a Session with ID[%s]", sessionId);
   return sessionId;
 }
 
@@ -38,74 +84,35 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
                                            std::string const& incrementalSnapshotId,
                                            _HuaweiSnapshotChangeListInfo& info) {
   HuaweiJSONGetChangeListResult request(m_jobId);
-  OperationLog log = OperationLog::event("ZrManageHuawei::getSnapshotChangeList", m_jobId);
-  // The session's creation and the page are one operation.
-  RequiredValueContainment::OperationScope operation;
-  // The caller's records go; their nodes serve this page's records. Where a missing required value
-  // fails only the call, they are kept aside instead, and put back when it does.
-  std::list<_HuaweiSnapshotChangeList> previous;
-  previous.swap(info.changes);
-  if (!RequiredValueContainment::chosen()) request.reuseRecords(std::move(previous));
-  const std::string sessionBefore = info.sessionId;
-  const auto failedKeepingThePage = [&] {
-    info.sessionId = sessionBefore;
-    info.changes.swap(previous);
-    return false;
-  };
-  if (baseSnapshotId.empty() || incrementalSnapshotId.empty()) {
-    log.failure("Invalid Parameters. Incremental Snapshot[%s], Base Snapshot[%s]", incrementalSnapshotId.c_str(),
-                baseSnapshotId.c_str());
-    return false;
-  }
+  CallersPage callers(info, request);
+  // Held to the end: the session's creation and the page are one operation. No guard here: only
+  // the session operations that this one calls test the session.
+  FirstGenerationCall call = firstGeneration("ZrManageHuawei::getSnapshotChangeList", LogKind::Event);
+  call.unguarded().refusing(baseSnapshotId.empty() || incrementalSnapshotId.empty(),
+                            formatted(kInvalidSnapshots, incrementalSnapshotId, baseSnapshotId));
+  if (!call.checked()) return false;
   if (info.sessionId.empty()) {
     info.sessionId =
         createSnapshotChangeListSession(parentId, baseSnapshotId, incrementalSnapshotId, kFileSystemParentType);
-    if (info.sessionId.empty()) {
-      if (RequiredValueContainment::failed()) return failedKeepingThePage();
-      log.failure("Unable to get the Snap Change List Session ID.");
-      return false;
-    }
+    if (info.sessionId.empty()) return callers.failedAfter(call, "Unable to get the Snap Change List Session ID.");
   }
-
-  const ResourcePath resource = ResourcePath("fs_snapchangelist_result")
-                                    .add("sessionID", info.sessionId)
-                                    .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
-                                    .add("posType", info.posType)
-                                    .add("posObj", info.posObj)
-                                    .add("posOffset", info.posOffset)
-                                    .add("linkPosType", info.linkPosType)
-                                    .add("linkPos", info.linkPos);
-  const std::string failure =
-      YbString::Format("Unable to get the snapshot change list for base snapshot[%s] and incremental snapshot[%s].",
-                       baseSnapshotId.c_str(), incrementalSnapshotId.c_str());
-  bool sessionOver = true;
-  // No guard here: only the session operations that this one calls test the session.
-  const bool fetched = firstGeneration(log)
-                           .unguarded()
-                           .sends(request, {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
-                                  FirstGenerationTexts(failure))
-                           .run([&] {
+  bool walkOver = true;
+  const bool fetched = call.sends(request, {HUAWEI_REQ_GET, pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
+                                  formatted(kPageFailed, baseSnapshotId, incrementalSnapshotId))
+                           .run([&](FirstGenerationCall&) {
                              info = std::move(request).getChangeListInfo(info.sessionId);
-                             // The walk ends on a page that is both empty and complete.
-                             sessionOver = info.changes.empty() && info.progress == kWalkComplete;
+                             walkOver = info.changes.empty() && info.progress == kWalkComplete;
                            });
-  if (RequiredValueContainment::failed()) return failedKeepingThePage();
-  if (sessionOver) {
-    info.sessionFailed = fetched ? 0 : 1;
-    if (!deleteSnapshotChangeListSession(info.sessionId)) {
-      log.failure("Unable to delete the Snap Change List Session ID[%s]", info.sessionId.c_str());
-    }
-  }
+  if (RequiredValueContainment::failed()) return callers.failedKeepingIt();
+  if (walkOver) endWalk(*this, call, info, fetched);
   return fetched;
 }
 
 bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionId) {
-  HuaweiJSONDeleteChangeListSession request(m_jobId);
-  OperationLog log = OperationLog::event("ZrManageHuawei::deleteSnapshotChangeListSession", m_jobId);
-  return firstGeneration(log)
-      .sends(request,
+  return firstGeneration("ZrManageHuawei::deleteSnapshotChangeListSession", LogKind::Event)
+      .sends(DeletionRequest(HuaweiResponse::ParserLog{"HuaweiJSONDeleteChangeListSession::parseResponse"}),
              {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
               HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
-             FirstGenerationTexts("Unable to delete change list session information"))
+             "Unable to delete change list session information")
       .runTelling("Successfully deleted the Session ID[%s]", sessionId);
 }

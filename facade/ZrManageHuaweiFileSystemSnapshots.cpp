@@ -6,54 +6,55 @@
 #include "HuaweiRestAPI.h"
 #include "OperationLog.h"
 #include "ResourcePath.h"
-#include "YbString.h"
 #include "ZrManageHuawei.h"
 
 namespace {
 const char kIncrementalBackupSnapshotType[] = "8";
+const char kSnapDiffRefused[] =
+    "File System with Id[%llu] does not support SnapDiff functionality. Trying again by turning off ENABLESNAPDIFF "
+    "option.";
+
+// An incremental-backup snapshot is deleted with a flag of its own.
+ResourcePath deletionResource(const std::string& snapshotId, const std::string& snapType, const std::string& vstoreId) {
+  ResourcePath resource = ResourcePath("fssnapshot").segment(snapshotId, "snapshotId");
+  if (snapType == kIncrementalBackupSnapshotType) resource.add("DELINCREMENTALBACKUPSNAP", "true");
+  resource.vstore(vstoreId);
+  return resource;
+}
 }  // namespace
 
 bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSystemId, std::string& snapshot,
                                               bool enableSnapDiff, std::string vstoreId) {
-  OperationLog log = OperationLog::event("ZrManageHuawei::createFileSystemSnapshot", m_jobId);
-  const std::string retry = YbString::Format(
-      "File System with Id[%llu] does not support SnapDiff functionality. Trying again by turning off "
-      "ENABLESNAPDIFF option.",
-      fileSystemId);
+  HuaweiJSONCreateFileSystemSnapshot request(m_jobId, fileSystemId, snapshot, enableSnapDiff, vstoreId);
   // A file system that cannot take the SnapDiff option is asked again without it, for as long as
   // the array refuses: the retry is deliberately unbounded. Only each attempt's own answer counts,
   // so that a connection lost after a refusal does not become an endless loop of sends.
-  bool refusedSnapDiff = true;
-  const CodeReactions reactions =
-      CodeReactions{on(HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED).setting(refusedSnapDiff).fails(retry, 0)}
-          .countingOnlyThisAnswer();
-  bool created = false;
-  for (bool snapDiff = enableSnapDiff; !created && refusedSnapDiff; snapDiff = false) {
+  bool refusedSnapDiff = false;
+  FirstGenerationCall call = firstGeneration("ZrManageHuawei::createFileSystemSnapshot", LogKind::Event);
+  call.sends(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
+             "Unable to create snapshot.")
+      .reacting(CodeReactions{on(HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED)
+                                  .setting(refusedSnapDiff)
+                                  .fails(formatted(kSnapDiffRefused, fileSystemId), 0)}
+                    .countingOnlyThisAnswer());
+  while (!call.runTelling("Successfully created snapshot[%s]", snapshot)) {
+    if (!refusedSnapDiff) return false;
     refusedSnapDiff = false;
-    HuaweiJSONCreateFileSystemSnapshot request(m_jobId, fileSystemId, snapshot, snapDiff, vstoreId);
-    created = firstGeneration(log)
-                  .sends(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
-                         FirstGenerationTexts("Unable to create snapshot."))
-                  .reacting(reactions)
-                  .run([&] {
-                    snapshot = request.getSnapshotUUID();
-                    log.line(0, "Successfully created snapshot[%s]", snapshot.c_str());
-                  });
+    request.withoutSnapDiff();
   }
-  return created;
+  return true;
 }
 
 bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _HuaweiSnapshotInfo& info,
                                                std::string vstoreId) {
-  OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemSnapshotInfo", m_jobId);
   // An absent snapshot, as the transport's last classified answer tells, marks the record.
   bool absent = false;
   const bool found =
-      firstGeneration(log)
+      firstGeneration("ZrManageHuawei::getFileSystemSnapshotInfo", LogKind::Event)
           .sends(RecordRequest(info, HuaweiResponse::plainRules("HuaweiJSONGetSnapshotInfo::parseResponse")),
                  {HUAWEI_REQ_GET, ResourcePath("fssnapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
                   HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO},
-                 FirstGenerationTexts("Unable to get the snapshot information."))
+                 "Unable to get the snapshot information.")
           .reacting({on(HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST).setting(absent)})
           .runTelling("Successfully got the snapshot information for [%s].", info.id);
   if (absent) {
@@ -79,23 +80,18 @@ bool ZrManageHuawei::isSnapshotPresent(std::string const& snapshotId, std::strin
 }
 
 bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std::string vstoreId) {
-  OperationLog log = OperationLog::event("ZrManageHuawei::deleteFileSystemSnapshot", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
+  FirstGenerationCall call = firstGeneration("ZrManageHuawei::deleteFileSystemSnapshot", LogKind::Event);
   if (!call.required(snapshotId, "Snapshot ID").checked()) return false;
-
   // The lookup never stops the deletion: a snapshot whose type could not be learned keeps the
   // record's default type and is deleted as an incremental-backup snapshot.
   _HuaweiSnapshotInfo info;
   if (!getFileSystemSnapshotInfo(snapshotId, info, vstoreId)) {
-    log.failure("Unable to get the snapshot information for [%s]", snapshotId.c_str());
+    call.failure("Unable to get the snapshot information for [%s]", snapshotId);
   }
-  ResourcePath resource = ResourcePath("fssnapshot").segment(snapshotId, "snapshotId");
-  if (info.snapType == kIncrementalBackupSnapshotType) resource.add("DELINCREMENTALBACKUPSNAP", "true");
-  resource.vstore(vstoreId);
-
   return call
       .sends(DeletionRequest(HuaweiResponse::ParserLog{"HuaweiJSONDeleteSnapshot::parseResponse"}),
-             {HUAWEI_REQ_DELETE, resource, HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
-             FirstGenerationTexts("Unable to delete the snapshot"))
+             {HUAWEI_REQ_DELETE, deletionResource(snapshotId, info.snapType, vstoreId),
+              HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
+             "Unable to delete the snapshot")
       .runTelling("Successfully deleted the Snapshot ID[%s]", snapshotId);
 }

@@ -6,27 +6,45 @@
 #include "RecordRequests.h"
 #include "RequiredValueContainment.h"
 #include "ResourcePath.h"
-#include "YbString.h"
 #include "ZrManageHuawei.h"
 
 using HuaweiResponse::plainRules;
 
+namespace {
+
+// Marks the interface that carries the address of the NDMP service, when the service could be
+// placed and is enabled; else tells why none is.
+void markNDMPInterface(FirstGenerationCall& call, std::list<_HuaweiArrayInterfaces>& interfaces, bool placed,
+                       const _HuaweiNDMPServiceSettings& settings) {
+  if (!placed || settings.ip.empty() || !settings.isEnabled) {
+    call.failure(
+        "Unable to get the NDMP Service settings either because NDMP is not configured or configured but disabled.");
+    return;
+  }
+  for (_HuaweiArrayInterfaces& candidate : interfaces) {
+    if (candidate.ipv4Address == settings.ip || candidate.ipv6Address == settings.ip) {
+      call.line(0, "NDMP Monitoring IP is set [%s].", settings.ip);
+      candidate.ndmpMonitoringIp = true;
+      return;
+    }
+  }
+}
+
+}  // namespace
+
 bool ZrManageHuawei::getSystemInformation(_HuaweiSystemInformation& info) {
-  OperationLog log = OperationLog::event("ZrManageHuawei::getSystemInformation", m_jobId);
-  return firstGeneration(log)
+  return firstGeneration("ZrManageHuawei::getSystemInformation", LogKind::Event)
       .sends(RecordRequest(info, plainRules("HuaweiJSONGetSystemInformation::parseResponse")),
-             {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION},
-             FirstGenerationTexts("Unable to get the system information."))
+             {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION}, "Unable to get the system information.")
       .runTelling("Successfully got the system information for [%s].", info.name);
 }
 
 bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings, std::string vstoreId) {
-  OperationLog log = OperationLog::facadeErrors(m_debug, "getNDMPServiceSettings", m_jobId);
   // The vStore goes into the path here, not into a query.
   const ResourcePath resource = HuaweiVstore::isNone(vstoreId)
                                     ? ResourcePath("ndmpservice")
                                     : ResourcePath("ndmpservice").segment(vstoreId, "vstoreId");
-  return firstGeneration(log)
+  return firstGeneration("getNDMPServiceSettings", LogKind::FacadeErrors)
       .sends(RecordRequest(settings, plainRules("HuaweiJSONGetNDMPSettingsInfo::parseResponse")),
              {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
              FirstGenerationTexts("Unable to get the NDMP Service settings.").emptyResponseSays(kParseFailedText))
@@ -35,62 +53,44 @@ bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings
 
 bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::string& vstoreName) {
   _HuaweiVStoreInfo info;
-  OperationLog log = OperationLog::facadeErrors(m_debug, "getVStoreNameFromId", m_jobId);
-  const std::string failure = YbString::Format("Unable to get the VStoreName from VStoreId [%s]", vstoreId.c_str());
-  return firstGeneration(log)
+  return firstGeneration("getVStoreNameFromId", LogKind::FacadeErrors)
       .guard("getVStoreName")
       .required(vstoreId, "VStoreID")
       .sends(
           RecordRequest(info, plainRules("HuaweiJSONGetVStoreInfo::parseResponse")),
           {HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
-          FirstGenerationTexts(failure).emptyResponseSays(kParseFailedText))
-      .run([&] {
-        vstoreName = info.name;
-        log.line(0, "Successfully got the VStoreName [%s] from VStoreId [%s]", vstoreName.c_str(), vstoreId.c_str());
-      });
+          FirstGenerationTexts(formatted("Unable to get the VStoreName from VStoreId [%s]", vstoreId))
+              .emptyResponseSays(kParseFailedText))
+      .runTaking(vstoreName, info.name, 0, "Successfully got the VStoreName [%s] from VStoreId [%s]", vstoreName,
+                 vstoreId);
 }
 
 bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileSystems, std::string vstoreId) {
-  OperationLog log = OperationLog::event("ZrManageHuawei::getFileSystemsList", m_jobId);
   // No paging: one GET returns every file system.
-  return firstGeneration(log)
-             .sends(RecordListRequest(fileSystems, plainRules("HuaweiJSONGetFileSystems::parseResponse")),
-                    {HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST},
-                    FirstGenerationTexts("Unable to get the file systems list."))
-             .run([&] { log.line(0, "Successfully got the File Systems. Count[%zd].", fileSystems.size()); }) ||
-         RequiredValueContainment::failEmptying(fileSystems);
+  return firstGeneration("ZrManageHuawei::getFileSystemsList", LogKind::Event)
+      .sends(RecordListRequest(fileSystems, plainRules("HuaweiJSONGetFileSystems::parseResponse")),
+             {HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST},
+             "Unable to get the file systems list.")
+      .runListing(fileSystems, 0, "Successfully got the File Systems. Count[%zd].");
 }
 
 bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& interfaces) {
-  OperationLog log = OperationLog::event("ZrManageHuawei::getArrayInterfaces", m_jobId);
   // Held to the end: the NDMP lookup below belongs to this operation.
-  FirstGenerationCall call = firstGeneration(log);
+  FirstGenerationCall call = firstGeneration("ZrManageHuawei::getArrayInterfaces", LogKind::Event);
   // Read aside: an NDMP answer without a required value fails the whole operation.
   std::list<_HuaweiArrayInterfaces> found;
-  call.sends(RecordListRequest(found, plainRules("HuaweiJSONGetArrayInterfaces::parseResponse")),
-             {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
-             FirstGenerationTexts("Unable to get the array interfaces list."));
-  const bool listed =
-      call.run([&] { log.line(0, "Successfully got the Array Interfaces. Count[%zd].", found.size()); });
-  if (!listed) return RequiredValueContainment::failEmptying(interfaces);
-
+  if (!call.sends(RecordListRequest(found, plainRules("HuaweiJSONGetArrayInterfaces::parseResponse")),
+                  {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
+                  "Unable to get the array interfaces list.")
+           .runListing(found, 0, "Successfully got the Array Interfaces. Count[%zd].")) {
+    return RequiredValueContainment::failEmptying(interfaces);
+  }
   // The list stands even when the NDMP service cannot be placed.
   _HuaweiNDMPServiceSettings settings;
   const bool placed = getNDMPServiceSettings(settings, HuaweiVstore::kNone);
   if (RequiredValueContainment::failed()) return false;
   interfaces.swap(found);
-  if (!placed || settings.ip.empty() || !settings.isEnabled) {
-    log.failure(
-        "Unable to get the NDMP Service settings either because NDMP is not configured or configured but disabled.");
-    return true;
-  }
-  for (_HuaweiArrayInterfaces& candidate : interfaces) {
-    if (candidate.ipv4Address == settings.ip || candidate.ipv6Address == settings.ip) {
-      log.line(0, "NDMP Monitoring IP is set [%s].", settings.ip.c_str());
-      candidate.ndmpMonitoringIp = true;
-      break;
-    }
-  }
+  markNDMPInterface(call, interfaces, placed, settings);
   return true;
 }
 

@@ -89,19 +89,18 @@ bool ZrManageHuawei::createSession() {
 
 bool ZrManageHuawei::setTokenInfo() {
   HuaweiJSONGetTokenInfo request(m_jobId, m_restApi->getUserName(), m_restApi->getPassword());
-  OperationLog log = OperationLog::facade(m_debug, "ZrManageHuawei::setTokenInfo", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
-  call.sends(request, {HUAWEI_REQ_POST, "", HuaweiOpType::SET_TOKEN_INFO},
-             FirstGenerationTexts("Unable to get the base token information"));
-  const bool done = call.run([&] {
-    std::string baseToken;
-    std::string deviceId;
-    request.getTokenInformation(baseToken, deviceId, m_vstoreId);
-    m_restApi->setBaseToken(baseToken);
-    m_restApi->setDeviceId(deviceId);
-    log.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]", baseToken.c_str(),
-             deviceId.c_str(), m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
-  });
+  FirstGenerationCall call = firstGeneration("ZrManageHuawei::setTokenInfo", LogKind::Facade);
+  const bool done = call.sends(request, {HUAWEI_REQ_POST, "", HuaweiOpType::SET_TOKEN_INFO},
+                               "Unable to get the base token information")
+                        .run([&](FirstGenerationCall&) {
+                          std::string baseToken;
+                          std::string deviceId;
+                          request.getTokenInformation(baseToken, deviceId, m_vstoreId);
+                          m_restApi->setBaseToken(baseToken);
+                          m_restApi->setDeviceId(deviceId);
+                          call.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]", baseToken,
+                                    deviceId, m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
+                        });
   // GetErrorInfo tells the outcome of the login's send; a login that never went out leaves it.
   if (call.sent()) m_lastResult = call.status();
   return done;
@@ -134,8 +133,8 @@ void ZrManageHuawei::GetErrorInfo(unsigned long long& code, std::string& text) {
 
 std::string ZrManageHuawei::getvStoreId() { return m_vstoreId; }
 
-FirstGenerationCall ZrManageHuawei::firstGeneration(OperationLog& log) {
-  return FirstGenerationCall(*m_restApi, m_initialized, log);
+FirstGenerationCall ZrManageHuawei::firstGeneration(const char* logName, LogKind kind) {
+  return FirstGenerationCall(*m_restApi, m_initialized, kind, m_debug, logName, m_jobId);
 }
 
 SecondGenerationCall ZrManageHuawei::secondGeneration(const char* signature) {

@@ -1,8 +1,7 @@
 // NAS shares: lookup, CIFS and NFS shares, and their permissions. The two protocols look alike
 // and differ on purpose in nearly every particular: which refusals are successes, what the
 // deletion takes, which bodies carry the vStore.
-#include <functional>
-
+#include "AdoptionByLookup.h"
 #include "FirstGenerationCall.h"
 #include "HuaweiArrayCodes.h"
 #include "HuaweiJSONShareRequests.h"
@@ -11,7 +10,6 @@
 #include "OperationLog.h"
 #include "RequiredValueContainment.h"
 #include "ResourcePath.h"
-#include "YbString.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -20,6 +18,10 @@ const char kCIFSProtocol[] = "unc";
 const char kNFSProtocol[] = "nfs";
 const char kErrorPrefix[] = "[ERROR] ";
 const char kCIFSPermissions[] = "CIFS_SHARE_AUTH_CLIENT";
+const char kCIFSPermissionExists[] =
+    "The permission with Name [%s] Permission [%s] already exists for the CIFS Share with ID [%s]";
+const char kCIFSPermissionAdded[] =
+    "Successfully added the permission with ID [%s] Name [%s] Permission [%s] to the CIFS Share with ID [%s]";
 const char kNFSPermissions[] = "NFS_SHARE_AUTH_CLIENT";
 
 // The lookup's texts carry the error prefix.
@@ -55,13 +57,13 @@ const _HuaweiShareInfo* findShare(const std::list<_HuaweiShareInfo>& shares, std
 
 // The NFS argument is a path; when no share has it, the path without a trailing separator is
 // tried as a share name.
-const _HuaweiShareInfo* findNFSShare(OperationLog& log, const std::list<_HuaweiShareInfo>& shares,
+const _HuaweiShareInfo* findNFSShare(FirstGenerationCall& call, const std::list<_HuaweiShareInfo>& shares,
                                      const std::string& path) {
   if (const _HuaweiShareInfo* byPath = findShare(shares, &_HuaweiShareInfo::sharePath, path)) return byPath;
   std::string name = path;
   if (!name.empty() && (name.back() == '/' || name.back() == '\\')) name.pop_back();
-  log.failure("[ERROR] Unable to find the NFS share with share path as [%s]. Retry with the share name [%s]",
-              path.c_str(), name.c_str());
+  call.failure("[ERROR] Unable to find the NFS share with share path as [%s]. Retry with the share name [%s]", path,
+               name);
   return findShare(shares, &_HuaweiShareInfo::name, name);
 }
 
@@ -72,45 +74,63 @@ std::string quotaNameOf(const std::string& sharePath) {
   return sharePath.substr(slash + 1);
 }
 
-// Takes the share that the lookup by name found, and logs it. A share that is not there is
-// deliberately a success: callers learn that it does not exist by an identifier that stayed empty.
-bool takeNamedShare(OperationLog& log, const _HuaweiShareInfo* share, const std::string& protocol,
+// Takes the share that the lookup by name found, and logs it. The array's name filter narrowed the
+// CIFS list already; the exact test here is final. A share that is not there is deliberately a
+// success: callers learn that it does not exist by an identifier that stayed empty.
+bool takeNamedShare(FirstGenerationCall& call, const std::list<_HuaweiShareInfo>& shares, const std::string& protocol,
                     const std::string& shareName, bool inVstore, _HuaweiShareInfo& info) {
+  const _HuaweiShareInfo* share = protocol == kCIFSProtocol ? findShare(shares, &_HuaweiShareInfo::name, shareName)
+                                                            : findNFSShare(call, shares, shareName);
   if (share == nullptr) {
-    log.failure("[ERROR] Unable to find the share details for the [%s] share [%s]", protocol.c_str(),
-                shareName.c_str());
+    call.failure("[ERROR] Unable to find the share details for the [%s] share [%s]", protocol, shareName);
     return true;
   }
   info = *share;
   if (info.sharePath.empty()) {
-    log.failure("[ERROR] Local share path for the share [%s] is not found", shareName.c_str());
+    call.failure("[ERROR] Local share path for the share [%s] is not found", shareName);
     return false;
   }
   info.quotaName = quotaNameOf(info.sharePath);
-  log.line(0, "Successfully got the share information.");
-  log.line(3, "Share ID : [%s]", info.id.c_str());
-  log.line(3, "Share Name : [%s]", info.name.c_str());
-  log.line(3, "Share Path : [%s]", info.sharePath.c_str());
-  log.line(3, "FileSystem ID : [%s]", info.fileSystemId.c_str());
-  log.line(3, "Quota Name : [%s]", info.quotaName.empty() ? "EMPTY" : info.quotaName.c_str());
+  call.line(0, "Successfully got the share information.");
+  call.line(3, "Share ID : [%s]", info.id);
+  call.line(3, "Share Name : [%s]", info.name);
+  call.line(3, "Share Path : [%s]", info.sharePath);
+  call.line(3, "FileSystem ID : [%s]", info.fileSystemId);
+  call.line(3, "Quota Name : [%s]", info.quotaName.empty() ? "EMPTY" : info.quotaName.c_str());
   if (inVstore) {
-    log.line(3, "VStore ID : [%s]", info.vstoreId.c_str());
-    log.line(3, "VStore Name : [%s]", info.vstoreName.c_str());
+    call.line(3, "VStore ID : [%s]", info.vstoreId);
+    call.line(3, "VStore Name : [%s]", info.vstoreName);
   }
   return true;
 }
 
-// Appends the permissions of one share out of all that `listAll` fetched.
+// Only a single share of that file system counts; two are as good as none.
+bool takeOnlyShare(FirstGenerationCall& call, const std::list<_HuaweiShareInfo>& shares,
+                   const std::string& fileSystemId, _HuaweiShareInfo& info) {
+  const bool single = shares.size() == 1 && shares.front().fileSystemId == fileSystemId;
+  call.line(0,
+            single ? "Successfully retrieved the share details for the NFS share with File System ID [%s]"
+                   : "Unable to fetch the share details for the NFS share with File System ID [%s]",
+            fileSystemId);
+  if (single) info = shares.front();
+  return single;
+}
+
+// One of the facade's listings of every permission of a protocol in a vStore.
 template <typename Permission>
-bool permissionsOfShare(OperationLog& log, const char* emptyShareText, const std::string& shareId,
-                        std::list<Permission>& permissions,
-                        const std::function<bool(std::list<Permission>&)>& listAll) {
+using PermissionListing = bool (ZrManageHuawei::*)(std::list<Permission>& permissions, std::string vstoreId);
+
+// Appends the permissions of one share out of all that `listAll` fetches.
+template <typename Permission>
+bool permissionsOfShare(ZrManageHuawei& facade, PermissionListing<Permission> listAll, OperationLog& log,
+                        const char* emptyShareText, const std::string& shareId, const std::string& vstoreId,
+                        std::list<Permission>& permissions) {
   if (shareId.empty()) {
     log.failure("%s", emptyShareText);
     return false;
   }
   std::list<Permission> all;
-  if (!listAll(all)) return false;
+  if (!(facade.*listAll)(all, vstoreId)) return false;
   bool found = false;
   for (const Permission& permission : all) {
     if (permission.parentId != shareId) continue;
@@ -125,226 +145,148 @@ bool permissionsOfShare(OperationLog& log, const char* emptyShareText, const std
 }
 
 // A CIFS share whose name is in use is taken as the one asked for: its identifier is looked up.
-class CIFSShareAdoption final : public FirstGenerationAdoption {
- public:
-  CIFSShareAdoption(ZrManageHuawei& facade, OperationLog& log, const std::string& name, const std::string& vstoreId,
-                    std::string& shareId)
-      : m_facade(facade), m_log(log), m_name(name), m_vstoreId(vstoreId), m_shareId(shareId) {}
-
-  bool adopt() override {
-    _HuaweiShareInfo existing;
-    if (!m_facade.getShareInfoByName(existing, kCIFSProtocol, m_name, m_vstoreId)) {
-      m_log.failure("Unable to get the CIFS share with Name [%s]", m_name.c_str());
-      return false;
-    }
-    m_shareId = existing.id;
-    m_log.line(3, "The CIFS share [%s] already exists and the ID is [%s]", m_name.c_str(), m_shareId.c_str());
-    return true;
-  }
-
- private:
-  ZrManageHuawei& m_facade;
-  OperationLog& m_log;
-  const std::string& m_name;
-  const std::string& m_vstoreId;
-  std::string& m_shareId;
-};
+const AdoptionTexts kCIFSShareAdoption{"Unable to get the CIFS share with Name [%s]",
+                                       "The CIFS share [%s] already exists and the ID is [%s]"};
 
 }  // namespace
 
 bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string const& protocol,
                                         std::string const& shareName, std::string vstoreId) {
   std::list<_HuaweiShareInfo> shares;
-  OperationLog log = OperationLog::facade(m_debug, "getShareInfoByName", m_jobId);
   const ResourcePath resource = lookupResource(protocol, shareName, vstoreId);
-  const std::string failed =
-      YbString::Format("[ERROR] Unable to get the share information for [%s].", shareName.c_str());
-  return firstGeneration(log)
-      .guard("getShareInfoByName", kErrorPrefix)
+  return firstGeneration("getShareInfoByName", LogKind::Facade)
+      .guardPrefixed(kErrorPrefix)
       .refusing(shareName.empty(), "[ERROR] The share name is empty.")
       .refusing(resource.str().empty(), "[ERROR] Unable to get the resource details.")
       .sends(HuaweiJSONGetShareInfo(shares, shareListRules()), {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
-             lookupTexts(failed))
-      .run([&] {
-        // The array's name filter narrowed the CIFS list already; the exact test here is final.
-        const _HuaweiShareInfo* share = protocol == kCIFSProtocol
-                                            ? findShare(shares, &_HuaweiShareInfo::name, shareName)
-                                            : findNFSShare(log, shares, shareName);
-        return takeNamedShare(log, share, protocol, shareName, !HuaweiVstore::isNone(vstoreId), info);
+             lookupTexts(formatted("[ERROR] Unable to get the share information for [%s].", shareName)))
+      .run([&](FirstGenerationCall& call) {
+        return takeNamedShare(call, shares, protocol, shareName, !HuaweiVstore::isNone(vstoreId), info);
       });
 }
 
 bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string const& protocol,
                                         std::string const& fileSystemId, std::string vstoreId) {
   std::list<_HuaweiShareInfo> shares;
-  OperationLog log = OperationLog::facade(m_debug, "getShareInfoByFSID", m_jobId);
   // The vStore follows as a bare "&<id>", without a key; the array has always been asked so.
   const ResourcePath resource =
       ResourcePath("nfshare").add("filter", "FSID:" + fileSystemId).add("range", "[0-1]").bareVstore(vstoreId);
-  const std::string failed = YbString::Format("[ERROR] Unable to find NFS Share with FSID [%s].", fileSystemId.c_str());
-  return firstGeneration(log)
-      .guard("getShareInfoByFSID", kErrorPrefix)
+  return firstGeneration("getShareInfoByFSID", LogKind::Facade)
+      .guardPrefixed(kErrorPrefix)
       .refusing(protocol != kNFSProtocol, "[ERROR] API is supported only for NFS shares")
       .refusing(fileSystemId.empty(), "[ERROR] The file system ID is empty")
       .sends(HuaweiJSONGetShareInfo(shares, shareListRules()), {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
-             lookupTexts(failed))
-      .run([&] {
-        // Only a single share of that file system counts; two are as good as none.
-        if (shares.size() != 1 || shares.front().fileSystemId != fileSystemId) {
-          log.line(0, "Unable to fetch the share details for the NFS share with File System ID [%s]",
-                   fileSystemId.c_str());
-          return false;
-        }
-        log.line(0, "Successfully retrieved the share details for the NFS share with File System ID [%s]",
-                 fileSystemId.c_str());
-        info = shares.front();
-        return true;
-      });
+             lookupTexts(formatted("[ERROR] Unable to find NFS Share with FSID [%s].", fileSystemId)))
+      .run([&](FirstGenerationCall& call) { return takeOnlyShare(call, shares, fileSystemId, info); });
 }
 
 bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& name, std::string const& sharePath,
                                      std::string const& fileSystemId, std::string vstoreId) {
   HuaweiJSONCreateCIFSShare request(m_jobId, shareId, name, sharePath, fileSystemId, vstoreId);
-  OperationLog log = OperationLog::facade(m_debug, "createCIFSShare", m_jobId);
-  CIFSShareAdoption existing(*this, log, name, vstoreId, shareId);
+  AdoptionByLookup<_HuaweiShareInfo> existing(*this, &ZrManageHuawei::getShareInfoByName, kCIFSProtocol, name, vstoreId,
+                                              shareId, kCIFSShareAdoption);
   // The guard has always named the grant; operators search the logs for that text. Other refusals
   // fail without a line of their own.
-  return firstGeneration(log)
+  return firstGeneration("createCIFSShare", LogKind::Facade)
       .guard("addCIFSSharePermission")
-      .sends(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE}, FirstGenerationTexts())
+      .sends(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE})
       .reacting({on(HuaweiArrayCode::CIFS_SHARE_ALREADY_EXISTS)
-                     .line(0, YbString::Format("The CIFS share with Name [%s] already exists.Get the share details",
-                                               name.c_str()))
+                     .line(0, formatted("The CIFS share with Name [%s] already exists.Get the share details", name))
                      .adopts()})
       .adopting(existing)
-      .run([&] {
-        shareId = request.getCIFSShareID();
-        log.line(0, "Successfully created CIFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
-                 sharePath.c_str(), shareId.c_str());
-      });
+      .runTelling("Successfully created CIFS share with Name [%s] Share Path [%s]. ID returned [%s]", name, sharePath,
+                  shareId);
 }
 
 bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "deleteCIFSShare", m_jobId);
-  FirstGenerationCall call = firstGeneration(log);
+  FirstGenerationCall call = firstGeneration("deleteCIFSShare", LogKind::Facade);
   if (!call.checked()) return false;
   _HuaweiShareInfo share;
   if (!getShareInfoByName(share, kCIFSProtocol, shareName, vstoreId)) {
-    log.failure("Unable to get CIFS Share information for the share name [%s]", shareName.c_str());
-    return false;
+    return call.failure("Unable to get CIFS Share information for the share name [%s]", shareName);
   }
   if (share.id.empty()) {
-    log.line(3, "The share [%s] does not exist", shareName.c_str());
+    call.line(3, "The share [%s] does not exist", shareName);
     return true;
   }
   return call
       .sends(HuaweiJSONDeleteCIFSShare(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath("cifshare").segment(share.id, "share ID").vstore(vstoreId),
               HuaweiOpType::DELETE_CIFS_SHARE},
-             FirstGenerationTexts("Unable to delete the CIFS share"))
+             "Unable to delete the CIFS share")
       .runTelling("Successfully deleted the CIFS Share[%s] with ID[%s]", shareName, share.id);
 }
 
 bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
                                              std::string vstoreId) {
-  HuaweiJSONGetCIFSSharePermissionInfo request(m_jobId);
-  OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissions", m_jobId);
   // No filter: every permission of the array (or vStore) comes, and callers narrow the list.
-  return firstGeneration(log)
-             .sends(request,
-                    {HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId),
-                     HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS},
-                    FirstGenerationTexts("Unable to get the permissions list for CIFS Share."))
-             .run([&] {
-               request.getCIFSSharePermissionInfo(permissions);
-               log.line(3, "Successfully got the permission list. Count[%zu].", permissions.size());
-             }) ||
-         RequiredValueContainment::failEmptying(permissions);
+  return firstGeneration("getCIFSSharePermissions", LogKind::Facade)
+      .sends(
+          HuaweiJSONGetCIFSSharePermissionInfo(permissions),
+          {HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId), HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS},
+          "Unable to get the permissions list for CIFS Share.")
+      .runListing(permissions, 3, "Successfully got the permission list. Count[%zu].");
 }
 
 bool ZrManageHuawei::getCIFSSharePermissionsFromParentId(std::list<_HuaweiCIFSSharePermissionInfo>& permissions,
                                                          std::string const& shareId, std::string vstoreId) {
   OperationLog log = OperationLog::facade(m_debug, "getCIFSSharePermissionsFromParentId", m_jobId);
-  return permissionsOfShare<_HuaweiCIFSSharePermissionInfo>(
-      log, "[ERROR] The shareID is empty", shareId, permissions,
-      [&](std::list<_HuaweiCIFSSharePermissionInfo>& all) { return getCIFSSharePermissions(all, vstoreId); });
+  return permissionsOfShare(*this, &ZrManageHuawei::getCIFSSharePermissions, log, "[ERROR] The shareID is empty",
+                            shareId, vstoreId, permissions);
 }
 
 bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::string const& name,
                                             std::string const& shareId, std::string const& domainType,
                                             std::string const& permission, std::string vstoreId) {
   HuaweiJSONAddCIFSSharePermissions request(m_jobId, name, shareId, domainType, permission, vstoreId);
-  OperationLog log = OperationLog::facade(m_debug, "addCIFSSharePermission", m_jobId);
   // Other refusals go on to the parser, which reports the array's code.
-  return firstGeneration(log)
-      .sends(request, {HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION},
-             FirstGenerationTexts())
+  return firstGeneration("addCIFSSharePermission", LogKind::Facade)
+      .sends(request, {HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION})
       .reacting({on(HuaweiArrayCode::CIFS_PERMISSION_ALREADY_EXISTS)
-                     .line(0, YbString::Format("The permission with Name [%s] Permission [%s] already exists for the "
-                                               "CIFS Share with ID [%s]",
-                                               name.c_str(), permission.c_str(), shareId.c_str()))
+                     .line(0, formatted(kCIFSPermissionExists, name, permission, shareId))
                      .done()})
       .readingRefusals()
-      .run([&] {
-        permissionId = request.getPermissionId();
-        log.line(0,
-                 "Successfully added the permission with ID [%s] Name [%s] Permission [%s] to the CIFS Share with "
-                 "ID [%s]",
-                 permissionId.c_str(), name.c_str(), permission.c_str(), shareId.c_str());
-      });
+      .runTaking(permissionId, request.getPermissionId(), 0, kCIFSPermissionAdded, permissionId, name, permission,
+                 shareId);
 }
 
 bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fileSystemId, std::string const& name,
                                     std::string const& sharePath, std::string vstoreId) {
   HuaweiJSONCreateNFSShare request(m_jobId, shareId, fileSystemId, name, sharePath, vstoreId);
-  OperationLog log = OperationLog::facade(m_debug, "createNFSShare", m_jobId);
   // No code is looked at: a share that exists is a failure like any other.
-  const std::string failed =
-      YbString::Format("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name.c_str(),
-                       sharePath.c_str(), fileSystemId.c_str());
-  return firstGeneration(log)
-      .sends(request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE}, FirstGenerationTexts(failed))
-      .run([&] {
-        shareId = request.getNFShareID();
-        log.line(0, "Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name.c_str(),
-                 sharePath.c_str(), shareId.c_str());
-      });
+  return firstGeneration("createNFSShare", LogKind::Facade)
+      .sends(request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE},
+             formatted("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name, sharePath,
+                       fileSystemId))
+      .runTelling("Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name, sharePath,
+                  shareId);
 }
 
 bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "deleteNFSShare", m_jobId);
   // A share that is gone is a failure.
-  const std::string failed = YbString::Format("[ERROR] Unable to delete the NFS share with ID [%s].", shareId.c_str());
-  return firstGeneration(log)
+  return firstGeneration("deleteNFSShare", LogKind::Facade)
       .required(shareId, "ShareID")
       .sends(HuaweiJSONDeleteNFSShare(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId),
               HuaweiOpType::DELETE_NFS_SHARE},
-             FirstGenerationTexts(failed))
+             formatted("[ERROR] Unable to delete the NFS share with ID [%s].", shareId))
       .runTelling("Successfully deleted the NFS Share with ID[%s]", shareId);
 }
 
 bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
                                             std::string vstoreId) {
-  OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissions", m_jobId);
-  return firstGeneration(log)
-             .sends(HuaweiJSONGetNFSSharePermissionInfo(permissions,
-                                                        {kShareParserLog, HuaweiResponse::WithoutData::Fatal}),
-                    {HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId),
-                     HuaweiOpType::GET_NFS_SHARE_PERMISSIONS},
-                    FirstGenerationTexts("Unable to get the permissions list for NFS Share"))
-             .run([&] {
-               log.line(3, "Successfully got the permission list for NFS Share. Count[%zu].", permissions.size());
-             }) ||
-         RequiredValueContainment::failEmptying(permissions);
+  return firstGeneration("getNFSSharePermissions", LogKind::Facade)
+      .sends(HuaweiJSONGetNFSSharePermissionInfo(permissions, {kShareParserLog, HuaweiResponse::WithoutData::Fatal}),
+             {HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId), HuaweiOpType::GET_NFS_SHARE_PERMISSIONS},
+             "Unable to get the permissions list for NFS Share")
+      .runListing(permissions, 3, "Successfully got the permission list for NFS Share. Count[%zu].");
 }
 
 bool ZrManageHuawei::getNFSSharePermissionsFromParentId(std::list<_HuaweiNFSSharePermissionInfo>& permissions,
                                                         std::string const& shareId, std::string vstoreId) {
   OperationLog log = OperationLog::facade(m_debug, "getNFSSharePermissionsFromParentId", m_jobId);
-  return permissionsOfShare<_HuaweiNFSSharePermissionInfo>(
-      log, "[ERROR] The NFS shareID is empty", shareId, permissions,
-      [&](std::list<_HuaweiNFSSharePermissionInfo>& all) { return getNFSSharePermissions(all, vstoreId); });
+  return permissionsOfShare(*this, &ZrManageHuawei::getNFSSharePermissions, log, "[ERROR] The NFS shareID is empty",
+                            shareId, vstoreId, permissions);
 }
 
 bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::string const& name,
@@ -353,28 +295,21 @@ bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::strin
                                            std::string const& rootSquash, std::string vstoreId) {
   (void)permissionId;  // the answer carries no identifier that is read; callers list the permissions
   HuaweiJSONAddNFSSharePermissions request(m_jobId, name, shareId, accessVal, sync, allSquash, rootSquash, vstoreId);
-  OperationLog log = OperationLog::facade(m_debug, "addNFSSharePermission", m_jobId);
   // Every refusal alike, a client that has its permission already included, and told at level 0.
-  const std::string failed =
-      YbString::Format("Unable to add IP [%s] to the NFS share [%s].", name.c_str(), shareId.c_str());
-  return firstGeneration(log)
-      .sends(request, {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION},
-             FirstGenerationTexts())
-      .reacting({otherwise().fails(failed, 0)})
+  return firstGeneration("addNFSSharePermission", LogKind::Facade)
+      .sends(request, {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION})
+      .reacting({otherwise().fails(formatted("Unable to add IP [%s] to the NFS share [%s].", name, shareId), 0)})
       .runTelling("Successfully added the IP [%s] to the NFS Share with ID [%s]", name, shareId);
 }
 
 bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, std::string vstoreId) {
-  OperationLog log = OperationLog::event("deleteNFSSharePermission", m_jobId);
-  const std::string failed =
-      YbString::Format("[ERROR] Unable to delete the NFS share permission with ID [%s]", permissionId.c_str());
+  const std::string failed = formatted("[ERROR] Unable to delete the NFS share permission with ID [%s]", permissionId);
   // Gone already is what a deletion wants; the prefix stands in the text all the same.
-  return firstGeneration(log)
+  return firstGeneration("deleteNFSSharePermission", LogKind::Event)
       .required(permissionId, "PermissionID")
       .sends(HuaweiJSONDeleteNFSSharePermission(kShareParserLog),
              {HUAWEI_REQ_DELETE, ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),
-              HuaweiOpType::DELETE_NFS_SHARE_PERMISSION},
-             FirstGenerationTexts())
+              HuaweiOpType::DELETE_NFS_SHARE_PERMISSION})
       .reacting({on(HuaweiArrayCode::NFS_PERMISSION_DOES_NOT_EXIST)
                      .line(3, failed + " as the permission does not exist")
                      .done(),

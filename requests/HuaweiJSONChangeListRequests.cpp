@@ -14,7 +14,6 @@
 #include "ChangeListPlainPage.h"
 #include "CLogWriterInterface.h"
 #include "ConvertToString.h"
-#include "DeletionAnswer.h"
 #include "HandBuiltBody.h"
 #include "PrintfToString.h"
 #include "ResponseReading.h"
@@ -114,9 +113,6 @@ bool HuaweiJSONGetChangeListSession::parseResponse(std::string& response) {
   return true;
 }
 
-bool HuaweiJSONDeleteChangeListSession::parseResponse(std::string& response) {
-  return HuaweiResponse::readDeletionAnswer("HuaweiJSONDeleteChangeListSession::parseResponse", m_jobId, response);
-}
 
 HuaweiJSONGetChangeListResult::HuaweiJSONGetChangeListResult(unsigned long long const& jobId)
     : HuaweiJSONBase(jobId),

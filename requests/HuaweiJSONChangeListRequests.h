@@ -1,4 +1,5 @@
-// Requests of snapshot change lists: the session, one page of the result, the session's deletion.
+// Requests of snapshot change lists: the session and one page of the result; the session goes by a
+// generic deletion.
 #pragma once
 
 #include <functional>
@@ -25,19 +26,13 @@ class HuaweiJSONGetChangeListSession : public HuaweiJSONBase {
 
   bool buildRequest(std::string& body) override;
   bool parseResponse(std::string& response) override;
-  std::string getSessionId() { return m_sessionId; }
+  const std::string& getSessionId() const { return m_sessionId; }
 
  private:
   std::string m_parentId;
   std::string m_baseSnapshotId;
   std::string m_incrementalSnapshotId;
   std::string m_sessionId;
-};
-
-class HuaweiJSONDeleteChangeListSession : public HuaweiJSONBase {
- public:
-  explicit HuaweiJSONDeleteChangeListSession(unsigned long long const& jobId) : HuaweiJSONBase(jobId) {}
-  bool parseResponse(std::string& response) override;
 };
 
 class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {

@@ -10,12 +10,12 @@ const int kFileSystemParentType = 40;
 }
 
 HuaweiJSONCreateFileSystemSnapshot::HuaweiJSONCreateFileSystemSnapshot(unsigned long long const& jobId,
-                                                   unsigned long long const& fileSystemId,
-                                                   std::string const& snapshotName, bool enableSnapDiff,
-                                                   std::string vstoreId)
+                                                                       unsigned long long const& fileSystemId,
+                                                                       std::string& snapshot, bool enableSnapDiff,
+                                                                       std::string vstoreId)
     : HuaweiJSONBase(jobId),
       m_fileSystemId(fileSystemId),
-      m_snapshot(snapshotName),
+      m_snapshot(snapshot),
       m_enableSnapDiff(enableSnapDiff),
       m_vstoreId(std::move(vstoreId)) {}
 

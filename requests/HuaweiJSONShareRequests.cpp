@@ -53,8 +53,15 @@ bool readCreatedId(std::string& response, unsigned long long jobId, std::string&
 
 }  // namespace
 
-HuaweiJSONGetCIFSSharePermissionInfo::HuaweiJSONGetCIFSSharePermissionInfo(unsigned long long const& jobId)
-    : HuaweiJSONRecordList(jobId, {kShareParserLog, HuaweiResponse::WithoutData::Fatal}) {}
+HuaweiJSONGetCIFSSharePermissionInfo::HuaweiJSONGetCIFSSharePermissionInfo(
+    std::list<_HuaweiCIFSSharePermissionInfo>& permissions)
+    : HuaweiJSONRecordList(0, {kShareParserLog, HuaweiResponse::WithoutData::Fatal}), m_destination(&permissions) {}
+
+bool HuaweiJSONGetCIFSSharePermissionInfo::parseResponse(std::string& response) {
+  if (!HuaweiJSONRecordList::parseResponse(response)) return false;
+  *m_destination = m_records;
+  return true;
+}
 
 bool HuaweiJSONGetCIFSSharePermissionInfo::readElement(const jsonxx::Object& element,
                                                        _HuaweiCIFSSharePermissionInfo& record) {

@@ -18,18 +18,19 @@ using HuaweiJSONDeleteCIFSShare = DeletionRequest;
 using HuaweiJSONDeleteNFSShare = DeletionRequest;
 using HuaweiJSONDeleteNFSSharePermission = DeletionRequest;
 
-// Every CIFS permission of the array (or vStore). Behind the first element that names a vStore,
-// every later one is given that element's vStore, whatever it says itself.
+// Every CIFS permission of the array (or vStore), into the caller's list once the whole answer is
+// read. Behind the first element that names a vStore, every later one is given that element's
+// vStore, whatever it says itself.
 class HuaweiJSONGetCIFSSharePermissionInfo : public HuaweiJSONRecordList<_HuaweiCIFSSharePermissionInfo, std::list> {
  public:
-  explicit HuaweiJSONGetCIFSSharePermissionInfo(unsigned long long const& jobId);
-  void getCIFSSharePermissionInfo(std::list<_HuaweiCIFSSharePermissionInfo>& permissions) {
-    permissions = m_records;
-  }
+  explicit HuaweiJSONGetCIFSSharePermissionInfo(std::list<_HuaweiCIFSSharePermissionInfo>& permissions);
+  bool parseResponse(std::string& response) override;
+  void forJob(unsigned long long jobId) { m_jobId = jobId; }
 
  private:
   bool readElement(const jsonxx::Object& element, _HuaweiCIFSSharePermissionInfo& record) override;
 
+  std::list<_HuaweiCIFSSharePermissionInfo>* m_destination;
   bool m_vstoreSeen = false;
   std::string m_vstoreId;
   std::string m_vstoreName;
@@ -42,7 +43,7 @@ class HuaweiJSONAddCIFSSharePermissions : public HuaweiJSONBase {
                                     std::string const& permission, std::string const& vstoreId);
   bool buildRequest(std::string& body) override;
   bool parseResponse(std::string& response) override;
-  std::string getPermissionId() { return m_permissionId; }
+  const std::string& getPermissionId() const { return m_permissionId; }
 
  private:
   std::string m_permissionId;
@@ -54,13 +55,13 @@ class HuaweiJSONAddCIFSSharePermissions : public HuaweiJSONBase {
 };
 
 // The creation of a share of either protocol: what it carries and how its answer is read. Each
-// protocol builds its own body.
+// protocol builds its own body. The answer's identifier goes to the caller's shareId.
 class HuaweiJSONCreateShare : public HuaweiJSONBase {
  public:
   bool parseResponse(std::string& response) override;
 
  protected:
-  HuaweiJSONCreateShare(unsigned long long const& jobId, std::string const& shareId, std::string const& name,
+  HuaweiJSONCreateShare(unsigned long long const& jobId, std::string& shareId, std::string const& name,
                         std::string const& sharePath, std::string const& fileSystemId, std::string const& vstoreId)
       : HuaweiJSONBase(jobId),
         m_shareId(shareId),
@@ -69,8 +70,7 @@ class HuaweiJSONCreateShare : public HuaweiJSONBase {
         m_fileSystemId(fileSystemId),
         m_vstoreId(vstoreId) {}
 
-  // The caller's value until the answer gives the array's identifier.
-  std::string m_shareId;
+  std::string& m_shareId;
   std::string m_name;
   std::string m_sharePath;
   std::string m_fileSystemId;
@@ -79,12 +79,11 @@ class HuaweiJSONCreateShare : public HuaweiJSONBase {
 
 class HuaweiJSONCreateCIFSShare : public HuaweiJSONCreateShare {
  public:
-  HuaweiJSONCreateCIFSShare(unsigned long long const& jobId, std::string const& shareId, std::string const& name,
+  HuaweiJSONCreateCIFSShare(unsigned long long const& jobId, std::string& shareId, std::string const& name,
                             std::string const& sharePath, std::string const& fileSystemId,
                             std::string const& vstoreId)
       : HuaweiJSONCreateShare(jobId, shareId, name, sharePath, fileSystemId, vstoreId) {}
   bool buildRequest(std::string& body) override;
-  std::string getCIFSShareID() { return m_shareId; }
 };
 
 // The vStore is kept but never sent, and the answer's identifier is not read: callers list the
@@ -111,10 +110,9 @@ class HuaweiJSONAddNFSSharePermissions : public HuaweiJSONBase {
 
 class HuaweiJSONCreateNFSShare : public HuaweiJSONCreateShare {
  public:
-  HuaweiJSONCreateNFSShare(unsigned long long const& jobId, std::string const& shareId,
+  HuaweiJSONCreateNFSShare(unsigned long long const& jobId, std::string& shareId,
                            std::string const& fileSystemId, std::string const& name, std::string const& sharePath,
                            std::string const& vstoreId)
       : HuaweiJSONCreateShare(jobId, shareId, name, sharePath, fileSystemId, vstoreId) {}
   bool buildRequest(std::string& body) override;
-  std::string getNFShareID() { return m_shareId; }
 };

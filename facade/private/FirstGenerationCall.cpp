@@ -3,14 +3,11 @@
 #include "OperationLog.h"
 #include "YbString.h"
 
-FirstGenerationCall::FirstGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, OperationLog& log)
-    : PlainCallBase(transport, sessionOpen, log), m_guardName(operationName(log.name())) {}
-
-FirstGenerationCall& FirstGenerationCall::guard(const char* guardName, const char* prefix) {
-  m_guardName = guardName;
-  m_guardPrefix = prefix;
-  return *this;
-}
+FirstGenerationCall::FirstGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, LogKind kind, TkDebug& debug,
+                                         const char* logName, unsigned long long jobId)
+    : FirstGenerationLog(kind, debug, logName, jobId),
+      PlainCallBase(transport, sessionOpen, m_ownLog),
+      m_guardName(operationName(logName)) {}
 
 FirstGenerationCall& FirstGenerationCall::required(const std::string& value, const char* label) {
   return refusing(value.empty(), YbString::Format("The input parameter [%s] is empty", label));
@@ -60,7 +57,7 @@ FirstGenerationCall::Outcome FirstGenerationCall::refused() {
       m_log.failure("%s%s", row->words().c_str(), arrayDescription().c_str());
       return Outcome::Failed;
     case Reaction::Adopt:
-      return m_adoption != nullptr && m_adoption->adopt() ? Outcome::Succeeded : Outcome::Failed;
+      return m_adoption != nullptr && m_adoption->adopt(*this) ? Outcome::Succeeded : Outcome::Failed;
     case Reaction::Usual:
       break;
   }

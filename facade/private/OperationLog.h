@@ -4,6 +4,9 @@
 
 #include "TkDebug.h"
 
+// Which of the three an operation logs through, for the frames that make the log themselves.
+enum class LogKind { Event, Facade, FacadeErrors };
+
 class OperationLog {
  public:
   // Lines through a TkEvent local to the call.
@@ -15,6 +18,9 @@ class OperationLog {
   // Lines through the facade's TkDebug, failures through its Error().
   static OperationLog facadeErrors(TkDebug& debug, const char* name, unsigned long long jobId) {
     return OperationLog(&debug, name, jobId, true);
+  }
+  static OperationLog of(LogKind kind, TkDebug& debug, const char* name, unsigned long long jobId) {
+    return OperationLog(kind == LogKind::Event ? nullptr : &debug, name, jobId, kind == LogKind::FacadeErrors);
   }
   OperationLog(const OperationLog&) = delete;
   OperationLog& operator=(const OperationLog&) = delete;
