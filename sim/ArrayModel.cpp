@@ -13,8 +13,8 @@ ArrayModel::ArrayModel(const std::string& deviceId)
       system_(mutex_, store_, deviceId),
       fileSystems_(mutex_),
       interfaces_(store_),
-      snapshots_(mutex_, fileSystems_),
-      changeLists_(mutex_, snapshots_) {
+      fileSystemSnapshots_(mutex_, fileSystems_),
+      changeLists_(mutex_, fileSystemSnapshots_) {
   ArrayIdentityResources::Declare(resources_);
   InterfaceResources::Declare(resources_);
   ShareResources::Declare(resources_, fileSystems_);
@@ -29,7 +29,7 @@ ArrayModel::ArrayModel(const std::string& deviceId)
 void ArrayModel::registerRoutes(Router& router) {
   system_.registerRoutes(router);
   fileSystems_.registerRoutes(router);
-  snapshots_.registerRoutes(router);
+  fileSystemSnapshots_.registerRoutes(router);
   changeLists_.registerRoutes(router);
   resources_.registerRoutes(router);
 }
@@ -37,7 +37,7 @@ void ArrayModel::registerRoutes(Router& router) {
 void ArrayModel::clear() {
   std::lock_guard<std::recursive_mutex> lock(mutex_);
   changeLists_.clear();
-  snapshots_.clear();
+  fileSystemSnapshots_.clear();
   fileSystems_.clear();
   system_.clear();
   store_.clear();

@@ -32,7 +32,7 @@ class ArrayModel {
   ArrayIdentityResources& system() { return system_; }
   FileSystemResources& fileSystems() { return fileSystems_; }
   InterfaceResources& interfaces() { return interfaces_; }
-  FileSystemSnapshotResources& snapshots() { return snapshots_; }
+  FileSystemSnapshotResources& fileSystemSnapshots() { return fileSystemSnapshots_; }
   ChangeListResources& changeLists() { return changeLists_; }
 
   void registerRoutes(Router& router);
@@ -47,7 +47,7 @@ class ArrayModel {
   ArrayIdentityResources system_;
   FileSystemResources fileSystems_;
   InterfaceResources interfaces_;
-  FileSystemSnapshotResources snapshots_;
+  FileSystemSnapshotResources fileSystemSnapshots_;
   ChangeListResources changeLists_;
 };
 
