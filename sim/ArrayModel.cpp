@@ -1,9 +1,6 @@
 #include "ArrayModel.h"
 
-#include "resources/HostResources.h"
-#include "resources/LunSnapshotResources.h"
-#include "resources/CloneResources.h"
-#include "resources/ProvisioningResources.h"
+#include "resources/StoreFamilies.h"
 
 namespace arraysim {
 
@@ -17,13 +14,13 @@ ArrayModel::ArrayModel(const std::string& deviceId)
       changeLists_(mutex_, fileSystemSnapshots_) {
   ArrayIdentityResources::Declare(resources_);
   InterfaceResources::Declare(resources_);
-  ShareResources::Declare(resources_, fileSystems_);
-  LunSnapshotResources::Declare(resources_);
-  HostResources::Declare(resources_);
-  LunGroupResources::Declare(resources_);
-  MappingViewResources::Declare(resources_);
-  ProvisioningResources::Declare(resources_);
-  CloneResources::Declare(resources_);
+  DeclareShares(resources_, fileSystems_);
+  DeclareLunSnapshots(resources_);
+  DeclareHosts(resources_);
+  DeclareLunGroups(resources_);
+  DeclareMappingViews(resources_);
+  DeclareProvisioning(resources_);
+  DeclareClones(resources_);
 }
 
 void ArrayModel::registerRoutes(Router& router) {
