@@ -36,7 +36,7 @@ std::string readPassword() {
 
 ExampleArray::~ExampleArray() { ZRLibCurlSetOptions(ZRLibCurlOptions()); }
 
-void ExampleArray::addOptions(CLI::App& app) {
+void ExampleArray::addOptions(CLI::App& app, Simulator simulator) {
   app.add_option("--address", address_, "Loopback address of the bundled simulator (port 8088)")
       ->capture_default_str();
   auto* host = app.add_option("--host", host_, "Management address of an array to run against instead");
@@ -46,9 +46,17 @@ void ExampleArray::addOptions(CLI::App& app) {
   auto* record = app.add_option("--record", recordFile_, "Record every exchange with the array to this new file");
   app.add_flag("--anonymise", anonymise_, "Replace what identifies the array and its site in the recording")
       ->needs(record);
+  simulatorOnRequest_ = simulator == SimulatorOnRequest;
+  if (simulatorOnRequest_) {
+    app.add_flag("--with-simulator", withSimulator_, "Run against the bundled array simulator, started here")
+        ->excludes(host);
+  }
 }
 
 void ExampleArray::connect(arraysim::SimulatorOptions options) {
+  if (simulatorOnRequest_ && simulated() && !withSimulator_) {
+    throw std::runtime_error("give --host and --user, or --with-simulator");
+  }
   if (!recordFile_.empty()) {
     ZrLibrarySettings settings;
     settings.recordingFile = recordFile_;

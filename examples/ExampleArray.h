@@ -26,13 +26,18 @@ class ExampleArray {
   ExampleArray(const ExampleArray&) = delete;
   ExampleArray& operator=(const ExampleArray&) = delete;
 
-  // --address (the simulator's), --host, --user, --ca-bundle, --record, --anonymise.
-  void addOptions(CLI::App& app);
+  // Whether the bundled simulator runs without --host, or only when --with-simulator asks for it.
+  enum Simulator { SimulatorByDefault, SimulatorOnRequest };
+
+  // --address (the simulator's), --host, --user, --ca-bundle, --record, --anonymise, and
+  // --with-simulator when the simulator runs on request.
+  void addOptions(CLI::App& app, Simulator simulator = SimulatorByDefault);
 
   bool simulated() const { return host_.empty(); }
   // Turns recording on when asked, then trusts the array's CA and, when simulated, starts the
   // simulator on `options` (its address is --address). The password comes from
-  // ZR_ARRAY_PASSWORD or a prompt. Throws std::runtime_error with the reason.
+  // ZR_ARRAY_PASSWORD or a prompt. Throws std::runtime_error with the reason, also when neither
+  // --host nor a requested simulator names the array.
   void connect(arraysim::SimulatorOptions options);
 
   // The started simulator; nullptr against another array.
@@ -48,6 +53,8 @@ class ExampleArray {
   std::string caBundle_;
   std::string recordFile_;
   bool anonymise_ = false;
+  bool simulatorOnRequest_ = false;
+  bool withSimulator_ = false;
   std::string password_;
   std::unique_ptr<arraysim::ArraySimulator> simulator_;
 };

@@ -10,7 +10,6 @@
 //   backup_job ... --inventory
 //       only reads: the system, its file systems and interfaces
 #include <chrono>
-#include <cstdio>
 #include <iostream>
 #include <list>
 #include <map>
@@ -22,31 +21,10 @@
 #include <CLI/CLI.hpp>
 
 #include "ExampleArray.h"
-#include "TkLogSink.h"
+#include "ExampleJob.h"
 #include "ZrManageHuawei.h"
 
 namespace {
-
-// Any failure of the job: main prints it as one line and exits with 1.
-struct JobFailure : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-void require(bool ok, const std::string& what) {
-  if (!ok) throw JobFailure(what + " failed (the array log above tells why)");
-}
-
-// The library tells its reasons in the log: show errors and operator progress, and the HTTPS
-// client's failure details (refused connection, untrusted certificate), which it logs at level 3.
-void installLogSink() {
-  tklog::SetMaxLevel(3);
-  tklog::SetSink([](const tklog::LogLine& line) {
-    if (line.level > 0 && line.name != "ZRLibCurl") return;
-    const char* tag = line.level < 0 ? "[error]" : line.level > 0 ? "[https]" : "[array]";
-    std::cout.flush();  // keeps the job's own lines and the library's in order
-    std::fprintf(stderr, "  %s %s: %s\n", tag, line.name.c_str(), line.text.c_str());
-  });
-}
 
 // A small array: two file systems with files, two interfaces, NDMP on the first one.
 nlohmann::json simulatorSeed() {
@@ -243,21 +221,17 @@ void runJob(const JobSettings& settings, const ExampleArray& target) {
 
 int main(int argc, char** argv) {
   CLI::App app{"An incremental backup job on a Huawei array: two snapshots and the files changed between them."};
-  bool withSimulator = false;
   ExampleArray target;
   JobSettings settings;
-  target.addOptions(app);
-  app.add_flag("--with-simulator", withSimulator, "Run against the bundled array simulator, started here")
-      ->excludes("--host");
+  target.addOptions(app, ExampleArray::SimulatorOnRequest);
   app.add_option("--file-system", settings.fileSystemName, "File system to back up (default: the first one)");
   app.add_option("--interval", settings.intervalSeconds, "Seconds between the two snapshots on a real array");
   app.add_option("--job-id", settings.jobId, "Job identifier")->capture_default_str();
   app.add_flag("--inventory", settings.inventoryOnly, "Only read the system, its file systems and interfaces");
   CLI11_PARSE(app, argc, argv);
 
-  installLogSink();
+  installLogSink(true);
   try {
-    if (!withSimulator && target.simulated()) throw JobFailure("give --host and --user, or --with-simulator");
     arraysim::SimulatorOptions options;
     options.seed = simulatorSeed();
     target.connect(options);

@@ -18,20 +18,11 @@
 #include <CLI/CLI.hpp>
 
 #include "ExampleArray.h"
+#include "ExampleJob.h"
 #include "TkLogSink.h"
 #include "ZrManageHuawei.h"
 
 namespace {
-
-struct JobFailure : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-void require(const HuaweiApi::ResultStatus& status, const std::string& what) {
-  if (status.IsError()) {
-    throw JobFailure(what + " failed: [" + std::to_string(status.GetErrorCode()) + "] " + status.GetErrorString());
-  }
-}
 
 // Undoes the job's steps, last first, when it goes out of scope.
 class Cleanup {
@@ -127,12 +118,9 @@ void runJob(const JobSettings& settings, const ExampleArray& target) {
 
 int main(int argc, char** argv) {
   CLI::App app{"A clone job on a Huawei array: a LUN, its clone, a synchronised copy, split off, then cleaned up."};
-  bool withSimulator = false;
   ExampleArray target;
   JobSettings settings;
-  target.addOptions(app);
-  app.add_flag("--with-simulator", withSimulator, "Run against the bundled array simulator, started here")
-      ->excludes("--host");
+  target.addOptions(app, ExampleArray::SimulatorOnRequest);
   app.add_option("--pool", settings.pool, "Storage pool of the two LUNs")->capture_default_str();
   app.add_option("--capacity", settings.capacity, "Capacity of each LUN, in the array's unit")->capture_default_str();
   app.add_option("--poll-interval", settings.pollMilliseconds, "Milliseconds between two reads of the pair")
@@ -141,7 +129,6 @@ int main(int argc, char** argv) {
 
   tklog::SetMaxLevel(0);  // the operations' request and success lines, and every error
   try {
-    if (!withSimulator && target.simulated()) throw JobFailure("give --host and --user, or --with-simulator");
     target.connect(arraysim::SimulatorOptions());
     nlohmann::json before;
     if (auto* simulator = target.simulator()) {

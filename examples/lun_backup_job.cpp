@@ -13,29 +13,13 @@
 #include <CLI/CLI.hpp>
 
 #include "ExampleArray.h"
+#include "ExampleJob.h"
 #include "LunPresentation.h"
-#include "TkLogSink.h"
 #include "ZrManageHuawei.h"
 
 namespace {
 
 const char kNoVstore[] = "-12345";
-
-struct JobFailure : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-void require(const CXoError& result, const std::string& what) {
-  if (result.IsError()) throw JobFailure(what + ": " + result.AsString());
-}
-
-// Operator progress and errors of the library.
-void installLogSink() {
-  tklog::SetMaxLevel(0);
-  tklog::SetSink([](const tklog::LogLine& line) {
-    std::cerr << "  " << (line.level < 0 ? "[error] " : "[array] ") << line.name << ": " << line.text << "\n";
-  });
-}
 
 struct BackupHost {
   std::string name;

@@ -4,7 +4,6 @@
 //
 //   share_export_job [--address 127.0.0.1] [--backup-host 10.0.0.50] [--windows-account CORP\restore]
 //   ZR_ARRAY_PASSWORD=... share_export_job --host 10.0.0.5 --user admin --file-system-id 7 --snapshot-id 7@2
-#include <cstdio>
 #include <iostream>
 #include <list>
 #include <stdexcept>
@@ -13,7 +12,7 @@
 #include <CLI/CLI.hpp>
 
 #include "ExampleArray.h"
-#include "TkLogSink.h"
+#include "ExampleJob.h"
 #include "ZrManageHuawei.h"
 
 namespace {
@@ -24,19 +23,6 @@ const char kReadOnly[] = "0";
 const char kSynchronous[] = "0";
 const char kSquash[] = "1";
 const char kDomainUser[] = "2";
-
-void require(bool ok, const std::string& what) {
-  if (!ok) throw std::runtime_error(what + " failed (the array log above tells why)");
-}
-
-// Errors and operator progress of the library, as the operator would read them.
-void installLogSink() {
-  tklog::SetMaxLevel(0);
-  tklog::SetSink([](const tklog::LogLine& line) {
-    std::cout.flush();
-    std::fprintf(stderr, "  %s %s: %s\n", line.level < 0 ? "[error]" : "[array]", line.name.c_str(), line.text.c_str());
-  });
-}
 
 void exportSnapshot(ZrManageHuawei& array, const std::string& fileSystemId, const std::string& snapshotPath,
                     const std::string& backupHost, const std::string& windowsAccount) {

@@ -1,4 +1,4 @@
-// Initiators and hosts: what the array knows of a machine that LUNs are shown to.
+// Initiators, hosts and host groups: what the array knows of the machines that LUNs are shown to.
 #pragma once
 
 #include <string>
@@ -45,3 +45,19 @@ struct _HuaweiInitiator {
   }
 };
 typedef _HuaweiInitiator HuaweiInitiator_t;
+
+struct _HuaweiHostGroupInfo {
+  std::string id;
+  std::string name;
+  std::string vstoreId;
+  std::string vstoreName;
+
+  _HuaweiHostGroupInfo() { clear(); }
+  void clear() {
+    id.clear();
+    name.clear();
+    vstoreId.clear();
+    vstoreName.clear();
+  }
+};
+typedef _HuaweiHostGroupInfo HuaweiHostGroupInfo_t;

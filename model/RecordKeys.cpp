@@ -25,6 +25,8 @@ Key<Record> unread(const char* field, Field Record::*member) {
 
 // The field's name as written in the record, and the field itself.
 #define FIELD(name) #name, &R::name
+// The vStore of an object, which the array sends only for one in a vStore.
+#define IN_VSTORE optional("vstoreId", FIELD(vstoreId)), optional("vstoreName", FIELD(vstoreName))
 #define KEYS(Record, ...)                       \
   HUAWEI_RECORD_KEYS(Record) {                  \
     using R = Record;                           \
@@ -40,8 +42,7 @@ KEYS(_HuaweiSystemInformation,
 KEYS(_HuaweiNDMPServiceSettings,
     required("ip", FIELD(ip)), required("isEnabled", FIELD(isEnabled)),
     required("isSupportSnapshot", FIELD(isSupportSnapshot)), required("port", FIELD(port)),
-    required("version", FIELD(version)), optional("vstoreId", FIELD(vstoreId)),
-    optional("vstoreName", FIELD(vstoreName)))
+    required("version", FIELD(version)), IN_VSTORE)
 
 KEYS(_HuaweiVStoreInfo,
     required("ID", FIELD(id)), required("NAME", FIELD(name)), required("RUNNINGSTATUS", FIELD(runningStatus)))
@@ -54,7 +55,7 @@ KEYS(_HuaweiArrayInterfaces,
     required("IPV4ADDR", FIELD(ipv4Address)), required("IPV6ADDR", FIELD(ipv6Address)),
     required("NAME", FIELD(name)), required("MANAGEMENTACCESS", FIELD(managementAccess)),
     required("ROLE", FIELD(role)), required("SUPPORTPROTOCOL", FIELD(supportProtocol)),
-    optional("vstoreId", FIELD(vstoreId)), optional("vstoreName", FIELD(vstoreName)), unread(FIELD(ndmpMonitoringIp)))
+    IN_VSTORE, unread(FIELD(ndmpMonitoringIp)))
 
 KEYS(_HuaweiSnapshotInfo,
     required("PARENTID", FIELD(parentId)), required("PARENTNAME", FIELD(parentName)), required("NAME", FIELD(name)),
@@ -69,8 +70,7 @@ KEYS(_HuaweiSnapshotChangeList,
 
 KEYS(_HuaweiShareInfo,
     required("ID", FIELD(id)), required("FSID", FIELD(fileSystemId)), required("NAME", FIELD(name)),
-    required("SHAREPATH", FIELD(sharePath)), unread(FIELD(quotaName)), optional("vstoreId", FIELD(vstoreId)),
-    optional("vstoreName", FIELD(vstoreName)))
+    required("SHAREPATH", FIELD(sharePath)), unread(FIELD(quotaName)), IN_VSTORE)
 
 // The vStore keys are the list's to decide on, across its elements.
 KEYS(_HuaweiCIFSSharePermissionInfo,
@@ -81,43 +81,37 @@ KEYS(_HuaweiCIFSSharePermissionInfo,
 KEYS(_HuaweiNFSSharePermissionInfo,
     required("ID", FIELD(id)), required("NAME", FIELD(name)), required("PARENTID", FIELD(parentId)),
     required("ACCESSVAL", FIELD(accessVal)), required("ALLSQUASH", FIELD(allSquash)),
-    required("ROOTSQUASH", FIELD(rootSquash)), required("SYNC", FIELD(sync)), optional("vstoreId", FIELD(vstoreId)),
-    optional("vstoreName", FIELD(vstoreName)))
+    required("ROOTSQUASH", FIELD(rootSquash)), required("SYNC", FIELD(sync)), IN_VSTORE)
 
 // SPLITMIRRORIDS is a JSON list written as a string; decoded last, after every plain key.
 KEYS(_HuaweiLUNInfo,
     required("ID", FIELD(id)), required("NAME", FIELD(name)), required("PARENTID", FIELD(parentId)),
     required("RUNNINGSTATUS", FIELD(runningStatus)), optional("ALLOCTYPE", FIELD(allocType)),
     optional("CAPACITY", FIELD(capacity)), optional("OWNINGCONTROLLER", FIELD(owningController)),
-    optional("vstoreId", FIELD(vstoreId)), optional("vstoreName", FIELD(vstoreName)),
-    optional("SPLITMIRRORIDS", FIELD(splitMirrorIds)))
+    IN_VSTORE, optional("SPLITMIRRORIDS", FIELD(splitMirrorIds)))
 
 // A lookup reads RUNNINGSTATUS before PARENTNAME; a LUN group's list reads the declared order.
 KEYS(_HuaweiLUNSnapshotInfo,
     required("ID", FIELD(id)), required("NAME", FIELD(name)), required("PARENTID", FIELD(parentId)),
     required("RUNNINGSTATUS", FIELD(runningStatus)), required("PARENTNAME", FIELD(parentName)),
-    optional("vstoreId", FIELD(vstoreId)), optional("vstoreName", FIELD(vstoreName)), unread(FIELD(isCopy)))
+    IN_VSTORE, unread(FIELD(isCopy)))
 
 KEYS(_HuaweiInitiator,
     required("ID", FIELD(id)), optional("NAME", FIELD(name)), optional("PARENTID", FIELD(parentId)),
-    optional("PARENTNAME", FIELD(parentName)), optional("vstoreId", FIELD(vstoreId)),
-    optional("vstoreName", FIELD(vstoreName)))
+    optional("PARENTNAME", FIELD(parentName)), IN_VSTORE)
 
 KEYS(_HuaweiLUNHostInfo,
     required("ID", FIELD(id)), required("NAME", FIELD(name)), required("OPERATIONSYSTEM", FIELD(operatingSystem)),
-    optional("vstoreId", FIELD(vstoreId)), optional("vstoreName", FIELD(vstoreName)))
+    IN_VSTORE)
 
 KEYS(_HuaweiHostGroupInfo,
-    required("ID", FIELD(id)), required("NAME", FIELD(name)), optional("vstoreId", FIELD(vstoreId)),
-    optional("vstoreName", FIELD(vstoreName)))
+    required("ID", FIELD(id)), required("NAME", FIELD(name)), IN_VSTORE)
 
 KEYS(_HuaweiLunGroupInfo,
-    required("ID", FIELD(id)), required("NAME", FIELD(name)), optional("APPTYPE", FIELD(appType)),
-    optional("vstoreId", FIELD(vstoreId)), optional("vstoreName", FIELD(vstoreName)))
+    required("ID", FIELD(id)), required("NAME", FIELD(name)), optional("APPTYPE", FIELD(appType)), IN_VSTORE)
 
 KEYS(_HuaweiLUNMappingView,
-    required("ID", FIELD(id)), required("NAME", FIELD(name)), optional("vstoreId", FIELD(vstoreId)),
-    optional("vstoreName", FIELD(vstoreName)))
+    required("ID", FIELD(id)), required("NAME", FIELD(name)), IN_VSTORE)
 
 KEYS(_HuaweiStoragePoolInfo,
     required("NAME", FIELD(name)), required("ID", FIELD(id)), required("PARENTID", FIELD(parentId)))
@@ -132,6 +126,7 @@ KEYS(_HuaweiCloneSecondaryLUN,
     required("RUNNINGSTATUS", FIELD(runningStatus)), required("PROCESS", FIELD(process)))
 
 #undef KEYS
+#undef IN_VSTORE
 #undef FIELD
 
 }  // namespace HuaweiKeys

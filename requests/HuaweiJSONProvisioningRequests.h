@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "HuaweiCloneRecords.h"
-#include "HuaweiGroupRecords.h"
+#include "HuaweiLunGroupRecords.h"
 #include "HuaweiLUNRecords.h"
 #include "SelfDescribingRequests.h"
 

@@ -42,4 +42,15 @@ constexpr long long kObjectInUse = 1077948998;
 // pair that is not split).
 constexpr long long kPairStateWrong = 1077951831;
 
+// LUNs and their snapshots.
+constexpr long long kLunNotFound = 1077936859;
+constexpr long long kSnapshotLunNotFound = 1077937880;
+constexpr long long kSnapshotNotInactive = 1077937889;
+
+// Hosts and initiators.
+constexpr long long kHostInGroup = 1077937501;
+constexpr long long kInitiatorExists = 1077948997;
+constexpr long long kHostNotFound = 1077950337;
+constexpr long long kInitiatorNotFound = 1077951220;
+
 }  // namespace arraysim::codes

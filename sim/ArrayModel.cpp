@@ -1,9 +1,6 @@
 #include "ArrayModel.h"
 
-#include "resources/HostResources.h"
-#include "resources/LunSnapshotResources.h"
-#include "resources/CloneResources.h"
-#include "resources/ProvisioningResources.h"
+#include "resources/StoreFamilies.h"
 
 namespace arraysim {
 
@@ -13,23 +10,23 @@ ArrayModel::ArrayModel(const std::string& deviceId)
       system_(mutex_, store_, deviceId),
       fileSystems_(mutex_),
       interfaces_(store_),
-      snapshots_(mutex_, fileSystems_),
-      changeLists_(mutex_, snapshots_) {
+      fileSystemSnapshots_(mutex_, fileSystems_),
+      changeLists_(mutex_, fileSystemSnapshots_) {
   ArrayIdentityResources::Declare(resources_);
   InterfaceResources::Declare(resources_);
-  ShareResources::Declare(resources_, fileSystems_);
-  LunSnapshotResources::Declare(resources_);
-  HostResources::Declare(resources_);
-  LunGroupResources::Declare(resources_);
-  MappingViewResources::Declare(resources_);
-  ProvisioningResources::Declare(resources_);
-  CloneResources::Declare(resources_);
+  DeclareShares(resources_, fileSystems_);
+  DeclareLunSnapshots(resources_);
+  DeclareHosts(resources_);
+  DeclareLunGroups(resources_);
+  DeclareMappingViews(resources_);
+  DeclareProvisioning(resources_);
+  DeclareClones(resources_);
 }
 
 void ArrayModel::registerRoutes(Router& router) {
   system_.registerRoutes(router);
   fileSystems_.registerRoutes(router);
-  snapshots_.registerRoutes(router);
+  fileSystemSnapshots_.registerRoutes(router);
   changeLists_.registerRoutes(router);
   resources_.registerRoutes(router);
 }
@@ -37,7 +34,7 @@ void ArrayModel::registerRoutes(Router& router) {
 void ArrayModel::clear() {
   std::lock_guard<std::recursive_mutex> lock(mutex_);
   changeLists_.clear();
-  snapshots_.clear();
+  fileSystemSnapshots_.clear();
   fileSystems_.clear();
   system_.clear();
   store_.clear();

@@ -11,9 +11,6 @@
 #include "resources/ChangeListResources.h"
 #include "resources/FileSystemResources.h"
 #include "resources/InterfaceResources.h"
-#include "resources/ShareResources.h"
-#include "resources/LunGroupResources.h"
-#include "resources/MappingViewResources.h"
 #include "resources/FileSystemSnapshotResources.h"
 #include "resources/ArrayIdentityResources.h"
 #include "store/ObjectStore.h"
@@ -32,7 +29,7 @@ class ArrayModel {
   ArrayIdentityResources& system() { return system_; }
   FileSystemResources& fileSystems() { return fileSystems_; }
   InterfaceResources& interfaces() { return interfaces_; }
-  FileSystemSnapshotResources& snapshots() { return snapshots_; }
+  FileSystemSnapshotResources& fileSystemSnapshots() { return fileSystemSnapshots_; }
   ChangeListResources& changeLists() { return changeLists_; }
 
   void registerRoutes(Router& router);
@@ -47,7 +44,7 @@ class ArrayModel {
   ArrayIdentityResources system_;
   FileSystemResources fileSystems_;
   InterfaceResources interfaces_;
-  FileSystemSnapshotResources snapshots_;
+  FileSystemSnapshotResources fileSystemSnapshots_;
   ChangeListResources changeLists_;
 };
 

@@ -9,9 +9,9 @@
 //   trust(sim.caCertPath());                       // the client verifies the server as usual
 //   auto fs = sim.fileSystems().create("fs1");
 //   sim.files(fs).writeFile("/a/b.txt", 10);
-//   auto base = sim.snapshots().take(fs, "base");
+//   auto base = sim.fileSystemSnapshots().take(fs, "base");
 //   sim.files(fs).remove("/a/b.txt");
-//   auto incremental = sim.snapshots().take(fs, "incremental");
+//   auto incremental = sim.fileSystemSnapshots().take(fs, "incremental");
 //   auto truth = sim.changeLists().difference(base, incremental);
 //   sim.faults().add(arraysim::FaultRule::On("GET", "system/").htmlPage());
 //   for (const auto& request : sim.requests().all()) ...
@@ -93,7 +93,7 @@ class ArraySimulator {
   // whole states with dump().
   ObjectStore& store() { return model_->store(); }
   ResourceTable& resources() { return model_->resources(); }
-  FileSystemSnapshotResources& snapshots() { return model_->snapshots(); }
+  FileSystemSnapshotResources& fileSystemSnapshots() { return model_->fileSystemSnapshots(); }
   ChangeListResources& changeLists() { return model_->changeLists(); }
   LiveFiles files(const std::string& fileSystemId) { return model_->fileSystems().files(fileSystemId); }
   ArrayModel& model() { return *model_; }

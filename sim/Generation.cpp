@@ -11,10 +11,11 @@ GeneratedSnapshotPair GenerateSnapshotPair(ArrayModel& model, const GenerationPl
   GeneratedSnapshotPair pair;
   pair.fileSystemId = model.fileSystems().create(plan.fileSystemName, info);
   model.fileSystems().with(pair.fileSystemId, [&](FileSystem& fs) { generator.populate(fs.tree); });
-  pair.baseSnapshotId = model.snapshots().take(pair.fileSystemId, plan.fileSystemName + "-base");
+  auto& snapshots = model.fileSystemSnapshots();
+  pair.baseSnapshotId = snapshots.take(pair.fileSystemId, plan.fileSystemName + "-base");
   model.fileSystems().with(pair.fileSystemId,
                            [&](FileSystem& fs) { pair.changeCount = generator.change(fs.tree, plan.changes); });
-  pair.incrementalSnapshotId = model.snapshots().take(pair.fileSystemId, plan.fileSystemName + "-incremental");
+  pair.incrementalSnapshotId = snapshots.take(pair.fileSystemId, plan.fileSystemName + "-incremental");
   return pair;
 }
 

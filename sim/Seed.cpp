@@ -118,8 +118,8 @@ std::vector<std::string> ApplyFileSteps(ArrayModel& model, const std::string& fi
       for (const auto& path : HostilePaths()) files.writeFile(under + "/" + path, Number(step, "size", 0));
     } else if (step.contains("snapshot")) {
       const bool snapDiff = step.value("snapDiff", true);
-      const auto id = model.snapshots().take(fileSystemId, Text(step, "snapshot"), snapDiff);
-      if (step.contains("type")) model.snapshots().setType(id, Text(step, "type"));
+      const auto id = model.fileSystemSnapshots().take(fileSystemId, Text(step, "snapshot"), snapDiff);
+      if (step.contains("type")) model.fileSystemSnapshots().setType(id, Text(step, "type"));
       snapshots.push_back(id);
     } else {
       throw std::invalid_argument("unknown file step " + step.dump());

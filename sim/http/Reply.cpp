@@ -14,6 +14,16 @@ std::optional<nlohmann::json> ArrayRequest::jsonBody() const {
   return parsed;
 }
 
+std::optional<std::string> StringMember(const nlohmann::json& object, const char* key) {
+  const auto it = object.find(key);
+  if (it == object.end() || !it->is_string()) return std::nullopt;
+  return it->get<std::string>();
+}
+
+std::string TextMember(const nlohmann::json& object, const char* key) {
+  return StringMember(object, key).value_or(std::string());
+}
+
 Reply Reply::Object(nlohmann::json data) {
   Reply reply;
   reply.data = std::move(data);

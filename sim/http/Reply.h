@@ -27,6 +27,11 @@ struct ArrayRequest {
   std::optional<nlohmann::json> jsonBody() const;
 };
 
+// A member of a JSON object that holds a string; nothing when it is absent or holds anything else.
+std::optional<std::string> StringMember(const nlohmann::json& object, const char* key);
+// The same, empty when there is none.
+std::string TextMember(const nlohmann::json& object, const char* key);
+
 struct Reply {
   long long code = 0;
   std::string description = "0";

@@ -10,14 +10,6 @@
 namespace arraysim {
 namespace {
 
-constexpr const char* kFileSystemParentType = "40";
-
-std::optional<std::string> StringField(const nlohmann::json& body, const char* key) {
-  const auto it = body.find(key);
-  if (it == body.end() || !it->is_string()) return std::nullopt;
-  return it->get<std::string>();
-}
-
 void AppendMember(std::string& out, const char* key, const std::string& value) {
   out.append(",\"").append(key).append("\":");
   AppendJsonString(out, value);
@@ -90,11 +82,11 @@ void ChangeListResources::registerRoutes(Router& router) {
 Reply ChangeListResources::open(const ArrayRequest& request) {
   const auto body = request.jsonBody();
   if (!body) return Reply::Error(codes::kParameterIncorrect, "The request body is not a JSON object.");
-  const auto parentId = StringField(*body, "parentID");
-  const auto baseId = StringField(*body, "baseSnapshotId");
-  const auto incrementalId = StringField(*body, "incrementalSnapshotId");
+  const auto parentId = StringMember(*body, "parentID");
+  const auto baseId = StringMember(*body, "baseSnapshotId");
+  const auto incrementalId = StringMember(*body, "incrementalSnapshotId");
   if (!parentId || !baseId || !incrementalId ||
-      StringField(*body, "parentType") != std::optional<std::string>(kFileSystemParentType)) {
+      StringMember(*body, "parentType") != std::optional<std::string>(kFileSystemType)) {
     return Reply::Error(codes::kParameterIncorrect, "The entered parameter is incorrect.");
   }
   const auto* base = snapshots_.find(*baseId);
@@ -128,7 +120,7 @@ Reply ChangeListResources::page(const ArrayRequest& request) {
   auto& session = it->second;
   const auto& changes = *session.changes;
   const auto start = session.cursors.decode(cursor);
-  if (field("parentType") != kFileSystemParentType || !start || *start > changes.size()) {
+  if (field("parentType") != kFileSystemType || !start || *start > changes.size()) {
     return Reply::Error(codes::kParameterIncorrect, "The position in the change list is not valid.");
   }
   const std::size_t end = std::min(changes.size(), *start + pageSize_);

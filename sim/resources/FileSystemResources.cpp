@@ -20,7 +20,7 @@ nlohmann::json FileSystemRecord(const FileSystemInfo& info) {
                            {"NAME", info.name},
                            {"HEALTHSTATUS", info.healthStatus},
                            {"RUNNINGSTATUS", info.runningStatus},
-                           {"TYPE", "40"}};
+                           {"TYPE", kFileSystemType}};
   if (!info.vstoreId.empty()) record["vstoreId"] = info.vstoreId;
   if (!info.vstoreName.empty()) record["vstoreName"] = info.vstoreName;
   return record;

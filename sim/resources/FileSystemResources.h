@@ -18,6 +18,9 @@
 
 namespace arraysim {
 
+// A file system's TYPE, and the PARENTTYPE of what belongs to one (snapshots, change lists).
+constexpr char kFileSystemType[] = "40";
+
 struct FileSystemInfo {
   std::string id;  // decimal, as clients compute with it
   std::string name;

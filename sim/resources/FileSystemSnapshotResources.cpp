@@ -7,20 +7,12 @@
 namespace arraysim {
 namespace {
 
-constexpr const char* kFileSystemParentType = "40";
-
-std::optional<std::string> StringField(const nlohmann::json& body, const char* key) {
-  const auto it = body.find(key);
-  if (it == body.end() || !it->is_string()) return std::nullopt;
-  return it->get<std::string>();
-}
-
 nlohmann::json FileSystemSnapshotRecord(const FileSystemSnapshotInfo& info) {
   nlohmann::json record = {{"ID", info.id},
                            {"NAME", info.name},
                            {"PARENTID", info.parentId},
                            {"PARENTNAME", info.parentName},
-                           {"PARENTTYPE", kFileSystemParentType},
+                           {"PARENTTYPE", kFileSystemType},
                            {"SNAPTYPE", info.snapType},
                            {"TYPE", "48"},
                            {"HEALTHSTATUS", "1"},
@@ -126,12 +118,12 @@ void FileSystemSnapshotResources::registerRoutes(Router& router) {
 Reply FileSystemSnapshotResources::create(const ArrayRequest& request) {
   const auto body = request.jsonBody();
   if (!body) return Reply::Error(codes::kParameterIncorrect, "The request body is not a JSON object.");
-  const auto name = StringField(*body, "NAME");
-  const auto parentId = StringField(*body, "PARENTID");
-  const auto parentType = StringField(*body, "PARENTTYPE");
-  const auto vstoreId = StringField(*body, "vstoreId");
-  const auto snapDiff = StringField(*body, "ENABLESNAPDIFF").value_or("false");
-  if (!name || name->empty() || !parentId || parentType != std::optional<std::string>(kFileSystemParentType) ||
+  const auto name = StringMember(*body, "NAME");
+  const auto parentId = StringMember(*body, "PARENTID");
+  const auto parentType = StringMember(*body, "PARENTTYPE");
+  const auto vstoreId = StringMember(*body, "vstoreId");
+  const auto snapDiff = StringMember(*body, "ENABLESNAPDIFF").value_or("false");
+  if (!name || name->empty() || !parentId || parentType != std::optional<std::string>(kFileSystemType) ||
       (snapDiff != "true" && snapDiff != "false")) {
     return Reply::Error(codes::kParameterIncorrect, "The entered parameter is incorrect.");
   }

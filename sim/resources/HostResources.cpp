@@ -1,4 +1,7 @@
-#include "resources/HostResources.h"
+// Hosts, iSCSI and FC initiators (identifiers given by the caller, bound to a host through
+// PARENTID or free), host groups, and hosts in host groups.
+#include "ArrayCodes.h"
+#include "resources/StoreFamilies.h"
 
 namespace arraysim {
 namespace {
@@ -11,7 +14,7 @@ std::optional<Reply> BindToHost(RouteContext& c) {
     c.body["ISFREE"] = "true";
     return std::nullopt;
   }
-  const auto host = c.visible(HostResources::kHost, hostId);
+  const auto host = c.visible(storetype::kHost, hostId);
   if (!host) return c.fail({codes::kHostNotFound, "The host does not exist."});
   c.body["PARENTNAME"] = (*host)["NAME"];
   c.body["ISFREE"] = "false";
@@ -34,7 +37,8 @@ void DeclareInitiators(ResourceTable& table, const char* type) {
 
 }  // namespace
 
-void HostResources::Declare(ResourceTable& table) {
+void DeclareHosts(ResourceTable& table) {
+  using namespace storetype;
   DeclareInitiators(table, kIscsiInitiator);
   DeclareInitiators(table, kFcInitiator);
   table.add(ResourceRoute("POST", "host", kHost, Action::Create)

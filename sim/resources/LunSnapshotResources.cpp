@@ -1,7 +1,18 @@
-#include "resources/LunSnapshotResources.h"
+// LUNs (read by identifier) and LUN snapshots with their states: created inactive, activated
+// (all of a list or none), stopped, rolled back, copied and deleted.
+#include "ArrayCodes.h"
+#include "resources/StoreFamilies.h"
 
 namespace arraysim {
 namespace {
+
+using storetype::kLun;
+using storetype::kLunSnapshot;
+
+// RUNNINGSTATUS of a snapshot.
+constexpr char kActive[] = "41";
+constexpr char kInactive[] = "43";
+constexpr char kRollingBack[] = "44";
 
 const ArrayError kWrongState{codes::kParameterIncorrect, "The entered parameter is incorrect."};
 const ArrayError kAbsentSnapshot{codes::kSnapshotLunNotFound, "The snapshot does not exist."};
@@ -9,11 +20,11 @@ const ArrayError kNotInactive{codes::kSnapshotNotInactive, "The snapshot is not 
 
 // A snapshot or a copy takes its LUN's name as PARENTNAME and starts inactive.
 std::optional<Reply> FromLun(RouteContext& c, const std::string& lunId) {
-  const auto lun = c.visible(LunSnapshotResources::kLun, lunId);
+  const auto lun = c.visible(kLun, lunId);
   if (!lun) return c.fail({codes::kLunNotFound, "The LUN does not exist."});
   c.body["PARENTID"] = lunId;
   c.body["PARENTNAME"] = (*lun)["NAME"];
-  c.body["RUNNINGSTATUS"] = LunSnapshotResources::kInactive;
+  c.body["RUNNINGSTATUS"] = kInactive;
   c.body.erase("ID");
   return std::nullopt;
 }
@@ -22,7 +33,7 @@ std::optional<Reply> Snapshot(RouteContext& c) { return FromLun(c, c.body.value(
 
 // A copy of a snapshot is a new inactive snapshot of the same LUN.
 std::optional<Reply> Copy(RouteContext& c) {
-  const auto source = c.visible(LunSnapshotResources::kSnapshot, c.body.value("ID", std::string()));
+  const auto source = c.visible(kLunSnapshot, c.body.value("ID", std::string()));
   if (!source) return c.fail(kAbsentSnapshot);
   return FromLun(c, (*source)["PARENTID"]);
 }
@@ -34,13 +45,13 @@ std::optional<Reply> Activate(RouteContext& c) {
   std::vector<std::string> ids;
   for (const auto& item : *list) {
     const std::string id = item.is_string() ? item.get<std::string>() : item.dump();
-    const auto snapshot = c.visible(LunSnapshotResources::kSnapshot, id);
+    const auto snapshot = c.visible(kLunSnapshot, id);
     if (!snapshot) return c.fail(c.route.absent);
-    if ((*snapshot)["RUNNINGSTATUS"] != LunSnapshotResources::kInactive) return c.fail(kNotInactive);
+    if ((*snapshot)["RUNNINGSTATUS"] != kInactive) return c.fail(kNotInactive);
     ids.push_back(id);
   }
   for (const auto& id : ids)
-    c.store.update(LunSnapshotResources::kSnapshot, id, {{"RUNNINGSTATUS", LunSnapshotResources::kActive}});
+    c.store.update(kLunSnapshot, id, {{"RUNNINGSTATUS", kActive}});
   return Reply::Object(nlohmann::json::object());
 }
 
@@ -48,7 +59,7 @@ std::optional<Reply> Activate(RouteContext& c) {
 std::optional<Reply> Rollback(RouteContext& c) {
   const auto snapshot = c.visible();
   if (!snapshot) return c.fail(c.route.absent);
-  if ((*snapshot)["RUNNINGSTATUS"] != LunSnapshotResources::kActive) return c.fail(kWrongState);
+  if ((*snapshot)["RUNNINGSTATUS"] != kActive) return c.fail(kWrongState);
   if (c.body.contains("ROLLBACKSPEED")) {
     const std::string speed = c.body.value("ROLLBACKSPEED", std::string());
     if (speed.size() != 1 || speed < "1" || speed > "4") return c.fail(kWrongState);
@@ -58,15 +69,19 @@ std::optional<Reply> Rollback(RouteContext& c) {
 
 }  // namespace
 
-void LunSnapshotResources::Declare(ResourceTable& table) {
+void DeclareLunSnapshots(ResourceTable& table) {
   // The rows that name a snapshot answer its absence in the snapshot's words.
   const auto named = [](const char* method, const char* path, Action action) {
-    return ResourceRoute(method, path, kSnapshot, action).absentAs(kAbsentSnapshot);
+    return ResourceRoute(method, path, kLunSnapshot, action).absentAs(kAbsentSnapshot);
   };
   table.add(ResourceRoute("GET", "lun/{}", kLun, Action::Get).absentAs(codes::kLunNotFound, "The LUN does not exist."));
-  table.add(ResourceRoute("POST", "snapshot", kSnapshot, Action::Create).requiring({"PARENTID", "NAME"}).hooked(Snapshot));
-  table.add(ResourceRoute("POST", "snapshot/createcopy", kSnapshot, Action::Create).requiring({"ID", "NAME"}).hooked(Copy));
-  table.add(ResourceRoute("GET", "snapshot", kSnapshot, Action::List));
+  table.add(ResourceRoute("POST", "snapshot", kLunSnapshot, Action::Create)
+                .requiring({"PARENTID", "NAME"})
+                .hooked(Snapshot));
+  table.add(ResourceRoute("POST", "snapshot/createcopy", kLunSnapshot, Action::Create)
+                .requiring({"ID", "NAME"})
+                .hooked(Copy));
+  table.add(ResourceRoute("GET", "snapshot", kLunSnapshot, Action::List));
   table.add(named("GET", "snapshot/{}", Action::Get));
   table.add(named("DELETE", "snapshot/{}", Action::Delete));
   table.add(named("POST", "snapshot/activate", Action::Custom).hooked(Activate));

@@ -1,6 +1,7 @@
-#include "resources/MappingViewResources.h"
-
-#include "resources/LunGroupResources.h"
+// Mapping views, each holding at most one host group (14) and one LUN group (256), with the
+// array's own codes for what is attached already or gone.
+#include "ArrayCodes.h"
+#include "resources/StoreFamilies.h"
 #include "store/StoreActions.h"
 
 namespace arraysim {
@@ -13,8 +14,8 @@ struct GroupSide {
   long long absent;
 };
 
-constexpr GroupSide kSides[] = {{"14", "hostgroup", codes::kHostGroupInView, codes::kHostGroupNotFound},
-                                {"256", "lungroup", codes::kLunGroupInView, codes::kObjectNotFound}};
+constexpr GroupSide kSides[] = {{"14", storetype::kHostGroup, codes::kHostGroupInView, codes::kHostGroupNotFound},
+                                {"256", storetype::kLunGroup, codes::kLunGroupInView, codes::kObjectNotFound}};
 
 std::string BodyText(const RouteContext& c, const char* key) {
   const auto it = c.body.find(key);
@@ -34,7 +35,7 @@ RouteHook ViewAssociation(bool attach) {
       const std::string groupId = BodyText(c, "ASSOCIATEOBJID");
       if (!c.visible(side.type, groupId)) return Reply::Error(side.absent, "The group does not exist.");
       if (!attach) return std::nullopt;
-      const ObjectRef view{MappingViewResources::kType, c.id};
+      const ObjectRef view{storetype::kMappingView, c.id};
       if (c.store.associated(view, {side.type, groupId})) {
         return Reply::Error(side.inView, "The group is already in the mapping view.");
       }
@@ -49,22 +50,23 @@ RouteHook ViewAssociation(bool attach) {
 
 }  // namespace
 
-void MappingViewResources::Declare(ResourceTable& table) {
+void DeclareMappingViews(ResourceTable& table) {
+  using storetype::kMappingView;
   const std::vector<int> groups{14, 256};
-  table.add(ResourceRoute("POST", "mappingview", kType, Action::Create).requiring({"NAME"}));
-  table.add(ResourceRoute("GET", "mappingview", kType, Action::List));
-  table.add(ResourceRoute("DELETE", "mappingview/{}", kType, Action::Delete)
+  table.add(ResourceRoute("POST", "mappingview", kMappingView, Action::Create).requiring({"NAME"}));
+  table.add(ResourceRoute("GET", "mappingview", kMappingView, Action::List));
+  table.add(ResourceRoute("DELETE", "mappingview/{}", kMappingView, Action::Delete)
                 .absentAs(codes::kMappingViewNotFound, "The mapping view does not exist."));
-  table.add(ResourceRoute("PUT", "mappingview/create_associate", kType, Action::Associate)
+  table.add(ResourceRoute("PUT", "mappingview/create_associate", kMappingView, Action::Associate)
                 .associating(groups)
                 .hooked(ViewAssociation(true)));
-  table.add(ResourceRoute("PUT", "mappingview/remove_associate", kType, Action::Dissociate)
+  table.add(ResourceRoute("PUT", "mappingview/remove_associate", kMappingView, Action::Dissociate)
                 .associating(groups)
                 .notAssociatedAs(codes::kParameterIncorrect, "The group is not in the mapping view.")
                 .hooked(ViewAssociation(false)));
   // The views that hold a LUN group, and the host groups that a view holds.
-  table.add(ResourceRoute("GET", "mapping/associate", kType, Action::ListAssociated));
-  table.add(ResourceRoute("GET", "hostgroup/associate", "hostgroup", Action::ListAssociated));
+  table.add(ResourceRoute("GET", "mapping/associate", kMappingView, Action::ListAssociated));
+  table.add(ResourceRoute("GET", "hostgroup/associate", storetype::kHostGroup, Action::ListAssociated));
 }
 
 }  // namespace arraysim

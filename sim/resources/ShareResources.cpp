@@ -1,17 +1,19 @@
-#include "resources/ShareResources.h"
-
+// CIFS and NFS shares and their permissions. A share names a file system the array holds (by
+// FSID, or by the first directory of its path); a permission names a share of its protocol, once
+// per client; deleting a share drops its permissions.
+//
+//   POST CIFSHARE, GET cifshare, DELETE cifshare/<id>
+//   POST NFSHARE, GET nfshare, DELETE nfshare/<id>
+//   POST CIFS_SHARE_AUTH_CLIENT, GET CIFS_SHARE_AUTH_CLIENT
+//   POST NFS_SHARE_AUTH_CLIENT, GET NFS_SHARE_AUTH_CLIENT, DELETE NFS_SHARE_AUTH_CLIENT/<id>
 #include <optional>
 
+#include "ArrayCodes.h"
+#include "resources/StoreFamilies.h"
 #include "store/StoreActions.h"
 
 namespace arraysim {
 namespace {
-
-// A body member as text; empty when absent or not a string.
-std::string Text(const nlohmann::json& body, const char* key) {
-  const auto it = body.find(key);
-  return it != body.end() && it->is_string() ? it->get<std::string>() : std::string();
-}
 
 // A file system of another vStore is no file system to a request of this one; one outside every
 // vStore serves any.
@@ -31,13 +33,13 @@ std::optional<std::string> FileSystemNamed(const FileSystemResources& fileSystem
 // the one whose name is the first directory of SHAREPATH. Neither is an unknown object.
 RouteHook TiedToFileSystem(const FileSystemResources& fileSystems) {
   return [&fileSystems](RouteContext& c) -> std::optional<Reply> {
-    const std::string given = Text(c.body, "FSID");
+    const std::string given = TextMember(c.body, "FSID");
     if (!given.empty()) {
       const auto info = fileSystems.info(given);
       if (info && Sees(c.scope, *info)) return std::nullopt;
       return c.fail({codes::kObjectNotFound, "The file system does not exist."});
     }
-    const std::string path = Text(c.body, "SHAREPATH");
+    const std::string path = TextMember(c.body, "SHAREPATH");
     const auto named = FileSystemNamed(fileSystems, c.scope, path.substr(1, path.find('/', 1) - 1));
     if (!named) return c.fail({codes::kObjectNotFound, "The file system does not exist."});
     c.body["FSID"] = *named;
@@ -49,11 +51,11 @@ RouteHook TiedToFileSystem(const FileSystemResources& fileSystems) {
 // to the share's vStore even when the request names none.
 RouteHook GrantOn(const char* shareType) {
   return [shareType](RouteContext& c) -> std::optional<Reply> {
-    const std::string shareId = Text(c.body, "PARENTID");
+    const std::string shareId = TextMember(c.body, "PARENTID");
     const auto share = c.visible(shareType, shareId);
     if (!share) return c.fail({codes::kObjectNotFound, "The share does not exist."});
     for (const auto& other : c.store.list(c.route.type)) {
-      if (other.value("PARENTID", "") == shareId && other.value("NAME", "") == Text(c.body, "NAME")) {
+      if (other.value("PARENTID", "") == shareId && other.value("NAME", "") == TextMember(c.body, "NAME")) {
         return c.fail(c.route.exists);
       }
     }
@@ -80,7 +82,8 @@ RouteHook DroppingPermissions(const char* permissionType) {
 
 }  // namespace
 
-void ShareResources::Declare(ResourceTable& table, const FileSystemResources& fileSystems) {
+void DeclareShares(ResourceTable& table, const FileSystemResources& fileSystems) {
+  using namespace storetype;
   using R = ResourceRoute;
   table.add(R("POST", "CIFSHARE", kCIFSShare, Action::Create)
                 .requiring({"NAME", "SHAREPATH"})

@@ -40,7 +40,7 @@ TEST_F(ExactNames, HostileTreeWalksToTheTrueDifference) {
     if (hostile[i] != "it's") files().writeFile("/kept/" + hostile[i], 1000 + i);
   }
   for (const std::string& path : hostile) files().writeFile("/new/" + path, 7);
-  const std::string incremental = sim().snapshots().take("7", "incremental");
+  const std::string incremental = sim().fileSystemSnapshots().take("7", "incremental");
   sim().changeLists().setPageSize(7);
   auto array = loggedInFacade();
   LogCapture log;

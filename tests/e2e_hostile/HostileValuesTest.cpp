@@ -198,16 +198,7 @@ const Family kFamilies[] = {
       {"delete", [](A& a, V v) { a.deleteMappingView(v, kA); }}}},
     {"Luns",
      {{"info", [](A& a, V v) { _HuaweiLUNInfo l; a.getLUNInfo(l, v, kA); }},
-      {"create name", [](A& a, V v) {
-         _HuaweiLUNInfo l;
-         l.name = v;
-         l.capacity = "2097152";
-         l.allocType = HuaweiApiValue::ALLOC_TYPE_THIN;
-         l.parentId = "0";
-         l.owningController = "0A";
-         auto id = Out();
-         a.createLUN(id, l);
-       }, "22", ""},
+      {"create name", [](A& a, V v) { auto id = Out(); a.createLUN(id, NewLun(v)); }, "22", ""},
       {"rename", [](A& a, V v) { _HuaweiLUNInfo l; l.id = v, l.name = "x"; a.modifyLun(l); }, "22", ""},
       {"delete", [](A& a, V v) { a.deleteLun(v, kA); }},
       {"groups of", [](A& a, V v) { std::vector<_HuaweiLunGroupInfo> g; a.getLunGroupsAssociatedToLun(g, v, kA); }},

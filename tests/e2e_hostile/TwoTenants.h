@@ -28,9 +28,9 @@ inline void SeedTenant(arraysim::ArraySimulator& sim, const std::string& vstore,
   const std::string fs = "fs" + n, tag = "-" + n;
   sim.fileSystems().create(fs, FileSystemOf(n, vstore));
   sim.files(n).writeFile("/a.txt", 1);
-  sim.snapshots().take(n, "base" + tag);
+  sim.fileSystemSnapshots().take(n, "base" + tag);
   sim.files(n).writeFile("/b.txt", 2);
-  sim.snapshots().take(n, "incremental" + tag);
+  sim.fileSystemSnapshots().take(n, "incremental" + tag);
 
   add("cifshare", {{"NAME", "share" + tag}, {"SHAREPATH", "/" + fs + "/"}, {"FSID", n}});
   add("nfshare", {{"NAME", "/" + fs}, {"SHAREPATH", "/" + fs}, {"FSID", n}});
@@ -78,7 +78,7 @@ inline nlohmann::json TenantView(arraysim::ArraySimulator& sim, const std::strin
   for (const auto& link : dump["associations"]) {
     if (owned.count({link[0], link[1]}) != 0 || owned.count({link[2], link[3]}) != 0) view["associations"].push_back(link);
   }
-  for (const auto& snapshot : sim.snapshots().list()) {
+  for (const auto& snapshot : sim.fileSystemSnapshots().list()) {
     if (snapshot.vstoreId == vstore) view["fssnapshots"].push_back(snapshot.id + " " + snapshot.name);
   }
   return view;

@@ -28,17 +28,6 @@ inline void ArrangeProvisioning(arraysim::ArraySimulator& sim) {
   }
 }
 
-// A LUN for pool "0", complete but for what a test takes away.
-inline _HuaweiLUNInfo NewLun(const char* name) {
-  _HuaweiLUNInfo lun;
-  lun.name = name;
-  lun.capacity = "2097152";
-  lun.allocType = HuaweiApiValue::ALLOC_TYPE_THIN;
-  lun.parentId = "0";
-  lun.owningController = "0A";
-  return lun;
-}
-
 inline _HuaweiCloneSecondaryLUN Secondary(const char* id, const std::string& cloneId) {
   _HuaweiCloneSecondaryLUN lun;
   lun.id = id;

@@ -9,12 +9,12 @@
 
 #include "ArrayClientTest.h"
 #include "LogCapture.h"
-#include "resources/ShareResources.h"
+#include "resources/StoreFamilies.h"
 
 namespace zrtest {
 namespace {
 
-using arraysim::ShareResources;
+namespace storetype = arraysim::storetype;
 
 class Shares : public ArrayClientTest {
  protected:
@@ -134,7 +134,7 @@ TEST_F(Shares, PermissionListsCarryTheVStoreOnlyForCIFS) {
     if (*vstore) record["vstoreName"] = std::string("vs") + vstore;
     sim().store().insert(type, record);
   };
-  for (const char* type : {ShareResources::kCIFSPermission, ShareResources::kNFSPermission}) {
+  for (const char* type : {storetype::kCIFSPermission, storetype::kNFSPermission}) {
     grant(type, "a", "");
     grant(type, "b", "7");
     grant(type, "c", "");

@@ -28,6 +28,17 @@ inline arraysim::FileSystemInfo FileSystemOf(const std::string& id, const std::s
   return info;
 }
 
+// A LUN for pool "0", complete but for what a test takes away.
+inline _HuaweiLUNInfo NewLun(const std::string& name) {
+  _HuaweiLUNInfo lun;
+  lun.name = name;
+  lun.capacity = "2097152";
+  lun.allocType = HuaweiApiValue::ALLOC_TYPE_THIN;
+  lun.parentId = "0";
+  lun.owningController = "0A";
+  return lun;
+}
+
 class ArrayClientTest : public SimulatorTest {
  protected:
   static constexpr unsigned long long kJobId = 4242;

@@ -347,10 +347,10 @@ class ZrarrayWalk : public Zrarray {
     Zrarray::SetUp();
     fileSystem_ = sim().fileSystems().create("projects");
     sim().files(fileSystem_).writeFile("/docs/a.txt", 10).writeFile("/docs/b.txt", 20).writeFile("/old/c.txt", 1);
-    base_ = sim().snapshots().take(fileSystem_, "base");
+    base_ = sim().fileSystemSnapshots().take(fileSystem_, "base");
     sim().files(fileSystem_).writeFile("/docs/a.txt", 11).remove("/old").makeDirectory("/new dir");
     for (int i = 0; i < 9; ++i) sim().files(fileSystem_).writeFile("/new dir/f" + std::to_string(i), i);
-    incremental_ = sim().snapshots().take(fileSystem_, "incremental");
+    incremental_ = sim().fileSystemSnapshots().take(fileSystem_, "incremental");
     sim().changeLists().setPageSize(3);
   }
 

@@ -1,5 +1,5 @@
 // The login body, the snapshot bodies and the masking of logged bodies are also checked end to
-// end (e2e_session, e2e_snapshots); here stay the forms no end-to-end test reaches.
+// end (e2e_session, e2e_file_system_snapshots); here stay the forms no end-to-end test reaches.
 #include <tuple>
 
 #include <gtest/gtest.h>

@@ -94,7 +94,7 @@ TEST(ExactChangeList, OtherShapesAreLeftToTheDocumentModel) {
 }
 
 // A list sent as a plain array rather than a string reads all the same. (Ordinary names read as
-// the repair reads them: the walks of e2e_exact_names and e2e_snapshots, against the same truth.)
+// the repair reads them: the walks of e2e_exact_names and e2e_file_system_snapshots, against the same truth.)
 TEST(ExactChangeList, ListAsAPlainArrayReads) {
   std::string plainList = "{\"data\":{\"changeList\":[" + ChangeEntry("a\\\"b") +
                                 "],\"numChanges\":\"1\",\"progress\":\"5\",\"linkPos\":\"1\",\"linkPosType\":\"2\","

@@ -76,6 +76,11 @@ inline Argument orElse(Argument argument, std::string fallback) {
   return argument;
 }
 
+// The objects that the rows of more than one group name, each named and described once.
+inline Argument LunIdArgument() { return text("lun-id", "LUN identifier"); }
+inline Argument SnapshotLunIdArgument() { return text("snapshot-id", "Snapshot LUN identifier"); }
+inline Argument HostGroupIdArgument() { return text("host-group-id", "Host group identifier"); }
+
 // The array's four speeds of copying and rolling back, as words.
 std::map<std::string, std::string> SpeedWords();
 // The array's values of a CIFS grant's permission and of an NFS client grant's settings, as words.

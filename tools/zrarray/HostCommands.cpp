@@ -9,7 +9,7 @@ std::vector<Command> HostCommands() {
   const Argument initiatorId = text("initiator-id", "Initiator identifier (IQN or WWPN)");
   const Argument hostId = text("host-id", "Host identifier");
   const Argument hostName = text("host-name", "Host name");
-  const Argument hostGroupId = text("host-group-id", "Host group identifier");
+  const Argument hostGroupId = HostGroupIdArgument();
   const Argument hostGroupName = text("host-group-name", "Host group name");
   return {
       {"host", "initiator", "One initiator; its name is then the name of its host",

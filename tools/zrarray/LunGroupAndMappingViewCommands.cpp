@@ -6,11 +6,11 @@ namespace zrarray {
 std::vector<Command> LunGroupAndMappingViewCommands() {
   const Argument lunGroupId = text("lun-group-id", "LUN group identifier");
   const Argument lunGroupName = text("lun-group-name", "LUN group name");
-  const Argument hostGroupId = text("host-group-id", "Host group identifier");
+  const Argument hostGroupId = HostGroupIdArgument();
   const Argument viewId = text("mapping-view-id", "Mapping view identifier");
   const Argument viewName = text("name", "Mapping view name");
-  const Argument lunId = text("lun-id", "LUN identifier");
-  const Argument snapshotId = text("snapshot-id", "Snapshot LUN identifier");
+  const Argument lunId = LunIdArgument();
+  const Argument snapshotId = SnapshotLunIdArgument();
   return {
       {"lungroup", "id", "Identifier of the LUN group of that exact name",
        calls(&Array::getLUNGroupIDFromName, lunGroupName, printedAs("lunGroupId"), vstore)},

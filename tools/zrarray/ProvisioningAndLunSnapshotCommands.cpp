@@ -4,8 +4,8 @@
 namespace zrarray {
 
 std::vector<Command> ProvisioningAndLunSnapshotCommands() {
-  const Argument lunId = text("lun-id", "LUN identifier");
-  const Argument snapshotId = text("snapshot-id", "Snapshot LUN identifier");
+  const Argument lunId = LunIdArgument();
+  const Argument snapshotId = SnapshotLunIdArgument();
   return {
       {"lun", "info", "One LUN", calls(&Array::getLUNInfo, printed, lunId, vstore)},
       {"lun", "create", "Create a LUN in a storage pool; prints its identifier",

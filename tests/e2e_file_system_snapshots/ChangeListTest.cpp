@@ -26,7 +26,7 @@ class ChangeLists : public ArrayClientTest {
     array_ = loggedInFacade();
   }
   arraysim::LiveFiles files() { return sim().files("7"); }
-  std::string snapshot(const std::string& name) { return sim().snapshots().take("7", name); }
+  std::string snapshot(const std::string& name) { return sim().fileSystemSnapshots().take("7", name); }
   // A base and an incremental snapshot that differ by `count` created files.
   void pairWithCreatedFiles(int count) {
     files().writeFile("/keep.txt", 1);

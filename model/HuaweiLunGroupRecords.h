@@ -1,4 +1,4 @@
-// Host groups and LUN groups: the two sides that a mapping view ties together.
+// LUN groups: the side of a mapping view that holds the LUNs and snapshot LUNs shown.
 #pragma once
 
 #include <string>
@@ -6,22 +6,6 @@
 namespace jsonxx {
 class Object;
 }
-
-struct _HuaweiHostGroupInfo {
-  std::string id;
-  std::string name;
-  std::string vstoreId;
-  std::string vstoreName;
-
-  _HuaweiHostGroupInfo() { clear(); }
-  void clear() {
-    id.clear();
-    name.clear();
-    vstoreId.clear();
-    vstoreName.clear();
-  }
-};
-typedef _HuaweiHostGroupInfo HuaweiHostGroupInfo_t;
 
 struct _HuaweiLunGroupInfo {
   std::string id;

@@ -8,10 +8,10 @@ namespace zrtest {
 ShapeScene ArrangeShapeScene(arraysim::ArraySimulator& sim, ZrManageHuawei& array) {
   sim.fileSystems().create("fs1", FileSystemOf("7", "3"));
   sim.files("7").writeFile("/a.txt", 1);
-  ShapeScene scene{{"base", sim.snapshots().take("7", "base")}};
+  ShapeScene scene{{"base", sim.fileSystemSnapshots().take("7", "base")}};
   sim.files("7").writeFile("/a.txt", 2);
-  scene["incremental"] = sim.snapshots().take("7", "incremental");
-  scene["snapshot"] = sim.snapshots().take("7", "spare");
+  scene["incremental"] = sim.fileSystemSnapshots().take("7", "incremental");
+  scene["snapshot"] = sim.fileSystemSnapshots().take("7", "spare");
   scene["session"] = array.createSnapshotChangeListSession("7", scene["base"], scene["incremental"], 40);
   EXPECT_FALSE(scene["session"].empty());
   return scene;

@@ -73,14 +73,14 @@ TEST_F(FileSystemSnapshots, CreateAnswersTheArraysIdAndRetriesSnapDiffRefusalsWi
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
                             [](const tklog::LogLine& l) { return l.level == 0 && l.text == kRetryLine; }),
               refusals);
-    EXPECT_EQ(sim().snapshots().info(snapshot)->snapDiffEnabled, c.snapDiff && refusals == 0);
+    EXPECT_EQ(sim().fileSystemSnapshots().info(snapshot)->snapDiffEnabled, c.snapDiff && refusals == 0);
   }
 }
 
 // Only the array's SnapDiff refusal is retried: another refusal, or a connection lost after a
 // SnapDiff refusal, ends the call. (A call without a name builds nothing: BodyAndUrlBuildersTest.)
 TEST_F(FileSystemSnapshots, CreateFailuresKeepTheName) {
-  sim().snapshots().take("7", "taken");
+  sim().fileSystemSnapshots().take("7", "taken");
   std::string snapshot = "taken";
   EXPECT_FALSE(array_->createFileSystemSnapshot(7, snapshot, true, "3"));
   sim().faults().add(arraysim::FaultRule::On("POST", "fssnapshot").arrayError(1073754130, "no SnapDiff"));
@@ -91,8 +91,8 @@ TEST_F(FileSystemSnapshots, CreateFailuresKeepTheName) {
 }
 
 TEST_F(FileSystemSnapshots, InfoCopiesTheRecordOrMarksItAbsent) {
-  const std::string id = sim().snapshots().take("7", "weekly");
-  sim().snapshots().setType(id, "34");
+  const std::string id = sim().fileSystemSnapshots().take("7", "weekly");
+  sim().fileSystemSnapshots().setType(id, "34");
   LogCapture log;
   _HuaweiSnapshotInfo info;
   info.notExist = true;  // the fresh record of the request replaces this
@@ -119,7 +119,7 @@ TEST_F(FileSystemSnapshots, InfoCopiesTheRecordOrMarksItAbsent) {
 // The code of a failure is read from the transport's last classified answer: a lost connection
 // or an empty answer classifies nothing, so the code of the answer before it still stands.
 TEST_F(FileSystemSnapshots, PresenceFollowsTheLastClassifiedCode) {
-  const std::string id = sim().snapshots().take("7", "there");
+  const std::string id = sim().fileSystemSnapshots().take("7", "there");
   LogCapture log;
   EXPECT_TRUE(array_->isSnapshotPresent(id, "3"));
   sim().faults().add(arraysim::FaultRule::On("GET", "fssnapshot").arrayError(1077949002, "Busy."));
@@ -145,12 +145,12 @@ TEST_F(FileSystemSnapshots, PresenceFollowsTheLastClassifiedCode) {
 // A plain snapshot outside any vStore is deleted without the incremental-backup flag. (Its
 // vStore form: FileSystemSnapshotAndChangeListShapeTest.)
 TEST_F(FileSystemSnapshots, DeletionFollowsTheTypeLearnedFromTheArray) {
-  const std::string id = sim().snapshots().take("7", "old");
-  sim().snapshots().setType(id, "1");
+  const std::string id = sim().fileSystemSnapshots().take("7", "old");
+  sim().fileSystemSnapshots().setType(id, "1");
   LogCapture log;
   EXPECT_TRUE(array_->deleteFileSystemSnapshot(id, "-12345"));
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET fssnapshot/" + id, "DELETE fssnapshot/" + id}));
-  EXPECT_FALSE(sim().snapshots().exists(id));
+  EXPECT_FALSE(sim().fileSystemSnapshots().exists(id));
   EXPECT_TRUE(log.HasLine(0, kDeleteLog, "Successfully deleted the Snapshot ID[" + id + "]"));
 }
 
@@ -163,14 +163,14 @@ TEST_F(FileSystemSnapshots, DeletionOfAnAbsentOrUnreadableSnapshotGoesOn) {
                           "Tried to delete a snapshot that does not exist. Considering the operation as success."));
   EXPECT_TRUE(log.HasLine(0, kDeleteLog, "Successfully deleted the Snapshot ID[7@9]")) << log.Dump();
 
-  const std::string id = sim().snapshots().take("8", "plain");
-  sim().snapshots().setType(id, "1");
+  const std::string id = sim().fileSystemSnapshots().take("8", "plain");
+  sim().fileSystemSnapshots().setType(id, "1");
   sim().faults().add(arraysim::FaultRule::On("GET", "fssnapshot/" + id).htmlPage());
   EXPECT_TRUE(array_->deleteFileSystemSnapshot(id, "-12345"));
   EXPECT_EQ(requestLines(), (std::vector<std::string>{"GET fssnapshot/7@9", "DELETE fssnapshot/7@9?DELINCREMENTALBACKUPSNAP=true",
                                                       "GET fssnapshot/" + id,
                                                       "DELETE fssnapshot/" + id + "?DELINCREMENTALBACKUPSNAP=true"}));
-  EXPECT_FALSE(sim().snapshots().exists(id));
+  EXPECT_FALSE(sim().fileSystemSnapshots().exists(id));
 }
 
 }  // namespace
