@@ -10,6 +10,9 @@
 #include "ResourcePath.h"
 #include "ZrManageHuawei.h"
 
+using PlainCalls::del;
+using PlainCalls::get;
+
 namespace {
 const int kFileSystemParentType = 40;
 const char kWalkComplete[] = "100";
@@ -97,7 +100,7 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
     if (info.sessionId.empty()) return callers.failedAfter(call, "Unable to get the Snap Change List Session ID.");
   }
   bool walkOver = true;
-  const bool fetched = call.sends(request, {HUAWEI_REQ_GET, pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
+  const bool fetched = call.sends(request, get(pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST),
                                   formatted(kPageFailed, baseSnapshotId, incrementalSnapshotId))
                            .run([&](FirstGenerationCall&) {
                              info = std::move(request).getChangeListInfo(info.sessionId);
@@ -111,8 +114,8 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
 bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionId) {
   return firstGeneration("ZrManageHuawei::deleteSnapshotChangeListSession", LogKind::Event)
       .sends(DeletionRequest(HuaweiResponse::ParserLog{"HuaweiJSONDeleteChangeListSession::parseResponse"}),
-             {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
-              HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
+             del(ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
+                 HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION),
              "Unable to delete change list session information")
       .runTelling("Successfully deleted the Session ID[%s]", sessionId);
 }
