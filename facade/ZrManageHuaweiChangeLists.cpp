@@ -49,7 +49,9 @@ class CallersPage {
 
 // The walk ends on a page that is both empty and complete, or on a page that could not be read:
 // the session goes, and the page tells which.
-void endWalk(ZrManageHuawei& facade, FirstGenerationCall& call, _HuaweiSnapshotChangeListInfo& info, bool fetched) {
+void endWalkIfOver(ZrManageHuawei& facade, FirstGenerationCall& call, _HuaweiSnapshotChangeListInfo& info,
+                   bool fetched) {
+  if (fetched && !(info.changes.empty() && info.progress == kWalkComplete)) return;
   info.sessionFailed = fetched ? 0 : 1;
   if (!facade.deleteSnapshotChangeListSession(info.sessionId)) {
     call.failure("Unable to delete the Snap Change List Session ID[%s]", info.sessionId);
@@ -99,15 +101,12 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
         createSnapshotChangeListSession(parentId, baseSnapshotId, incrementalSnapshotId, kFileSystemParentType);
     if (info.sessionId.empty()) return callers.failedAfter(call, "Unable to get the Snap Change List Session ID.");
   }
-  bool walkOver = true;
-  const bool fetched = call.sends(request, get(pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST),
-                                  formatted(kPageFailed, baseSnapshotId, incrementalSnapshotId))
-                           .run([&](FirstGenerationCall&) {
-                             info = std::move(request).getChangeListInfo(info.sessionId);
-                             walkOver = info.changes.empty() && info.progress == kWalkComplete;
-                           });
+  const bool fetched =
+      call.sends(request, get(pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST),
+                 formatted(kPageFailed, baseSnapshotId, incrementalSnapshotId))
+          .run([&](FirstGenerationCall&) { info = std::move(request).getChangeListInfo(info.sessionId); });
   if (RequiredValueContainment::failed()) return callers.failedKeepingIt();
-  if (walkOver) endWalk(*this, call, info, fetched);
+  endWalkIfOver(*this, call, info, fetched);
   return fetched;
 }
 
