@@ -43,6 +43,18 @@ struct Initiator : InitiatorKind {
   const std::string& id;
 };
 
+// The creation of an initiator, bound to the host when one is given.
+RecordRequest<_HuaweiInitiator> initiatorCreation(_HuaweiInitiator& created, const std::string& initiatorId,
+                                                  const std::string& hostId, const std::string& vstoreId) {
+  _HuaweiInitiator wanted;
+  wanted.id = initiatorId;
+  wanted.parentId = hostId;
+  wanted.vstoreId = vstoreId;
+  const std::string parent = hostId.empty() ? std::string() : "," + quoted("PARENTID", hostId) + " ";
+  return RecordRequest(created, sanRules("HuaweiJSONCreateInitiator::parseResponse"),
+                       "{" + quoted("ID", initiatorId) + " " + parent + vstore(vstoreId) + "}", wanted);
+}
+
 const char* orEmptyWord(const std::string& hostId) { return hostId.empty() ? "EMPTY" : hostId.c_str(); }
 
 }  // namespace
@@ -135,19 +147,13 @@ CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string co
 CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::string const& initiatorId,
                                          std::string const& hostId, bool const& isISCSI, bool& alreadyExists,
                                          std::string vstoreId) {
-  _HuaweiInitiator wanted;
-  wanted.id = initiatorId;
-  wanted.parentId = hostId;
-  wanted.vstoreId = vstoreId;
   const InitiatorKind kind(isISCSI);
-  const std::string parent = hostId.empty() ? std::string() : "," + quoted("PARENTID", hostId) + " ";
   return qualifiedSecondGeneration(
              "createInitiator(HuaweiInitiator_t&, const string&, const string&, const bool&, bool&, std::string)")
       .required({&initiatorId})
       // An existing initiator is an error and a flag at once: the caller decides what to do with it.
       .sendsInArrayWords(
-          RecordRequest(initiatorInfo, sanRules("HuaweiJSONCreateInitiator::parseResponse"),
-                        "{" + quoted("ID", initiatorId) + " " + parent + vstore(vstoreId) + "}", wanted),
+          initiatorCreation(initiatorInfo, initiatorId, hostId, vstoreId),
           post(kind.resource, HuaweiOpType::CREATE_INITIATOR),
           {on(HuaweiArrayCode::INITIATOR_ALREADY_EXISTS)
                .setting(alreadyExists)

@@ -22,6 +22,7 @@ using HuaweiResponse::sanIdentityRules;
 using PlainCalls::del;
 using PlainCalls::get;
 using PlainCalls::post;
+using PlainCalls::put;
 
 namespace {
 
@@ -48,7 +49,7 @@ CXoError attach(SecondGenerationCall call, const Attachment& attachment, const s
       // Refusals are told as "Unable to associate" and fail as "Failed to associate".
       .sendsRefusedAs(StatusRequest(attachment.answerLog,
                                     association(mappingViewId, groupId, attachment.type.getValue(), vstoreId)),
-                      {HUAWEI_REQ_PUT, "mappingview/create_associate", attachment.opType},
+                      put("mappingview/create_associate", attachment.opType),
                       {formatted("[ERROR] Unable to associate %s [%s] with mappingview [%s]", attachment.kind, groupId,
                                  mappingViewId),
                        formatted("[ERROR] Failed to associate %s [%s] with mappingview [%s]", attachment.kind, groupId,
@@ -75,7 +76,7 @@ CXoError detach(SecondGenerationCall call, const Detachment& detachment, const s
   return call.required({&groupId, &mappingViewId})
       .sends(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse",
                            association(mappingViewId, groupId, detachment.type.getValue(), vstoreId)),
-             {HUAWEI_REQ_PUT, "mappingview/remove_associate", detachment.opType})
+             put("mappingview/remove_associate", detachment.opType))
       // A group or view that is gone already counts as detached; any other refusal is told in the
       // array's own words.
       .reacting(
