@@ -10,6 +10,9 @@
 #include "ResourcePath.h"
 #include "ZrManageHuawei.h"
 
+using PlainCalls::del;
+using PlainCalls::get;
+
 namespace {
 const int kFileSystemParentType = 40;
 const char kWalkComplete[] = "100";
@@ -46,7 +49,9 @@ class CallersPage {
 
 // The walk ends on a page that is both empty and complete, or on a page that could not be read:
 // the session goes, and the page tells which.
-void endWalk(ZrManageHuawei& facade, FirstGenerationCall& call, _HuaweiSnapshotChangeListInfo& info, bool fetched) {
+void endWalkIfOver(ZrManageHuawei& facade, FirstGenerationCall& call, _HuaweiSnapshotChangeListInfo& info,
+                   bool fetched) {
+  if (fetched && !(info.changes.empty() && info.progress == kWalkComplete)) return;
   info.sessionFailed = fetched ? 0 : 1;
   if (!facade.deleteSnapshotChangeListSession(info.sessionId)) {
     call.failure("Unable to delete the Snap Change List Session ID[%s]", info.sessionId);
@@ -96,23 +101,20 @@ bool ZrManageHuawei::getSnapshotChangeList(std::string const& parentId, std::str
         createSnapshotChangeListSession(parentId, baseSnapshotId, incrementalSnapshotId, kFileSystemParentType);
     if (info.sessionId.empty()) return callers.failedAfter(call, "Unable to get the Snap Change List Session ID.");
   }
-  bool walkOver = true;
-  const bool fetched = call.sends(request, {HUAWEI_REQ_GET, pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST},
-                                  formatted(kPageFailed, baseSnapshotId, incrementalSnapshotId))
-                           .run([&](FirstGenerationCall&) {
-                             info = std::move(request).getChangeListInfo(info.sessionId);
-                             walkOver = info.changes.empty() && info.progress == kWalkComplete;
-                           });
+  const bool fetched =
+      call.sends(request, get(pageResource(info), HuaweiOpType::GET_SNAPSHOT_CHANGE_LIST),
+                 formatted(kPageFailed, baseSnapshotId, incrementalSnapshotId))
+          .run([&](FirstGenerationCall&) { info = std::move(request).getChangeListInfo(info.sessionId); });
   if (RequiredValueContainment::failed()) return callers.failedKeepingIt();
-  if (walkOver) endWalk(*this, call, info, fetched);
+  endWalkIfOver(*this, call, info, fetched);
   return fetched;
 }
 
 bool ZrManageHuawei::deleteSnapshotChangeListSession(std::string const& sessionId) {
   return firstGeneration("ZrManageHuawei::deleteSnapshotChangeListSession", LogKind::Event)
       .sends(DeletionRequest(HuaweiResponse::ParserLog{"HuaweiJSONDeleteChangeListSession::parseResponse"}),
-             {HUAWEI_REQ_DELETE, ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
-              HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION},
+             del(ResourcePath("fs_snapchangelist_session").segment(sessionId, "sessionId"),
+                 HuaweiOpType::DELETE_SNAPSHOT_CHANGE_LIST_SESSION),
              "Unable to delete change list session information")
       .runTelling("Successfully deleted the Session ID[%s]", sessionId);
 }

@@ -8,6 +8,9 @@
 #include "ResourcePath.h"
 #include "ZrManageHuawei.h"
 
+using PlainCalls::del;
+using PlainCalls::get;
+
 namespace {
 const char kIncrementalBackupSnapshotType[] = "8";
 const char kSnapDiffRefused[] =
@@ -52,8 +55,8 @@ bool ZrManageHuawei::getFileSystemSnapshotInfo(std::string const& snapshotId, _H
   const bool found =
       firstGeneration("ZrManageHuawei::getFileSystemSnapshotInfo", LogKind::Event)
           .sends(RecordRequest(info, HuaweiResponse::plainRules("HuaweiJSONGetSnapshotInfo::parseResponse")),
-                 {HUAWEI_REQ_GET, ResourcePath("fssnapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
-                  HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO},
+                 get(ResourcePath("fssnapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
+                     HuaweiOpType::GET_FILE_SYSTEM_SNAPSHOT_INFO),
                  "Unable to get the snapshot information.")
           .reacting({on(HuaweiArrayCode::FS_SNAPSHOT_DOES_NOT_EXIST).setting(absent)})
           .runTelling("Successfully got the snapshot information for [%s].", info.id);
@@ -90,8 +93,7 @@ bool ZrManageHuawei::deleteFileSystemSnapshot(std::string const& snapshotId, std
   }
   return call
       .sends(DeletionRequest(HuaweiResponse::ParserLog{"HuaweiJSONDeleteSnapshot::parseResponse"}),
-             {HUAWEI_REQ_DELETE, deletionResource(snapshotId, info.snapType, vstoreId),
-              HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT},
+             del(deletionResource(snapshotId, info.snapType, vstoreId), HuaweiOpType::DELETE_FILE_SYSTEM_SNAPSHOT),
              "Unable to delete the snapshot")
       .runTelling("Successfully deleted the Snapshot ID[%s]", snapshotId);
 }

@@ -20,6 +20,9 @@ using HandBuiltPiece::quoted;
 using HandBuiltPiece::vstore;
 using HuaweiResponse::sanIdentityRules;
 using HuaweiResponse::sanRules;
+using PlainCalls::get;
+using PlainCalls::post;
+using PlainCalls::put;
 
 namespace {
 
@@ -40,6 +43,18 @@ struct Initiator : InitiatorKind {
   const std::string& id;
 };
 
+// The creation of an initiator, bound to the host when one is given.
+RecordRequest<_HuaweiInitiator> initiatorCreation(_HuaweiInitiator& created, const std::string& initiatorId,
+                                                  const std::string& hostId, const std::string& vstoreId) {
+  _HuaweiInitiator wanted;
+  wanted.id = initiatorId;
+  wanted.parentId = hostId;
+  wanted.vstoreId = vstoreId;
+  const std::string parent = hostId.empty() ? std::string() : "," + quoted("PARENTID", hostId) + " ";
+  return RecordRequest(created, sanRules("HuaweiJSONCreateInitiator::parseResponse"),
+                       "{" + quoted("ID", initiatorId) + " " + parent + vstore(vstoreId) + "}", wanted);
+}
+
 const char* orEmptyWord(const std::string& hostId) { return hostId.empty() ? "EMPTY" : hostId.c_str(); }
 
 }  // namespace
@@ -53,7 +68,7 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
              "getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const bool&, std::string)")
       .required(initiatorId, "The entered initiator ID is empty")
       .sends(HuaweiJSONGetInitiatorInfo(initiators),
-             {HUAWEI_REQ_GET, initiator.path().vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO},
+             get(initiator.path().vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO),
              SecondGenerationTexts::lookup(""))
       // The line says more than is known; the error says only what is.
       .reacting({on(HuaweiArrayCode::INITIATOR_DOES_NOT_EXIST).fails(absent),
@@ -71,7 +86,7 @@ CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiat
       .guard("getISCSIInitiatorInfo")
       // These words for both kinds.
       .sends(HuaweiJSONGetInitiatorInfo(initiators),
-             {HUAWEI_REQ_GET, ResourcePath(kind.resource).vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO},
+             get(ResourcePath(kind.resource).vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO),
              SecondGenerationTexts::lookup("[ERROR] Unable to find the ISCSI initiators"))
       .run([&](SecondGenerationCall& call) {
         if (initiators.empty()) return call.error("[ERROR] Unable to get the initiator information");
@@ -101,7 +116,7 @@ CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std:
       .required(hostName, "The entered host name is empty")
       .sends(
           RecordListRequest(hosts, sanRules("HuaweiJSONGetHostInfo::parseResponse")),
-          {HUAWEI_REQ_GET, filtered("host", "NAME", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME},
+          get(filtered("host", "NAME", hostName, vstoreId), HuaweiOpType::GET_HOST_ID_FROM_HOST_NAME),
           SecondGenerationTexts::lookup("[ERROR] Unable to find the information for the host with name [%s]", hostName))
       .runFinding(hosts, hostName, "[ERROR] Unable to get the information for the host with Name[%s].", hostId,
                   "Successfully got the information for host:  ID: [%s] NAME: [%s]", &_HuaweiLUNHostInfo::id,
@@ -120,7 +135,7 @@ CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string co
                         "{" + quoted("NAME", hostName) + ", " + quoted("OPERATIONSYSTEM", wanted.operatingSystem) +
                             " " + vstore(vstoreId) + "}",
                         wanted),
-          {HUAWEI_REQ_POST, "host", HuaweiOpType::CREATE_HOST},
+          post("host", HuaweiOpType::CREATE_HOST),
           formatted("[ERROR] Unable to create host with name [%s] operating system [%s]", hostName,
                     wanted.operatingSystem))
       .adoptingNamed(
@@ -132,20 +147,14 @@ CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string co
 CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::string const& initiatorId,
                                          std::string const& hostId, bool const& isISCSI, bool& alreadyExists,
                                          std::string vstoreId) {
-  _HuaweiInitiator wanted;
-  wanted.id = initiatorId;
-  wanted.parentId = hostId;
-  wanted.vstoreId = vstoreId;
   const InitiatorKind kind(isISCSI);
-  const std::string parent = hostId.empty() ? std::string() : "," + quoted("PARENTID", hostId) + " ";
   return qualifiedSecondGeneration(
              "createInitiator(HuaweiInitiator_t&, const string&, const string&, const bool&, bool&, std::string)")
       .required({&initiatorId})
       // An existing initiator is an error and a flag at once: the caller decides what to do with it.
       .sendsInArrayWords(
-          RecordRequest(initiatorInfo, sanRules("HuaweiJSONCreateInitiator::parseResponse"),
-                        "{" + quoted("ID", initiatorId) + " " + parent + vstore(vstoreId) + "}", wanted),
-          {HUAWEI_REQ_POST, kind.resource, HuaweiOpType::CREATE_INITIATOR},
+          initiatorCreation(initiatorInfo, initiatorId, hostId, vstoreId),
+          post(kind.resource, HuaweiOpType::CREATE_INITIATOR),
           {on(HuaweiArrayCode::INITIATOR_ALREADY_EXISTS)
                .setting(alreadyExists)
                .line(3, formatted("The iSCSI initiator with ID [%s] already exists", initiatorId))
@@ -168,7 +177,7 @@ CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorI
           StatusRequest("HuaweiJSONUpdateInitiator::parseResponse",
                         "{" + quoted("PARENTID", hostId) + " " + vstore(vstoreId) + "}",
                         {HuaweiResponse::CodeWidth::Signed32, -1}),
-          {HUAWEI_REQ_PUT, Initiator(isISCSI, initiatorId).path(), HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID},
+          put(Initiator(isISCSI, initiatorId).path(), HuaweiOpType::UPDATE_INITIATOR_WITH_HOST_ID),
           {formatted("[ERROR] Failed to associate initiator ID [%s] to Host ID [%s]", initiatorId, hostId),
            formatted("[ERROR] Failed to associate initiator ID[%s]  with Host ID[%s]", initiatorId, hostId)})
       .runTelling("Successfully associated the initiator with ID [%s] to the Host ID [%s]", initiatorId, hostId);
@@ -181,8 +190,7 @@ CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName
       // The empty name speaks of a host.
       .required(hostGroupName, "The entered host name is empty")
       .sends(RecordListRequest(groups, sanRules("HuaweiJSONGetHostGroupInfo::parseResponse")),
-             {HUAWEI_REQ_GET, filtered("hostgroup", "NAME", hostGroupName, vstoreId),
-              HuaweiOpType::GET_HOST_GROUP_ID_FROM_NAME},
+             get(filtered("hostgroup", "NAME", hostGroupName, vstoreId), HuaweiOpType::GET_HOST_GROUP_ID_FROM_NAME),
              SecondGenerationTexts::lookup("[ERROR] Unable to find the information for the hostgroup with name [%s]",
                                            hostGroupName))
       .runFinding(groups, hostGroupName, "[ERROR] Unable to get the information for the host group with Name[%s].",
@@ -198,7 +206,7 @@ CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, st
       // The answer gives the new group's ID and NAME; the vStore stays as sent.
       .sendsRefusedAs(RecordRequest(hostGroupInfo, sanIdentityRules("HuaweiJSONCreateHostGroup::parseResponse"),
                                     "{" + quoted("NAME", hostGroupName) + " " + vstore(vstoreId) + "}", wanted),
-                      {HUAWEI_REQ_POST, "hostgroup", HuaweiOpType::CREATE_HOST_GROUP},
+                      post("hostgroup", HuaweiOpType::CREATE_HOST_GROUP),
                       formatted("[ERROR] Unable to create hostgroup with name [%s]", hostGroupName))
       // A group of that name is taken as the one asked for; the caller's vstoreName stays as it was.
       .adoptingNamed(formatted("The hostgroup with Name [%s] already exists", hostGroupName),
@@ -214,7 +222,7 @@ CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std:
       .sendsRefusedAs(
           StatusRequest("HuaweiJSONAssociateHostWithHostGroup::parseResponse",
                         association(hostGroupId, hostId, HuaweiApiValue::OBJECT_TYPE_HOST.getValue(), vstoreId)),
-          {HUAWEI_REQ_POST, "hostgroup/associate", HuaweiOpType::HOST_GROUP_MEMBERSHIP},
+          post("hostgroup/associate", HuaweiOpType::HOST_GROUP_MEMBERSHIP),
           formatted("[ERROR] Failed to associate Host [%s] with Host Group [%s]", hostId, hostGroupId),
           {on(HuaweiArrayCode::HOST_ALREADY_IN_GROUP)
                .line(0, formatted("The host [%s] is already associated to the host group [%s]", hostId, hostGroupId))

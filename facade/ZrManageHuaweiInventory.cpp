@@ -9,6 +9,7 @@
 #include "ZrManageHuawei.h"
 
 using HuaweiResponse::plainRules;
+using PlainCalls::get;
 
 namespace {
 
@@ -35,7 +36,7 @@ void markNDMPInterface(FirstGenerationCall& call, std::list<_HuaweiArrayInterfac
 bool ZrManageHuawei::getSystemInformation(_HuaweiSystemInformation& info) {
   return firstGeneration("ZrManageHuawei::getSystemInformation", LogKind::Event)
       .sends(RecordRequest(info, plainRules("HuaweiJSONGetSystemInformation::parseResponse")),
-             {HUAWEI_REQ_GET, "system/", HuaweiOpType::GET_SYSTEM_INFORMATION}, "Unable to get the system information.")
+             get("system/", HuaweiOpType::GET_SYSTEM_INFORMATION), "Unable to get the system information.")
       .runTelling("Successfully got the system information for [%s].", info.name);
 }
 
@@ -46,7 +47,7 @@ bool ZrManageHuawei::getNDMPServiceSettings(_HuaweiNDMPServiceSettings& settings
                                     : ResourcePath("ndmpservice").segment(vstoreId, "vstoreId");
   return firstGeneration("getNDMPServiceSettings", LogKind::FacadeErrors)
       .sends(RecordRequest(settings, plainRules("HuaweiJSONGetNDMPSettingsInfo::parseResponse")),
-             {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS},
+             get(resource, HuaweiOpType::GET_NDMP_SERVICE_SETTINGS),
              FirstGenerationTexts("Unable to get the NDMP Service settings.").emptyResponseSays(kParseFailedText))
       .runTelling("Successfully got the NDMP Settings information.");
 }
@@ -56,11 +57,10 @@ bool ZrManageHuawei::getVStoreNameFromId(std::string const& vstoreId, std::strin
   return firstGeneration("getVStoreNameFromId", LogKind::FacadeErrors)
       .guard("getVStoreName")
       .required(vstoreId, "VStoreID")
-      .sends(
-          RecordRequest(info, plainRules("HuaweiJSONGetVStoreInfo::parseResponse")),
-          {HUAWEI_REQ_GET, ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID},
-          FirstGenerationTexts(formatted("Unable to get the VStoreName from VStoreId [%s]", vstoreId))
-              .emptyResponseSays(kParseFailedText))
+      .sends(RecordRequest(info, plainRules("HuaweiJSONGetVStoreInfo::parseResponse")),
+             get(ResourcePath("vstore").segment(vstoreId, "VStoreID"), HuaweiOpType::GET_VSTORE_NAME_FROM_ID),
+             FirstGenerationTexts(formatted("Unable to get the VStoreName from VStoreId [%s]", vstoreId))
+                 .emptyResponseSays(kParseFailedText))
       .runTaking(vstoreName, info.name, 0, "Successfully got the VStoreName [%s] from VStoreId [%s]", vstoreName,
                  vstoreId);
 }
@@ -69,7 +69,7 @@ bool ZrManageHuawei::getFileSystemsList(std::list<_HuaweiFileSystemsInfo>& fileS
   // No paging: one GET returns every file system.
   return firstGeneration("ZrManageHuawei::getFileSystemsList", LogKind::Event)
       .sends(RecordListRequest(fileSystems, plainRules("HuaweiJSONGetFileSystems::parseResponse")),
-             {HUAWEI_REQ_GET, ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST},
+             get(ResourcePath("filesystem").vstore(vstoreId), HuaweiOpType::GET_FILE_SYSTEMS_LIST),
              "Unable to get the file systems list.")
       .runListing(fileSystems, 0, "Successfully got the File Systems. Count[%zd].");
 }
@@ -80,8 +80,7 @@ bool ZrManageHuawei::getArrayInterfaces(std::list<_HuaweiArrayInterfaces>& inter
   // Read aside: an NDMP answer without a required value fails the whole operation.
   std::list<_HuaweiArrayInterfaces> found;
   if (!call.sends(RecordListRequest(found, plainRules("HuaweiJSONGetArrayInterfaces::parseResponse")),
-                  {HUAWEI_REQ_GET, "lif", HuaweiOpType::GET_ARRAY_INTERFACES},
-                  "Unable to get the array interfaces list.")
+                  get("lif", HuaweiOpType::GET_ARRAY_INTERFACES), "Unable to get the array interfaces list.")
            .runListing(found, 0, "Successfully got the Array Interfaces. Count[%zd].")) {
     return RequiredValueContainment::failEmptying(interfaces);
   }

@@ -21,6 +21,9 @@ using HandBuiltPiece::bare;
 using HandBuiltPiece::quoted;
 using HandBuiltPiece::vstore;
 using HuaweiResponse::sanRules;
+using PlainCalls::del;
+using PlainCalls::get;
+using PlainCalls::post;
 
 CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, std::string& lunGroupId,
                                                std::string vstoreId) {
@@ -31,8 +34,7 @@ CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, 
       .sends(RecordListRequest(groups, groupListRules("HuaweiJSONGetLunGroupInfo::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Unsigned64}))
                  .readBy(&_HuaweiLunGroupInfo::parseFromJson),
-             {HUAWEI_REQ_GET, filtered("lungroup", "NAME", lunGroupName, vstoreId),
-              HuaweiOpType::GET_LUN_GROUP_ID_FROM_NAME},
+             get(filtered("lungroup", "NAME", lunGroupName, vstoreId), HuaweiOpType::GET_LUN_GROUP_ID_FROM_NAME),
              SecondGenerationTexts::prefixedLookup(
                  "[ERROR] Unable to find the information for the lungroup with name [%s]", lunGroupName))
       .runFinding(groups, lunGroupName, "[ERROR] Unable to get the information for the lun group with Name[%s].",
@@ -51,7 +53,7 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
           RecordRequest(lunGroup, sanRules("HuaweiJSONCreateLunGroup::parseResponse"),
                         "{" + quoted("NAME", lunGroupName) + ", " + bare("APPTYPE", appType) + vstore(vstoreId) + "}",
                         wanted),
-          {HUAWEI_REQ_POST, "lungroup", HuaweiOpType::CREATE_LUN_GROUP},
+          post("lungroup", HuaweiOpType::CREATE_LUN_GROUP),
           formatted("[ERROR] Unable to create lungroup with name [%s]", lunGroupName))
       // An adopted group keeps the application type and vStore name the caller's record held.
       .adoptingNamed(formatted("The lun group with Name [%s] already exists", lunGroupName),
@@ -69,7 +71,7 @@ CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId,
       .sendsRefusedAs(
           StatusRequest("HuaweiJSONAssociateLunWithLunGroup::parseResponse",
                         association(lunGroupId, lunId, HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN.getValue(), vstoreId)),
-          {HUAWEI_REQ_POST, "lungroup/associate", HuaweiOpType::ADD_SNAPSHOT_LUN_TO_LUN_GROUP},
+          post("lungroup/associate", HuaweiOpType::ADD_SNAPSHOT_LUN_TO_LUN_GROUP),
           formatted("[ERROR] Failed to associate snapshot LUN [%s] with LUN Group [%s]", lunId, lunGroupId),
           {on(HuaweiArrayCode::ALREADY_IN_LUN_GROUP)
                .line(0, formatted("The LUN [%s] is already associated to the LUN group [%s]", lunId, lunGroupId))
@@ -112,10 +114,9 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
       .required({&lunGroupId, &lunId})
       // Only the answer is read: the URL carries everything.
       .sendsRefusedAs(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse"),
-                      {HUAWEI_REQ_DELETE,
-                       associatedTo(ResourcePath("lungroup/associate").add("ID", lunGroupId), lunId,
-                                    HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN, vstoreId),
-                       HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP},
+                      del(associatedTo(ResourcePath("lungroup/associate").add("ID", lunGroupId), lunId,
+                                       HuaweiApiValue::OBJECT_TYPE_SNAPSHOT_LUN, vstoreId),
+                          HuaweiOpType::REMOVE_SNAPSHOT_LUN_FROM_LUN_GROUP),
                       formatted("[ERROR] Failed to remove the lun [%s] from lungroup [%s]", lunId, lunGroupId))
       .runTelling(3, "Successfully removed the lun [%s] from lungroup [%s]", lunId, lunGroupId);
 }
@@ -124,8 +125,8 @@ CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::stri
   return secondGeneration("deleteLunGroup(const string&, std::string)")
       .required({&lunGroupId})
       .sends(HuaweiJSONDeleteRequest(),
-             {HUAWEI_REQ_DELETE, ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),
-              HuaweiOpType::DELETE_LUN_GROUP},
+             del(ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),
+                 HuaweiOpType::DELETE_LUN_GROUP),
              SecondGenerationTexts::deletion("[ERROR] Failed to delete the lun group with Id [%s]", lunGroupId))
       .runTelling("Successfully deleted the lungroup with ID [%s]", lunGroupId);
 }

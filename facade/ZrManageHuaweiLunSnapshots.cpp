@@ -16,6 +16,10 @@
 using HandBuiltPiece::quoted;
 using HandBuiltPiece::vstore;
 using HuaweiResponse::sanRules;
+using PlainCalls::del;
+using PlainCalls::get;
+using PlainCalls::post;
+using PlainCalls::put;
 
 namespace {
 
@@ -61,7 +65,7 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
       .required(lunId, "The entered LUN ID is empty")
       .sends(RecordRequest(lunInfo, sanRules("HuaweiJSONGetLUNInfo::parseResponse"))
                  .readBy(&_HuaweiLUNInfo::parseFromJson),
-             {HUAWEI_REQ_GET, ResourcePath("lun").segment(lunId, "lunId").vstore(vstoreId), HuaweiOpType::GET_LUN_INFO},
+             get(ResourcePath("lun").segment(lunId, "lunId").vstore(vstoreId), HuaweiOpType::GET_LUN_INFO),
              SecondGenerationTexts::lookup(""))
       .reacting(absentOrDetailed(
           on(HuaweiArrayCode::LUN_DOES_NOT_EXIST).fails(formatted("[ERROR] LUN with ID [%s] does not exist", lunId)),
@@ -82,8 +86,8 @@ CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo
   return qualifiedSecondGeneration("getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
       .required(snapshotId, "The entered snapshot ID is empty")
       .sends(RecordRequest(snapshotInfo, sanRules("HuaweiJSONGetLUNSnapshotInfo::parseResponse")),
-             {HUAWEI_REQ_GET, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
-              HuaweiOpType::GET_LUN_SNAPSHOT_INFO},
+             get(ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
+                 HuaweiOpType::GET_LUN_SNAPSHOT_INFO),
              SecondGenerationTexts::lookup(""))
       // The absent snapshot is an error and a flag at once.
       .reacting(absentOrDetailed(on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
@@ -103,8 +107,7 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
       .required(snapshotName, "The entered snapshot ID is empty")
       .sends(RecordListRequest(snapshots, sanRules("HuaweiJSONGetLUNSnapshotInfoByName::parseResponse",
                                                    HuaweiResponse::WithoutData::Status)),
-             {HUAWEI_REQ_GET, filtered("snapshot", "NAME", snapshotName, vstoreId),
-              HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME},
+             get(filtered("snapshot", "NAME", snapshotName, vstoreId), HuaweiOpType::GET_LUN_SNAPSHOT_INFO_BY_NAME),
              SecondGenerationTexts::lookup(kNotFound, snapshotName))
       .runFinding(snapshots, snapshotName, kNotFound, snapshotInfo, "Found the snapshot LUN with name [%s]",
                   &_HuaweiLUNSnapshotInfo::name);
@@ -116,7 +119,7 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
              "createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)")
       .required({&lunId, &snapshotName})
       .sends(snapshotCreation(snapshotInfo, lunId, snapshotName, vstoreId, false),
-             {HUAWEI_REQ_POST, "snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT})
+             post("snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT))
       .reacting(absentOrDetailed(
           on(HuaweiArrayCode::LUN_DOES_NOT_EXIST).fails(formatted("[ERROR] LUN with ID [%s] does not exist", lunId)),
           formatted("[ERROR] Unable to create snapshot [%s] for LUN with ID [%s]", snapshotName, lunId)))
@@ -130,7 +133,7 @@ CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotI
              "createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)")
       .required({&snapshotId, &copyName})
       .sendsRefusedAs(snapshotCreation(snapshotInfo, snapshotId, copyName, vstoreId, true),
-                      {HUAWEI_REQ_POST, "snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY},
+                      post("snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY),
                       formatted("[ERROR] Unable to create snapshot copy for snapshot with ID [%s]", snapshotId))
       .alsoTelling({{"Snapshot ID [%s]", snapshotInfo.id},
                     {"LUN Name [%s]", snapshotInfo.name},
@@ -147,7 +150,7 @@ CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& sna
       .sendsInArrayWords(
           StatusRequest("HuaweiJSONActivateLUNSnapshot::parseResponse",
                         "{\"SNAPSHOTLIST\":[" + list + "]" + vstore(vstoreId) + "}"),
-          {HUAWEI_REQ_POST, "snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT},
+          post("snapshot/activate", HuaweiOpType::ACTIVATE_LUN_SNAPSHOT),
           {on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
                .fails("[ERROR] The snapshot LUN does not exist.Enter a valid snapshot ID."),
            on(HuaweiArrayCode::SNAPSHOT_NOT_INACTIVE)
@@ -163,7 +166,7 @@ CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bo
       // Stopping a snapshot that is gone counts as done.
       .sendsInArrayWords(StatusRequest("HuaweiJSONDeActivateLUNSnapshot::parseResponse",
                                        "{" + quoted("ID", snapshotId) + " " + vstore(vstoreId) + "}"),
-                         {HUAWEI_REQ_PUT, "snapshot/stop", HuaweiOpType::DEACTIVATE_LUN_SNAPSHOT},
+                         put("snapshot/stop", HuaweiOpType::DEACTIVATE_LUN_SNAPSHOT),
                          {on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
                               .line(0, formatted("The LUN snapshot with ID [%s] does not exist", snapshotId))
                               .setting(notExist)
@@ -175,16 +178,15 @@ CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::s
   return qualifiedSecondGeneration("deleteLUNSnapshot(const string&, std::string)")
       .required(snapshotId, "[ERROR] The LUN snapshot ID is empty")
       // A snapshot deleted from outside counts as deleted.
-      .sendsInArrayWords(
-          StatusRequest("HuaweiJSONDeleteLUNSnapshot::parseResponse"),
-          {HUAWEI_REQ_DELETE, ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
-           HuaweiOpType::DELETE_LUN_SNAPSHOT},
-          {on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
-               .line(0, formatted("The snapshot LUN with ID [%s] does not exist. The snapshot may have "
-                                  "been externally deleted.",
-                                  snapshotId))
-               .done()},
-          formatted("[ERROR] Unable to delete the LUN snapshot with ID [%s]", snapshotId))
+      .sendsInArrayWords(StatusRequest("HuaweiJSONDeleteLUNSnapshot::parseResponse"),
+                         del(ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
+                             HuaweiOpType::DELETE_LUN_SNAPSHOT),
+                         {on(HuaweiArrayCode::SNAPSHOT_LUN_DOES_NOT_EXIST)
+                              .line(0, formatted("The snapshot LUN with ID [%s] does not exist. The snapshot may have "
+                                                 "been externally deleted.",
+                                                 snapshotId))
+                              .done()},
+                         formatted("[ERROR] Unable to delete the LUN snapshot with ID [%s]", snapshotId))
       .runTelling("Successfully deleted the LUN snapshot with ID [%s]", snapshotId);
 }
 
@@ -198,7 +200,6 @@ CXoError ZrManageHuawei::revertLUNSnapshot(std::string const& snapshotId, std::s
                            "{" + quoted("ID", snapshotId) + "," + quoted("ROLLBACKSPEED", rollbackSpeed) + " " +
                                vstore(vstoreId) + "}",
                            {HuaweiResponse::CodeWidth::Unsigned64}),
-             {HUAWEI_REQ_PUT, "snapshot/rollback", HuaweiOpType::REVERT_LUN_SNAPSHOT},
-             SecondGenerationTexts::change("[ERROR] "))
+             put("snapshot/rollback", HuaweiOpType::REVERT_LUN_SNAPSHOT), SecondGenerationTexts::change("[ERROR] "))
       .runTelling("Successfully reverted the LUN snapshot with ID [%s]", snapshotId);
 }

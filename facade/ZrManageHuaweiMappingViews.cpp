@@ -19,6 +19,10 @@ using HandBuiltPiece::association;
 using HandBuiltPiece::quoted;
 using HandBuiltPiece::vstore;
 using HuaweiResponse::sanIdentityRules;
+using PlainCalls::del;
+using PlainCalls::get;
+using PlainCalls::post;
+using PlainCalls::put;
 
 namespace {
 
@@ -45,7 +49,7 @@ CXoError attach(SecondGenerationCall call, const Attachment& attachment, const s
       // Refusals are told as "Unable to associate" and fail as "Failed to associate".
       .sendsRefusedAs(StatusRequest(attachment.answerLog,
                                     association(mappingViewId, groupId, attachment.type.getValue(), vstoreId)),
-                      {HUAWEI_REQ_PUT, "mappingview/create_associate", attachment.opType},
+                      put("mappingview/create_associate", attachment.opType),
                       {formatted("[ERROR] Unable to associate %s [%s] with mappingview [%s]", attachment.kind, groupId,
                                  mappingViewId),
                        formatted("[ERROR] Failed to associate %s [%s] with mappingview [%s]", attachment.kind, groupId,
@@ -72,7 +76,7 @@ CXoError detach(SecondGenerationCall call, const Detachment& detachment, const s
   return call.required({&groupId, &mappingViewId})
       .sends(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse",
                            association(mappingViewId, groupId, detachment.type.getValue(), vstoreId)),
-             {HUAWEI_REQ_PUT, "mappingview/remove_associate", detachment.opType})
+             put("mappingview/remove_associate", detachment.opType))
       // A group or view that is gone already counts as detached; any other refusal is told in the
       // array's own words.
       .reacting(
@@ -93,11 +97,11 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
   return secondGeneration("getMappingViewInfoByName(HuaweiLUNMappingView_t&, const string&, std::string)")
       // One text for both lookups.
       .required(mappingViewName, "The entered mapping view ID is empty")
-      .sends(RecordListRequest(views, viewListRules()),
-             {HUAWEI_REQ_GET, filtered("mappingview", "NAME", mappingViewName, vstoreId),
-              HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_NAME},
-             SecondGenerationTexts::prefixedLookup(
-                 "[ERROR] Unable to find the information for mapping view with name [%s]", mappingViewName))
+      .sends(
+          RecordListRequest(views, viewListRules()),
+          get(filtered("mappingview", "NAME", mappingViewName, vstoreId), HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_NAME),
+          SecondGenerationTexts::prefixedLookup(
+              "[ERROR] Unable to find the information for mapping view with name [%s]", mappingViewName))
       .runFinding(views, mappingViewName, "[ERROR] Unable to get the information for mapping view with Name[%s].",
                   mappingView, "Successfully got the information for mapping view with Name [%s]. ID [%s]",
                   &_HuaweiLUNMappingView::name, &_HuaweiLUNMappingView::id);
@@ -109,8 +113,7 @@ CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingVi
   return secondGeneration("getMappingViewInfoByID(HuaweiLUNMappingView_t&, const string&, std::string)")
       .required(mappingViewId, "The entered mapping view ID is empty")
       .sends(RecordListRequest(views, viewListRules()),
-             {HUAWEI_REQ_GET, filtered("mappingview", "ID", mappingViewId, vstoreId),
-              HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_ID},
+             get(filtered("mappingview", "ID", mappingViewId, vstoreId), HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_ID),
              SecondGenerationTexts::prefixedLookup(
                  "[ERROR] Unable to find the information for mapping view with ID [%s]", mappingViewId))
       .runFinding(views, &_HuaweiLUNMappingView::id, mappingViewId, Listed::Sole,
@@ -128,7 +131,7 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
       // The answer gives the view's ID and NAME; the vStore identifier stays as sent, its name empty.
       .sendsRefusedAs(RecordRequest(mappingView, sanIdentityRules("HuaweiJSONCreateMappingView::parseResponse"),
                                     "{" + quoted("NAME", mappingViewName) + " " + vstore(vstoreId) + "}", wanted),
-                      {HUAWEI_REQ_POST, "mappingview", HuaweiOpType::CREATE_MAPPING_VIEW},
+                      post("mappingview", HuaweiOpType::CREATE_MAPPING_VIEW),
                       formatted("[ERROR] Unable to create mapping view with name [%s]", mappingViewName))
       .adoptingNamed(
           formatted("The mapping view with Name [%s] already exists", mappingViewName),
@@ -221,8 +224,8 @@ CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std
       .required({&mappingViewId})
       // A view that is gone is a failure here.
       .sends(HuaweiJSONDeleteRequest(),
-             {HUAWEI_REQ_DELETE, ResourcePath("mappingview").segment(mappingViewId, "mappingViewId").vstore(vstoreId),
-              HuaweiOpType::DELETE_MAPPING_VIEW},
+             del(ResourcePath("mappingview").segment(mappingViewId, "mappingViewId").vstore(vstoreId),
+                 HuaweiOpType::DELETE_MAPPING_VIEW),
              SecondGenerationTexts::deletion("[ERROR] Failed to delete the mappingview with Id [%s]", mappingViewId))
       .runTelling("Successfully deleted the mappingview with ID [%s]", mappingViewId);
 }

@@ -19,6 +19,8 @@
 #include "ZrLibrarySettings.h"
 #include "ZrManageHuawei.h"
 
+using PlainCalls::post;
+
 ZrManageHuawei::ZrManageHuawei(unsigned long long const& jobId)
     : m_restApi(std::make_unique<HuaweiRestAPI>()),
       m_jobId(jobId),
@@ -90,17 +92,17 @@ bool ZrManageHuawei::createSession() {
 bool ZrManageHuawei::setTokenInfo() {
   HuaweiJSONGetTokenInfo request(m_jobId, m_restApi->getUserName(), m_restApi->getPassword());
   FirstGenerationCall call = firstGeneration("ZrManageHuawei::setTokenInfo", LogKind::Facade);
-  const bool done = call.sends(request, {HUAWEI_REQ_POST, "", HuaweiOpType::SET_TOKEN_INFO},
-                               "Unable to get the base token information")
-                        .run([&](FirstGenerationCall&) {
-                          std::string baseToken;
-                          std::string deviceId;
-                          request.getTokenInformation(baseToken, deviceId, m_vstoreId);
-                          m_restApi->setBaseToken(baseToken);
-                          m_restApi->setDeviceId(deviceId);
-                          call.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]", baseToken,
-                                    deviceId, m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
-                        });
+  const bool done =
+      call.sends(request, post("", HuaweiOpType::SET_TOKEN_INFO), "Unable to get the base token information")
+          .run([&](FirstGenerationCall&) {
+            std::string baseToken;
+            std::string deviceId;
+            request.getTokenInformation(baseToken, deviceId, m_vstoreId);
+            m_restApi->setBaseToken(baseToken);
+            m_restApi->setDeviceId(deviceId);
+            call.line(5, "Successfully set the Base Token[%s], Device ID[%s] and vStoreId[%s]", baseToken, deviceId,
+                      m_vstoreId.empty() ? "NA" : m_vstoreId.c_str());
+          });
   // GetErrorInfo tells the outcome of the login's send; a login that never went out leaves it.
   if (call.sent()) m_lastResult = call.status();
   return done;

@@ -12,6 +12,9 @@
 #include "ResourcePath.h"
 #include "ZrManageHuawei.h"
 
+using PlainCalls::del;
+using PlainCalls::get;
+
 namespace {
 
 const char kCIFSProtocol[] = "unc";
@@ -158,7 +161,7 @@ bool ZrManageHuawei::getShareInfoByName(_HuaweiShareInfo& info, std::string cons
       .guardPrefixed(kErrorPrefix)
       .refusing(shareName.empty(), "[ERROR] The share name is empty.")
       .refusing(resource.str().empty(), "[ERROR] Unable to get the resource details.")
-      .sends(HuaweiJSONGetShareInfo(shares, shareListRules()), {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
+      .sends(HuaweiJSONGetShareInfo(shares, shareListRules()), get(resource, HuaweiOpType::GET_SHARE_INFO),
              lookupTexts(formatted("[ERROR] Unable to get the share information for [%s].", shareName)))
       .run([&](FirstGenerationCall& call) {
         return takeNamedShare(call, shares, protocol, shareName, !HuaweiVstore::isNone(vstoreId), info);
@@ -175,7 +178,7 @@ bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string cons
       .guardPrefixed(kErrorPrefix)
       .refusing(protocol != kNFSProtocol, "[ERROR] API is supported only for NFS shares")
       .refusing(fileSystemId.empty(), "[ERROR] The file system ID is empty")
-      .sends(HuaweiJSONGetShareInfo(shares, shareListRules()), {HUAWEI_REQ_GET, resource, HuaweiOpType::GET_SHARE_INFO},
+      .sends(HuaweiJSONGetShareInfo(shares, shareListRules()), get(resource, HuaweiOpType::GET_SHARE_INFO),
              lookupTexts(formatted("[ERROR] Unable to find NFS Share with FSID [%s].", fileSystemId)))
       .run([&](FirstGenerationCall& call) { return takeOnlyShare(call, shares, fileSystemId, info); });
 }
@@ -210,10 +213,10 @@ bool ZrManageHuawei::deleteCIFSShare(std::string const& shareName, std::string v
     return true;
   }
   return call
-      .sends(HuaweiJSONDeleteCIFSShare(kShareParserLog),
-             {HUAWEI_REQ_DELETE, ResourcePath("cifshare").segment(share.id, "share ID").vstore(vstoreId),
-              HuaweiOpType::DELETE_CIFS_SHARE},
-             "Unable to delete the CIFS share")
+      .sends(
+          HuaweiJSONDeleteCIFSShare(kShareParserLog),
+          del(ResourcePath("cifshare").segment(share.id, "share ID").vstore(vstoreId), HuaweiOpType::DELETE_CIFS_SHARE),
+          "Unable to delete the CIFS share")
       .runTelling("Successfully deleted the CIFS Share[%s] with ID[%s]", shareName, share.id);
 }
 
@@ -221,10 +224,9 @@ bool ZrManageHuawei::getCIFSSharePermissions(std::list<_HuaweiCIFSSharePermissio
                                              std::string vstoreId) {
   // No filter: every permission of the array (or vStore) comes, and callers narrow the list.
   return firstGeneration("getCIFSSharePermissions", LogKind::Facade)
-      .sends(
-          HuaweiJSONGetCIFSSharePermissionInfo(permissions),
-          {HUAWEI_REQ_GET, ResourcePath(kCIFSPermissions).vstore(vstoreId), HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS},
-          "Unable to get the permissions list for CIFS Share.")
+      .sends(HuaweiJSONGetCIFSSharePermissionInfo(permissions),
+             get(ResourcePath(kCIFSPermissions).vstore(vstoreId), HuaweiOpType::GET_CIFS_SHARE_PERMISSIONS),
+             "Unable to get the permissions list for CIFS Share.")
       .runListing(permissions, 3, "Successfully got the permission list. Count[%zu].");
 }
 
@@ -267,8 +269,7 @@ bool ZrManageHuawei::deleteNFSShare(std::string const& shareId, std::string vsto
   return firstGeneration("deleteNFSShare", LogKind::Facade)
       .required(shareId, "ShareID")
       .sends(HuaweiJSONDeleteNFSShare(kShareParserLog),
-             {HUAWEI_REQ_DELETE, ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId),
-              HuaweiOpType::DELETE_NFS_SHARE},
+             del(ResourcePath("nfshare").segment(shareId, "shareId").vstore(vstoreId), HuaweiOpType::DELETE_NFS_SHARE),
              formatted("[ERROR] Unable to delete the NFS share with ID [%s].", shareId))
       .runTelling("Successfully deleted the NFS Share with ID[%s]", shareId);
 }
@@ -277,7 +278,7 @@ bool ZrManageHuawei::getNFSSharePermissions(std::list<_HuaweiNFSSharePermissionI
                                             std::string vstoreId) {
   return firstGeneration("getNFSSharePermissions", LogKind::Facade)
       .sends(HuaweiJSONGetNFSSharePermissionInfo(permissions, {kShareParserLog, HuaweiResponse::WithoutData::Fatal}),
-             {HUAWEI_REQ_GET, ResourcePath(kNFSPermissions).vstore(vstoreId), HuaweiOpType::GET_NFS_SHARE_PERMISSIONS},
+             get(ResourcePath(kNFSPermissions).vstore(vstoreId), HuaweiOpType::GET_NFS_SHARE_PERMISSIONS),
              "Unable to get the permissions list for NFS Share")
       .runListing(permissions, 3, "Successfully got the permission list for NFS Share. Count[%zu].");
 }
@@ -308,8 +309,8 @@ bool ZrManageHuawei::deleteNFSSharePermission(std::string const& permissionId, s
   return firstGeneration("deleteNFSSharePermission", LogKind::Event)
       .required(permissionId, "PermissionID")
       .sends(HuaweiJSONDeleteNFSSharePermission(kShareParserLog),
-             {HUAWEI_REQ_DELETE, ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),
-              HuaweiOpType::DELETE_NFS_SHARE_PERMISSION})
+             del(ResourcePath(kNFSPermissions).segment(permissionId, "permissionId").vstore(vstoreId),
+                 HuaweiOpType::DELETE_NFS_SHARE_PERMISSION))
       .reacting({on(HuaweiArrayCode::NFS_PERMISSION_DOES_NOT_EXIST)
                      .line(3, failed + " as the permission does not exist")
                      .done(),

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include "CodeReactions.h"
 #include "HuaweiApiResultStatus.h"
@@ -23,6 +24,14 @@ struct PlainCall {
   ResourcePath resource;
   int opType;
 };
+
+// An operation's call by its method, named as the transport names it.
+namespace PlainCalls {
+inline PlainCall get(ResourcePath resource, int opType) { return {HUAWEI_REQ_GET, std::move(resource), opType}; }
+inline PlainCall post(ResourcePath resource, int opType) { return {HUAWEI_REQ_POST, std::move(resource), opType}; }
+inline PlainCall put(ResourcePath resource, int opType) { return {HUAWEI_REQ_PUT, std::move(resource), opType}; }
+inline PlainCall del(ResourcePath resource, int opType) { return {HUAWEI_REQ_DELETE, std::move(resource), opType}; }
+}  // namespace PlainCalls
 
 // MissingValue: the answer lacked a required value and the embedder contains such failures to the
 // operation; also the step of every later exchange of that operation, which sends nothing.

@@ -154,7 +154,7 @@ class SecondGenerationCall : private OwnLog, public PlainCallBase {
   SecondGenerationCall& listsHeldBy(Request&& request, const HeldObjects& held, int opType, const char* failure) {
     m_ownerId = &held.ownerId;
     required({&held.ownerId});
-    return sendsRefusedAs(std::forward<Request>(request), {HUAWEI_REQ_GET, held.resource(), opType},
+    return sendsRefusedAs(std::forward<Request>(request), PlainCalls::get(held.resource(), opType),
                           formatted(failure, held.ownerId));
   }
   // Refused sends that no row answers fail in the texts' words, told nowhere.
