@@ -43,14 +43,6 @@ bool grantAccepted(const jsonxx::Object& answer, unsigned long long jobId) {
   return false;
 }
 
-// The identifier of a created object, required under "data".
-bool readCreatedId(std::string& response, unsigned long long jobId, std::string& id) {
-  jsonxx::Object answer;
-  if (!HuaweiResponse::parseObject(kShareParserLog, jobId, response, answer)) return false;
-  id = answer.get<jsonxx::Object>("data").get<std::string>("ID");
-  return true;
-}
-
 }  // namespace
 
 HuaweiJSONGetCIFSSharePermissionInfo::HuaweiJSONGetCIFSSharePermissionInfo(
@@ -110,20 +102,6 @@ bool HuaweiJSONAddCIFSSharePermissions::parseResponse(std::string& response) {
   return !m_permissionId.empty() || grantAccepted(answer, m_jobId);
 }
 
-bool HuaweiJSONCreateCIFSShare::buildRequest(std::string& body) {
-  body.clear();
-  if (!requiredPresent(m_jobId, {&m_name, &m_sharePath})) return false;
-  HandBuiltBody request;
-  request.add("NAME", m_name).add("SHAREPATH", m_sharePath).add("FSID", m_fileSystemId);
-  if (!HuaweiVstore::isNone(m_vstoreId)) request.addPiece("vstoreId", m_vstoreId);
-  body = request.str();
-  return true;
-}
-
-bool HuaweiJSONCreateShare::parseResponse(std::string& response) {
-  return readCreatedId(response, m_jobId, m_shareId);
-}
-
 HuaweiJSONAddNFSSharePermissions::HuaweiJSONAddNFSSharePermissions(
     unsigned long long const& jobId, std::string const& name, std::string const& parentId,
     std::string const& accessVal, std::string const& sync, std::string const& allSquash,
@@ -157,15 +135,3 @@ bool HuaweiJSONAddNFSSharePermissions::parseResponse(std::string& response) {
   jsonxx::Object answer;
   return HuaweiResponse::parseObject(kShareParserLog, m_jobId, response, answer) && grantAccepted(answer, m_jobId);
 }
-
-bool HuaweiJSONCreateNFSShare::buildRequest(std::string& body) {
-  body.clear();
-  if (!requiredPresent(m_jobId, {&m_name, &m_sharePath})) return false;
-  HandBuiltBody request;
-  request.add("NAME", m_name).add("SHAREPATH", m_sharePath);
-  if (!m_fileSystemId.empty()) request.addPiece("FSID", m_fileSystemId);
-  if (!HuaweiVstore::isNone(m_vstoreId)) request.addPiece("vstoreId", m_vstoreId);
-  body = request.str();
-  return true;
-}
-
