@@ -1,5 +1,6 @@
 // Requests of NAS shares: the share lookup, CIFS and NFS shares, and their permissions. They log
-// under the short names "buildRequest" and "parseResponse", every line at level 3.
+// under the short names "buildRequest" and "parseResponse", every line at level 3. A share's
+// creation is a generic request; the two grants read their answer's error object their own way.
 #pragma once
 
 #include <list>
