@@ -84,7 +84,8 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
       .sends(RecordRequest<CreatedSessionId>(
                  sessionId, &CreatedSessionId::id,
                  HuaweiResponse::plainRules("HuaweiJSONGetChangeListSession::parseResponse"), body)
-                 .requiring({"HuaweiJSONGetChangeListSession::buildRequest", -1, {&baseSnapshotId, &incrementalSnapshotId}}),
+                 .requiring({"HuaweiJSONGetChangeListSession::buildRequest", -1,
+                             {&baseSnapshotId, &incrementalSnapshotId}}),
              {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
              "Unable to create change list session information")
       .run([&](FirstGenerationCall& call) { call.line(5, "Successfully created a Session with ID[%s]", sessionId); });

@@ -42,7 +42,8 @@ HuaweiResponse::ReadingRules shareListRules() {
 // A share's creation, of either protocol: the answer's identifier goes to the caller's shareId.
 RecordRequest<CreatedObjectId> shareCreation(std::string& shareId, const HandBuiltBody& body, const std::string& name,
                                              const std::string& sharePath) {
-  return RecordRequest<CreatedObjectId>(shareId, &CreatedObjectId::id, {kShareParserLog, HuaweiResponse::WithoutData::Fatal}, body.str())
+  const HuaweiResponse::ReadingRules rules{kShareParserLog, HuaweiResponse::WithoutData::Fatal};
+  return RecordRequest<CreatedObjectId>(shareId, &CreatedObjectId::id, rules, body.str())
       .requiring({"buildRequest", 3, {&name, &sharePath}});
 }
 
@@ -200,7 +201,8 @@ bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& na
   // fail without a line of their own.
   return firstGeneration("createCIFSShare", LogKind::Facade)
       .guard("addCIFSSharePermission")
-      .sends(shareCreation(shareId, body, name, sharePath), {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE})
+      .sends(shareCreation(shareId, body, name, sharePath),
+             {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE})
       .reacting({on(HuaweiArrayCode::CIFS_SHARE_ALREADY_EXISTS)
                      .line(0, formatted("The CIFS share with Name [%s] already exists.Get the share details", name))
                      .adopts()})
@@ -269,7 +271,8 @@ bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fil
   if (!HuaweiVstore::isNone(vstoreId)) body.addPiece("vstoreId", vstoreId);
   // No code is looked at: a share that exists is a failure like any other.
   return firstGeneration("createNFSShare", LogKind::Facade)
-      .sends(shareCreation(shareId, body, name, sharePath), {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE},
+      .sends(shareCreation(shareId, body, name, sharePath),
+             {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE},
              formatted("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name, sharePath,
                        fileSystemId))
       .runTelling("Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name, sharePath,

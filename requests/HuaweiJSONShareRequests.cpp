@@ -65,7 +65,8 @@ HuaweiJSONAddCIFSSharePermissions::HuaweiJSONAddCIFSSharePermissions(unsigned lo
 
 bool HuaweiJSONAddCIFSSharePermissions::buildRequest(std::string& body) {
   body.clear();
-  if (!RequiredFields(kBuildLog, kRequestLogLevel, {&m_parentId, &m_name, &m_permission}).met(m_jobId)) return false;
+  const RequiredFields required(kBuildLog, kRequestLogLevel, {&m_parentId, &m_name, &m_permission});
+  if (!required.met(m_jobId)) return false;
   // The domain separator of DOMAIN\user goes out escaped, as every backslash of a body value does.
   HandBuiltBody request;
   request.add("NAME", m_name).add("PARENTID", m_parentId).add("PERMISSION", m_permission).add("DOMAINTYPE", m_domainType);
