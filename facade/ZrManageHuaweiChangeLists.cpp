@@ -2,7 +2,9 @@
 #include <utility>
 
 #include "ConvertToString.h"
+#include "CreatedIdentifier.h"
 #include "FirstGenerationCall.h"
+#include "HandBuiltBody.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "HuaweiOpTypes.h"
 #include "RecordRequests.h"
@@ -76,12 +78,22 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
                                                             std::string const& incrementalSnapshotId,
                                                             int const& parentType) {
   (void)parentType;  // the request always names a file system
-  HuaweiJSONGetChangeListSession request(m_jobId, baseSnapshotId, incrementalSnapshotId, parentId);
   std::string sessionId;
+  const std::string body = HandBuiltBody()
+                               .add("parentID", parentId)
+                               .add("baseSnapshotId", baseSnapshotId)
+                               .add("incrementalSnapshotId", incrementalSnapshotId)
+                               .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
+                               .str();
   firstGeneration("ZrManageHuawei::createSnapshotChangeListSession", LogKind::Event)
-      .sends(request, {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
+      .sends(RecordRequest<CreatedSessionId>(
+                 sessionId, &CreatedSessionId::id,
+                 HuaweiResponse::plainRules("HuaweiJSONGetChangeListSession::parseResponse"), body)
+                 .requiring({"HuaweiJSONGetChangeListSession::buildRequest", -1,
+                             {&baseSnapshotId, &incrementalSnapshotId}}),
+             {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
              "Unable to create change list session information")
-      .runTaking(sessionId, request.getSessionId(), 5, "Successfully created a Session with ID[%s]", sessionId);
+      .run([&](FirstGenerationCall& call) { call.line(5, "Successfully created a Session with ID[%s]", sessionId); });
   return sessionId;
 }
 

@@ -1,10 +1,14 @@
 // File-system snapshots: take, inspect, delete.
+#include "ConvertToString.h"
+#include "CreatedIdentifier.h"
 #include "FirstGenerationCall.h"
+#include "HandBuiltBody.h"
 #include "HuaweiArrayCodes.h"
-#include "HuaweiJSONFileSystemSnapshotRequests.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiRestAPI.h"
+#include "HuaweiVstore.h"
 #include "OperationLog.h"
+#include "RecordRequests.h"
 #include "ResourcePath.h"
 #include "ZrManageHuawei.h"
 
@@ -13,6 +17,7 @@ using PlainCalls::get;
 
 namespace {
 const char kIncrementalBackupSnapshotType[] = "8";
+const int kFileSystemParentType = 40;
 const char kSnapDiffRefused[] =
     "File System with Id[%llu] does not support SnapDiff functionality. Trying again by turning off ENABLESNAPDIFF "
     "option.";
@@ -28,7 +33,20 @@ ResourcePath deletionResource(const std::string& snapshotId, const std::string& 
 
 bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSystemId, std::string& snapshot,
                                               bool enableSnapDiff, std::string vstoreId) {
-  HuaweiJSONCreateFileSystemSnapshot request(m_jobId, fileSystemId, snapshot, enableSnapDiff, vstoreId);
+  // The caller's string holds the name on the way out and the new snapshot's identifier once it is made.
+  const auto body = [&](bool snapDiff) {
+    HandBuiltBody request;
+    request.add("NAME", snapshot)
+        .add("PARENTID", ConvertToString::to_string(fileSystemId))
+        .add("PARENTTYPE", ConvertToString::to_string<int>(kFileSystemParentType));
+    if (!HuaweiVstore::isNone(vstoreId)) request.add("vstoreId", vstoreId);
+    return request.add("ENABLESNAPDIFF", snapDiff ? "true" : "false").str();
+  };
+  auto request = RecordRequest<CreatedObjectId>(snapshot, &CreatedObjectId::id,
+                                                HuaweiResponse::plainRules("HuaweiJSONCreateSnapshot::parseResponse"),
+                                                body(enableSnapDiff))
+                     .requiring({"HuaweiJSONCreateSnapshot::buildRequest", -1, {&snapshot}});
+  request.forJob(m_jobId);
   // A file system that cannot take the SnapDiff option is asked again without it, for as long as
   // the array refuses: the retry is deliberately unbounded. Only each attempt's own answer counts,
   // so that a connection lost after a refusal does not become an endless loop of sends.
@@ -43,7 +61,7 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
   while (!call.runTelling("Successfully created snapshot[%s]", snapshot)) {
     if (!refusedSnapDiff) return false;
     refusedSnapDiff = false;
-    request.withoutSnapDiff();
+    request.nextBody(body(false));
   }
   return true;
 }

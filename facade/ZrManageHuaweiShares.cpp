@@ -2,7 +2,9 @@
 // and differ on purpose in nearly every particular: which refusals are successes, what the
 // deletion takes, which bodies carry the vStore.
 #include "AdoptionByLookup.h"
+#include "CreatedIdentifier.h"
 #include "FirstGenerationCall.h"
+#include "HandBuiltBody.h"
 #include "HuaweiArrayCodes.h"
 #include "HuaweiJSONShareRequests.h"
 #include "HuaweiOpTypes.h"
@@ -38,6 +40,14 @@ FirstGenerationTexts lookupTexts(const std::string& requestFailed) {
 // says it found nothing.
 HuaweiResponse::ReadingRules shareListRules() {
   return {kShareParserLog, HuaweiResponse::WithoutData::Status, {HuaweiResponse::CodeWidth::Unsigned64, 3}};
+}
+
+// A share's creation, of either protocol: the answer's identifier goes to the caller's shareId.
+RecordRequest<CreatedObjectId> shareCreation(std::string& shareId, const HandBuiltBody& body, const std::string& name,
+                                             const std::string& sharePath) {
+  const HuaweiResponse::ReadingRules rules{kShareParserLog, HuaweiResponse::WithoutData::Fatal};
+  return RecordRequest<CreatedObjectId>(shareId, &CreatedObjectId::id, rules, body.str())
+      .requiring({"buildRequest", 3, {&name, &sharePath}});
 }
 
 // Where the lookup by name asks: the array filters CIFS shares by name, NFS shares are all
@@ -185,14 +195,17 @@ bool ZrManageHuawei::getShareInfoByFSID(_HuaweiShareInfo& info, std::string cons
 
 bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& name, std::string const& sharePath,
                                      std::string const& fileSystemId, std::string vstoreId) {
-  HuaweiJSONCreateCIFSShare request(m_jobId, shareId, name, sharePath, fileSystemId, vstoreId);
+  HandBuiltBody body;
+  body.add("NAME", name).add("SHAREPATH", sharePath).add("FSID", fileSystemId);
+  if (!HuaweiVstore::isNone(vstoreId)) body.addPiece("vstoreId", vstoreId);
   AdoptionByLookup<_HuaweiShareInfo> existing(*this, &ZrManageHuawei::getShareInfoByName, kCIFSProtocol, name, vstoreId,
                                               shareId, kCIFSShareAdoption);
   // The guard has always named the grant; operators search the logs for that text. Other refusals
   // fail without a line of their own.
   return firstGeneration("createCIFSShare", LogKind::Facade)
       .guard("addCIFSSharePermission")
-      .sends(request, {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE})
+      .sends(shareCreation(shareId, body, name, sharePath),
+             {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE})
       .reacting({on(HuaweiArrayCode::CIFS_SHARE_ALREADY_EXISTS)
                      .line(0, formatted("The CIFS share with Name [%s] already exists.Get the share details", name))
                      .adopts()})
@@ -254,10 +267,14 @@ bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::stri
 
 bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fileSystemId, std::string const& name,
                                     std::string const& sharePath, std::string vstoreId) {
-  HuaweiJSONCreateNFSShare request(m_jobId, shareId, fileSystemId, name, sharePath, vstoreId);
+  HandBuiltBody body;
+  body.add("NAME", name).add("SHAREPATH", sharePath);
+  if (!fileSystemId.empty()) body.addPiece("FSID", fileSystemId);
+  if (!HuaweiVstore::isNone(vstoreId)) body.addPiece("vstoreId", vstoreId);
   // No code is looked at: a share that exists is a failure like any other.
   return firstGeneration("createNFSShare", LogKind::Facade)
-      .sends(request, {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE},
+      .sends(shareCreation(shareId, body, name, sharePath),
+             {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE},
              formatted("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name, sharePath,
                        fileSystemId))
       .runTelling("Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name, sharePath,

@@ -94,7 +94,7 @@ void checkRenderer(const std::string& input) {
 void checkErrorFactory(const std::string& input) {
   static HuaweiRestAPI transport(1);
   static TkDebug debug;
-  SecondGenerationCall call(transport, true, debug, "fuzz", 1, "CXoError fuzz()");
+  SecondGenerationCall call(transport, true, debug, "fuzz()", LogName::Operation, 1);
   const YbCodeLocation here(__FILE__, __func__, __LINE__);
   // An inner result's text, and the array's description that the transport rendered once.
   const CXoError inner = call.error(CXoError(-1, input, here).AsString(), Rendering::AsFormat);

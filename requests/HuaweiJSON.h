@@ -5,7 +5,6 @@
 #include "HuaweiJSONBaseV2.h"
 #include "HuaweiJSONChangeListRequests.h"
 #include "HuaweiJSONDeleteRequest.h"
-#include "HuaweiJSONFileSystemSnapshotRequests.h"
 #include "HuaweiJSONGetTokenInfo.h"
 #include "HuaweiOpTypes.h"
 #include "HuaweiRequestTypes.h"

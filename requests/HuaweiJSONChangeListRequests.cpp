@@ -13,8 +13,6 @@
 #include "ChangeListEntry.h"
 #include "ChangeListPlainPage.h"
 #include "CLogWriterInterface.h"
-#include "ConvertToString.h"
-#include "HandBuiltBody.h"
 #include "PrintfToString.h"
 #include "ResponseReading.h"
 #include "TkDebug.h"
@@ -22,7 +20,6 @@
 
 namespace {
 
-const int kFileSystemParentType = 40;
 const char kPageLog[] = "HuaweiJSONGetChangeListResult::parseResponse";
 const char kDecoderSignature[] = "bool HuaweiJSONGetChangeListResult::handleSpecialCharactersInFileName(std::string&)";
 
@@ -78,41 +75,6 @@ void repair(std::string& page) {
 }
 
 }  // namespace HuaweiPageRepair
-
-HuaweiJSONGetChangeListSession::HuaweiJSONGetChangeListSession(unsigned long long const& jobId,
-                                                               std::string const& baseSnapshotId,
-                                                               std::string const& incrementalSnapshotId,
-                                                               std::string const& parentId)
-    : HuaweiJSONBase(jobId),
-      m_parentId(parentId),
-      m_baseSnapshotId(baseSnapshotId),
-      m_incrementalSnapshotId(incrementalSnapshotId) {}
-
-bool HuaweiJSONGetChangeListSession::buildRequest(std::string& body) {
-  body.clear();
-  if (m_baseSnapshotId.empty() || m_incrementalSnapshotId.empty()) {
-    TkDebug(nullptr).DebugLvl("HuaweiJSONGetChangeListSession::buildRequest", -1, m_jobId,
-                              "Unable to build the request. Invalid parameters!!");
-    return false;
-  }
-  body = HandBuiltBody()
-             .add("parentID", m_parentId)
-             .add("baseSnapshotId", m_baseSnapshotId)
-             .add("incrementalSnapshotId", m_incrementalSnapshotId)
-             .add("parentType", ConvertToString::to_string<int>(kFileSystemParentType))
-             .str();
-  return true;
-}
-
-bool HuaweiJSONGetChangeListSession::parseResponse(std::string& response) {
-  jsonxx::Object answer;
-  if (!HuaweiResponse::parseObject("HuaweiJSONGetChangeListSession::parseResponse", m_jobId, response, answer)) {
-    return false;
-  }
-  m_sessionId = answer.get<jsonxx::Object>("data").get<std::string>("id");
-  return true;
-}
-
 
 HuaweiJSONGetChangeListResult::HuaweiJSONGetChangeListResult(unsigned long long const& jobId)
     : HuaweiJSONBase(jobId),

@@ -1,5 +1,5 @@
-// Requests of snapshot change lists: the session and one page of the result; the session goes by a
-// generic deletion.
+// Requests of snapshot change lists: one page of the result. The session is made and deleted by
+// generic requests.
 #pragma once
 
 #include <functional>
@@ -18,22 +18,6 @@ namespace HuaweiPageRepair {
 void repair(std::string& page);
 
 }  // namespace HuaweiPageRepair
-
-class HuaweiJSONGetChangeListSession : public HuaweiJSONBase {
- public:
-  HuaweiJSONGetChangeListSession(unsigned long long const& jobId, std::string const& baseSnapshotId,
-                                 std::string const& incrementalSnapshotId, std::string const& parentId);
-
-  bool buildRequest(std::string& body) override;
-  bool parseResponse(std::string& response) override;
-  const std::string& getSessionId() const { return m_sessionId; }
-
- private:
-  std::string m_parentId;
-  std::string m_baseSnapshotId;
-  std::string m_incrementalSnapshotId;
-  std::string m_sessionId;
-};
 
 class HuaweiJSONGetChangeListResult : public HuaweiJSONBase {
  public:

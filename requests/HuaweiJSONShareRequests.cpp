@@ -1,7 +1,5 @@
 #include "HuaweiJSONShareRequests.h"
 
-#include <initializer_list>
-
 #include "ArrayNumbers.h"
 #include "HandBuiltBody.h"
 #include "HuaweiVstore.h"
@@ -15,23 +13,6 @@ namespace {
 const char kBuildLog[] = "buildRequest";
 const int kRequestLogLevel = 3;
 
-void logLine(unsigned long long jobId, const char* name, const char* format, const std::string& text,
-             unsigned long long number) {
-  TkDebug(nullptr).DebugLvl(name, kRequestLogLevel, static_cast<long long>(jobId), format, text.c_str(), number);
-}
-
-// False, logged, when a field that the body needs is empty.
-bool requiredPresent(unsigned long long jobId, std::initializer_list<const std::string*> fields) {
-  for (const std::string* field : fields) {
-    if (field->empty()) {
-      TkDebug(nullptr).DebugLvl(kBuildLog, kRequestLogLevel, static_cast<long long>(jobId),
-                                "Unable to build the request. Invalid parameters!!");
-      return false;
-    }
-  }
-  return true;
-}
-
 // The error object of a grant's answer: a non-zero code is a refusal. The description goes into
 // the slot that the text calls the code, as operators have always read it.
 bool grantAccepted(const jsonxx::Object& answer, unsigned long long jobId) {
@@ -39,16 +20,9 @@ bool grantAccepted(const jsonxx::Object& answer, unsigned long long jobId) {
   const std::string& description = error.get<std::string>("description");
   const unsigned long long code = HuaweiNumbers::toUnsigned64(error.get<long double>("code"));
   if (code == 0) return true;
-  logLine(jobId, kShareParserLog.name, "[ERROR] Code:[%s] Message[%llu]", description, code);
+  TkDebug(nullptr).DebugLvl(kShareParserLog.name, kRequestLogLevel, static_cast<long long>(jobId),
+                            "[ERROR] Code:[%s] Message[%llu]", description.c_str(), code);
   return false;
-}
-
-// The identifier of a created object, required under "data".
-bool readCreatedId(std::string& response, unsigned long long jobId, std::string& id) {
-  jsonxx::Object answer;
-  if (!HuaweiResponse::parseObject(kShareParserLog, jobId, response, answer)) return false;
-  id = answer.get<jsonxx::Object>("data").get<std::string>("ID");
-  return true;
 }
 
 }  // namespace
@@ -91,7 +65,8 @@ HuaweiJSONAddCIFSSharePermissions::HuaweiJSONAddCIFSSharePermissions(unsigned lo
 
 bool HuaweiJSONAddCIFSSharePermissions::buildRequest(std::string& body) {
   body.clear();
-  if (!requiredPresent(m_jobId, {&m_parentId, &m_name, &m_permission})) return false;
+  const RequiredFields required(kBuildLog, kRequestLogLevel, {&m_parentId, &m_name, &m_permission});
+  if (!required.met(m_jobId)) return false;
   // The domain separator of DOMAIN\user goes out escaped, as every backslash of a body value does.
   HandBuiltBody request;
   request.add("NAME", m_name).add("PARENTID", m_parentId).add("PERMISSION", m_permission).add("DOMAINTYPE", m_domainType);
@@ -110,20 +85,6 @@ bool HuaweiJSONAddCIFSSharePermissions::parseResponse(std::string& response) {
   return !m_permissionId.empty() || grantAccepted(answer, m_jobId);
 }
 
-bool HuaweiJSONCreateCIFSShare::buildRequest(std::string& body) {
-  body.clear();
-  if (!requiredPresent(m_jobId, {&m_name, &m_sharePath})) return false;
-  HandBuiltBody request;
-  request.add("NAME", m_name).add("SHAREPATH", m_sharePath).add("FSID", m_fileSystemId);
-  if (!HuaweiVstore::isNone(m_vstoreId)) request.addPiece("vstoreId", m_vstoreId);
-  body = request.str();
-  return true;
-}
-
-bool HuaweiJSONCreateShare::parseResponse(std::string& response) {
-  return readCreatedId(response, m_jobId, m_shareId);
-}
-
 HuaweiJSONAddNFSSharePermissions::HuaweiJSONAddNFSSharePermissions(
     unsigned long long const& jobId, std::string const& name, std::string const& parentId,
     std::string const& accessVal, std::string const& sync, std::string const& allSquash,
@@ -139,9 +100,9 @@ HuaweiJSONAddNFSSharePermissions::HuaweiJSONAddNFSSharePermissions(
 
 bool HuaweiJSONAddNFSSharePermissions::buildRequest(std::string& body) {
   body.clear();
-  if (!requiredPresent(m_jobId, {&m_parentId, &m_name, &m_accessVal, &m_sync, &m_allSquash, &m_rootSquash})) {
-    return false;
-  }
+  const RequiredFields required(kBuildLog, kRequestLogLevel,
+                                {&m_parentId, &m_name, &m_accessVal, &m_sync, &m_allSquash, &m_rootSquash});
+  if (!required.met(m_jobId)) return false;
   body = HandBuiltBody()
              .add("NAME", m_name)
              .add("PARENTID", m_parentId)
@@ -157,15 +118,3 @@ bool HuaweiJSONAddNFSSharePermissions::parseResponse(std::string& response) {
   jsonxx::Object answer;
   return HuaweiResponse::parseObject(kShareParserLog, m_jobId, response, answer) && grantAccepted(answer, m_jobId);
 }
-
-bool HuaweiJSONCreateNFSShare::buildRequest(std::string& body) {
-  body.clear();
-  if (!requiredPresent(m_jobId, {&m_name, &m_sharePath})) return false;
-  HandBuiltBody request;
-  request.add("NAME", m_name).add("SHAREPATH", m_sharePath);
-  if (!m_fileSystemId.empty()) request.addPiece("FSID", m_fileSystemId);
-  if (!HuaweiVstore::isNone(m_vstoreId)) request.addPiece("vstoreId", m_vstoreId);
-  body = request.str();
-  return true;
-}
-

@@ -1,5 +1,6 @@
 // Requests of NAS shares: the share lookup, CIFS and NFS shares, and their permissions. They log
-// under the short names "buildRequest" and "parseResponse", every line at level 3.
+// under the short names "buildRequest" and "parseResponse", every line at level 3. A share's
+// creation is a generic request; the two grants read their answer's error object their own way.
 #pragma once
 
 #include <list>
@@ -54,38 +55,6 @@ class HuaweiJSONAddCIFSSharePermissions : public HuaweiJSONBase {
   std::string m_vstoreId;
 };
 
-// The creation of a share of either protocol: what it carries and how its answer is read. Each
-// protocol builds its own body. The answer's identifier goes to the caller's shareId.
-class HuaweiJSONCreateShare : public HuaweiJSONBase {
- public:
-  bool parseResponse(std::string& response) override;
-
- protected:
-  HuaweiJSONCreateShare(unsigned long long const& jobId, std::string& shareId, std::string const& name,
-                        std::string const& sharePath, std::string const& fileSystemId, std::string const& vstoreId)
-      : HuaweiJSONBase(jobId),
-        m_shareId(shareId),
-        m_name(name),
-        m_sharePath(sharePath),
-        m_fileSystemId(fileSystemId),
-        m_vstoreId(vstoreId) {}
-
-  std::string& m_shareId;
-  std::string m_name;
-  std::string m_sharePath;
-  std::string m_fileSystemId;
-  std::string m_vstoreId;
-};
-
-class HuaweiJSONCreateCIFSShare : public HuaweiJSONCreateShare {
- public:
-  HuaweiJSONCreateCIFSShare(unsigned long long const& jobId, std::string& shareId, std::string const& name,
-                            std::string const& sharePath, std::string const& fileSystemId,
-                            std::string const& vstoreId)
-      : HuaweiJSONCreateShare(jobId, shareId, name, sharePath, fileSystemId, vstoreId) {}
-  bool buildRequest(std::string& body) override;
-};
-
 // The vStore is kept but never sent, and the answer's identifier is not read: callers list the
 // permissions to learn it.
 class HuaweiJSONAddNFSSharePermissions : public HuaweiJSONBase {
@@ -106,13 +75,4 @@ class HuaweiJSONAddNFSSharePermissions : public HuaweiJSONBase {
   std::string m_allSquash;
   std::string m_rootSquash;
   std::string m_vstoreId;
-};
-
-class HuaweiJSONCreateNFSShare : public HuaweiJSONCreateShare {
- public:
-  HuaweiJSONCreateNFSShare(unsigned long long const& jobId, std::string& shareId,
-                           std::string const& fileSystemId, std::string const& name, std::string const& sharePath,
-                           std::string const& vstoreId)
-      : HuaweiJSONCreateShare(jobId, shareId, name, sharePath, fileSystemId, vstoreId) {}
-  bool buildRequest(std::string& body) override;
 };

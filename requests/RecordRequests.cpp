@@ -1,5 +1,7 @@
 #include "RecordRequests.h"
 
+#include "TkDebug.h"
+
 namespace HuaweiResponse {
 namespace {
 
@@ -55,3 +57,15 @@ bool readDataList(unsigned long long jobId, const jsonxx::Object& answer, const 
 }
 
 }  // namespace HuaweiResponse
+
+RequiredFields::RequiredFields(const char* logName, int level, std::initializer_list<const std::string*> values)
+    : m_logName(logName), m_level(level) {
+  for (const std::string* value : values) m_missing = m_missing || value->empty();
+}
+
+bool RequiredFields::met(unsigned long long jobId) const {
+  if (!m_missing) return true;
+  TkDebug(nullptr).DebugLvl(m_logName, m_level, static_cast<long long>(jobId),
+                            "Unable to build the request. Invalid parameters!!");
+  return false;
+}

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <initializer_list>
 #include <list>
 #include <string>
 #include <utility>
@@ -168,6 +169,22 @@ class HuaweiJSONStatusAnswer : public HuaweiJSONBase {
   HuaweiResponse::StatusReport m_report;
 };
 
+// The values a body cannot go without, checked when the body is asked for: an empty one keeps the
+// request from going out, with "Unable to build the request. Invalid parameters!!" at `level`
+// under the request's own log name.
+class RequiredFields {
+ public:
+  RequiredFields() = default;
+  RequiredFields(const char* logName, int level, std::initializer_list<const std::string*> values);
+  // False, logged, when one of the values was empty.
+  bool met(unsigned long long jobId) const;
+
+ private:
+  const char* m_logName = nullptr;
+  int m_level = 0;
+  bool m_missing = false;
+};
+
 // Generic requests: an operation that sends only a method, a resource and a body of placed values,
 // and reads its answer by its status or through a record's key table, needs no class of its own.
 // The call that sends one keeps it and gives it the operation's job identifier (forJob). The log
@@ -196,15 +213,30 @@ class RecordRequest final : public HuaweiJSONRecordObject<Record> {
   RecordRequest(Record& destination, HuaweiResponse::ReadingRules rules, std::string body = std::string(),
                 const Record& sent = Record())
       : HuaweiJSONRecordObject<Record>(0, rules, sent), m_destination(&destination), m_body(std::move(body)) {}
+  // Only one field of the record, into the caller's string: the identifier that a creation answers.
+  RecordRequest(std::string& destination, std::string Record::*field, HuaweiResponse::ReadingRules rules,
+                std::string body)
+      : HuaweiJSONRecordObject<Record>(0, rules), m_field(field), m_fieldDestination(&destination),
+        m_body(std::move(body)) {}
+  RecordRequest&& requiring(RequiredFields fields) && { return m_required = fields, std::move(*this); }
+  // What the next send carries, for an operation that asks again in other words.
+  void nextBody(std::string body) { m_body = std::move(body); }
   // The record's own reader in place of its key table: a record it refuses is a parse failure.
   RecordRequest&& readBy(OwnReader<Record> reader) && { return m_reader = reader, std::move(*this); }
   // The answer's lines carry job 0 whatever the operation's job.
   RecordRequest&& withoutJob() && { return m_withoutJob = true, std::move(*this); }
 
-  bool buildRequest(std::string& body) override { return body = m_body, true; }
+  bool buildRequest(std::string& body) override {
+    body.clear();
+    return m_required.met(this->m_jobId) && (body = m_body, true);
+  }
   bool parseResponse(std::string& response) override {
     if (!HuaweiJSONRecordObject<Record>::parseResponse(response)) return false;
-    *m_destination = this->m_record;
+    if (m_fieldDestination != nullptr) {
+      *m_fieldDestination = this->m_record.*m_field;
+    } else {
+      *m_destination = this->m_record;
+    }
     return true;
   }
   void forJob(unsigned long long jobId) { this->m_jobId = m_withoutJob ? 0 : jobId; }
@@ -218,8 +250,11 @@ class RecordRequest final : public HuaweiJSONRecordObject<Record> {
     return m_reader == nullptr && HuaweiJSONRecordObject<Record>::readPlainData(in, plain);
   }
 
-  Record* m_destination;
+  Record* m_destination = nullptr;
+  std::string Record::*m_field = nullptr;
+  std::string* m_fieldDestination = nullptr;
   std::string m_body;
+  RequiredFields m_required;
   OwnReader<Record> m_reader = nullptr;
   bool m_withoutJob = false;
 };

@@ -1,31 +1,39 @@
 // The login body, the snapshot bodies and the masking of logged bodies are also checked end to
 // end (e2e_session, e2e_file_system_snapshots); here stay the forms no end-to-end test reaches.
+#include <initializer_list>
 #include <tuple>
 
 #include <gtest/gtest.h>
 
-#include "HuaweiJSONChangeListRequests.h"
+#include "CreatedIdentifier.h"
 #include "HuaweiVstore.h"
+#include "LogCapture.h"
 #include "PasswordMask.h"
+#include "RecordRequests.h"
 #include "RequestUrl.h"
 #include "ResourcePath.h"
 
 namespace {
 
-// A snapshot without a name is refused end to end (FileSystemSnapshotTest); the change-list walk checks
-// its snapshots before it reaches this builder.
-TEST(HandBuiltBodies, ChangeListSessionWithoutBothSnapshotsBuildsNothing) {
+// A body that lacks a value it needs does not go out, and says so under the request's own name.
+TEST(HandBuiltBodies, RequiredValuesKeepTheBodyBack) {
+  zrtest::LogCapture log;
+  std::string id, base = "8", none;
   std::string body = "stale";
-  EXPECT_FALSE(HuaweiJSONGetChangeListSession(1, "", "9", "7").buildRequest(body));
+  const auto creation = [&](std::initializer_list<const std::string*> values) {
+    auto request = RecordRequest<CreatedSessionId>(id, &CreatedSessionId::id, HuaweiResponse::plainRules("parse"),
+                                                   "{ }")
+                       .requiring({"build", -1, values});
+    request.forJob(4);
+    return request;
+  };
+  EXPECT_FALSE(creation({&base, &none}).buildRequest(body));
   EXPECT_EQ(body, "");
-  EXPECT_FALSE(HuaweiJSONGetChangeListSession(1, "8", "", "7").buildRequest(body));
-}
-
-TEST(HandBuiltBodies, ChangeListSessionAlwaysNamesAFileSystem) {
-  std::string body;
-  ASSERT_TRUE(HuaweiJSONGetChangeListSession(1, "base", "incr", "").buildRequest(body));
-  EXPECT_EQ(body,
-            "{\"parentID\":\"\", \"baseSnapshotId\":\"base\", \"incrementalSnapshotId\":\"incr\", \"parentType\":\"40\" }");
+  EXPECT_TRUE(log.HasLine(-1, "build", "Unable to build the request. Invalid parameters!!")) << log.Dump();
+  log.Clear();
+  ASSERT_TRUE(creation({&base}).buildRequest(body));
+  EXPECT_EQ(body, "{ }");
+  EXPECT_FALSE(log.ContainsText("Invalid parameters"));
 }
 
 TEST(RequestUrls, RequestsGoUnderTheDeviceAsWritten) {
