@@ -122,7 +122,8 @@ class PlainKeys {
       if (row.presence == Presence::Unread || (!asserted(row) && which_ == Keys::RequiredOnly)) continue;
       const detail::PlainValue& value = values_[i];
       const bool read = ofKind(row, value);
-      std::visit(
+      visitField<Record>(
+          row.member,
           [&](auto member) {
             static const Record fresh;
             if (!read) {
@@ -132,8 +133,7 @@ class PlainKeys {
             } else {
               detail::assignPlainText(record.*member, value.text());
             }
-          },
-          row.member);
+          });
     }
   }
 

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <list>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -38,6 +40,19 @@ struct Key {
   Kind kind;
   Member<Record> member;
 };
+
+// Calls `visit` with the row's member pointer. A table names only its record's own fields, so a
+// field type wider than the record is never the one held: it is left out, which spares the code
+// (and the compiler's bounds warnings) for fields the record cannot have.
+template <class Record, class Visitor>
+void visitField(const Member<Record>& member, Visitor&& visit) {
+  std::visit(
+      [&](auto pointer) {
+        using Field = std::remove_reference_t<decltype(std::declval<Record&>().*pointer)>;
+        if constexpr (sizeof(Field) <= sizeof(Record)) visit(pointer);
+      },
+      member);
+}
 
 // In the order the array's keys are read: where two required keys are missing, the first is named.
 template <class Record>

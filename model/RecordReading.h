@@ -76,7 +76,8 @@ void readKey(const jsonxx::Object& object, Record& record, const Key<Record>& ro
   const bool number = row.kind == Kind::Number;
   const jsonxx::Value* value = valueAt(object, row.key);
   const bool ofKind = value != nullptr && (number ? value->is<jsonxx::Number>() : value->is<std::string>());
-  std::visit(
+  visitField<Record>(
+      row.member,
       [&](auto member) {
         static const Record fresh;
         if (!ofKind && !asserted) {
@@ -87,8 +88,7 @@ void readKey(const jsonxx::Object& object, Record& record, const Key<Record>& ro
         } else {
           assignText(record.*member, ofKind ? value->get<std::string>() : object.get<std::string>(row.key));
         }
-      },
-      row.member);
+      });
 }
 
 }  // namespace detail
