@@ -14,6 +14,7 @@
 
 using PlainCalls::del;
 using PlainCalls::get;
+using PlainCalls::post;
 
 namespace {
 const int kFileSystemParentType = 40;
@@ -91,7 +92,7 @@ std::string ZrManageHuawei::createSnapshotChangeListSession(std::string const& p
                  HuaweiResponse::plainRules("HuaweiJSONGetChangeListSession::parseResponse"), body)
                  .requiring({"HuaweiJSONGetChangeListSession::buildRequest", -1,
                              {&baseSnapshotId, &incrementalSnapshotId}}),
-             {HUAWEI_REQ_POST, "fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION},
+             post("fs_snapchangelist_session", HuaweiOpType::CREATE_SNAPSHOT_CHANGE_LIST_SESSION),
              "Unable to create change list session information")
       .run([&](FirstGenerationCall& call) { call.line(5, "Successfully created a Session with ID[%s]", sessionId); });
   return sessionId;

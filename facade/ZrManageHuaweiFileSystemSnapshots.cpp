@@ -14,6 +14,7 @@
 
 using PlainCalls::del;
 using PlainCalls::get;
+using PlainCalls::post;
 
 namespace {
 const char kIncrementalBackupSnapshotType[] = "8";
@@ -52,7 +53,7 @@ bool ZrManageHuawei::createFileSystemSnapshot(unsigned long long const& fileSyst
   // so that a connection lost after a refusal does not become an endless loop of sends.
   bool refusedSnapDiff = false;
   FirstGenerationCall call = firstGeneration("ZrManageHuawei::createFileSystemSnapshot", LogKind::Event);
-  call.sends(request, {HUAWEI_REQ_POST, "fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT},
+  call.sends(request, post("fssnapshot", HuaweiOpType::CREATE_FILE_SYSTEM_SNAPSHOT),
              "Unable to create snapshot.")
       .reacting(CodeReactions{on(HuaweiArrayCode::SNAPDIFF_NOT_SUPPORTED)
                                   .setting(refusedSnapDiff)

@@ -16,6 +16,7 @@
 
 using PlainCalls::del;
 using PlainCalls::get;
+using PlainCalls::post;
 
 namespace {
 
@@ -205,7 +206,7 @@ bool ZrManageHuawei::createCIFSShare(std::string& shareId, std::string const& na
   return firstGeneration("createCIFSShare", LogKind::Facade)
       .guard("addCIFSSharePermission")
       .sends(shareCreation(shareId, body, name, sharePath),
-             {HUAWEI_REQ_POST, "CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE})
+             post("CIFSHARE", HuaweiOpType::CREATE_CIFS_SHARE))
       .reacting({on(HuaweiArrayCode::CIFS_SHARE_ALREADY_EXISTS)
                      .line(0, formatted("The CIFS share with Name [%s] already exists.Get the share details", name))
                      .adopts()})
@@ -256,7 +257,7 @@ bool ZrManageHuawei::addCIFSSharePermission(std::string& permissionId, std::stri
   HuaweiJSONAddCIFSSharePermissions request(m_jobId, name, shareId, domainType, permission, vstoreId);
   // Other refusals go on to the parser, which reports the array's code.
   return firstGeneration("addCIFSSharePermission", LogKind::Facade)
-      .sends(request, {HUAWEI_REQ_POST, kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION})
+      .sends(request, post(kCIFSPermissions, HuaweiOpType::ADD_CIFS_SHARE_PERMISSION))
       .reacting({on(HuaweiArrayCode::CIFS_PERMISSION_ALREADY_EXISTS)
                      .line(0, formatted(kCIFSPermissionExists, name, permission, shareId))
                      .done()})
@@ -274,7 +275,7 @@ bool ZrManageHuawei::createNFSShare(std::string& shareId, std::string const& fil
   // No code is looked at: a share that exists is a failure like any other.
   return firstGeneration("createNFSShare", LogKind::Facade)
       .sends(shareCreation(shareId, body, name, sharePath),
-             {HUAWEI_REQ_POST, "NFSHARE", HuaweiOpType::CREATE_NFS_SHARE},
+             post("NFSHARE", HuaweiOpType::CREATE_NFS_SHARE),
              formatted("Unable to create NFS Share [%s] with share path [%s] and file system ID [%s].", name, sharePath,
                        fileSystemId))
       .runTelling("Successfully created NFS share with Name [%s] Share Path [%s]. ID returned [%s]", name, sharePath,
@@ -315,7 +316,7 @@ bool ZrManageHuawei::addNFSSharePermission(std::string& permissionId, std::strin
   HuaweiJSONAddNFSSharePermissions request(m_jobId, name, shareId, accessVal, sync, allSquash, rootSquash, vstoreId);
   // Every refusal alike, a client that has its permission already included, and told at level 0.
   return firstGeneration("addNFSSharePermission", LogKind::Facade)
-      .sends(request, {HUAWEI_REQ_POST, kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION})
+      .sends(request, post(kNFSPermissions, HuaweiOpType::ADD_NFS_SHARE_PERMISSION))
       .reacting({otherwise().fails(formatted("Unable to add IP [%s] to the NFS share [%s].", name, shareId), 0)})
       .runTelling("Successfully added the IP [%s] to the NFS Share with ID [%s]", name, shareId);
 }
