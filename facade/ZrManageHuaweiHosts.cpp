@@ -65,7 +65,8 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
   const Initiator initiator(isISCSI, initiatorId);
   const std::string absent = initiator.said("[ERROR] The [%s] initiator information with ID [%s] does not exist");
   return qualifiedSecondGeneration(
-             "getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const bool&, std::string)")
+             "CXoError ZrManageHuawei::getInitiatorInfoFromID(HuaweiInitiator_t&, const string&, const bool&, "
+             "std::string)")
       .required(initiatorId, "The entered initiator ID is empty")
       .sends(HuaweiJSONGetInitiatorInfo(initiators),
              get(initiator.path().vstore(vstoreId), HuaweiOpType::GET_INITIATOR_INFO),
@@ -82,7 +83,8 @@ CXoError ZrManageHuawei::getInitiatorInfoFromID(_HuaweiInitiator& initiatorInfo,
 CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiators, bool const& isISCSI,
                                           std::string vstoreId) {
   const InitiatorKind kind(isISCSI);
-  return qualifiedSecondGeneration("getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>&, const bool&, std::string)")
       .guard("getISCSIInitiatorInfo")
       // These words for both kinds.
       .sends(HuaweiJSONGetInitiatorInfo(initiators),
@@ -98,8 +100,8 @@ CXoError ZrManageHuawei::getInitiatorInfo(std::vector<_HuaweiInitiator>& initiat
 
 CXoError ZrManageHuawei::getHostIDFromInitiatorID(std::string const& initiatorId, bool const& isISCSI,
                                                   std::string& hostId, std::string vstoreId) {
-  SecondGenerationCall call =
-      qualifiedSecondGeneration("getHostIDFromInitiatorID(const string&, const bool&, std::string&, std::string)");
+  SecondGenerationCall call = qualifiedSecondGeneration(
+      "CXoError ZrManageHuawei::getHostIDFromInitiatorID(const string&, const bool&, std::string&, std::string)");
   _HuaweiInitiator initiator;
   if (getInitiatorInfoFromID(initiator, initiatorId, isISCSI, vstoreId).IsError() || initiator.id.empty()) {
     return call.error("[ERROR] Unable to get the information for Initiator with ID [%s].", initiatorId);
@@ -112,7 +114,8 @@ CXoError ZrManageHuawei::getHostIDFromInitiatorID(std::string const& initiatorId
 
 CXoError ZrManageHuawei::getHostIDFromHostName(std::string const& hostName, std::string& hostId, std::string vstoreId) {
   std::vector<_HuaweiLUNHostInfo> hosts;
-  return qualifiedSecondGeneration("getHostIDFromHostName(const string&, std::string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getHostIDFromHostName(const string&, std::string&, std::string)")
       .required(hostName, "The entered host name is empty")
       .sends(
           RecordListRequest(hosts, sanRules("HuaweiJSONGetHostInfo::parseResponse")),
@@ -127,7 +130,8 @@ CXoError ZrManageHuawei::createHost(_HuaweiLUNHostInfo& hostInfo, std::string co
                                     bool useOsCode7) {
   _HuaweiLUNHostInfo wanted = namedRecord<_HuaweiLUNHostInfo>(hostName, vstoreId);
   wanted.operatingSystem = ConvertToString::to_string<int>(useOsCode7 ? 7 : 0);
-  return qualifiedSecondGeneration("createHost(HuaweiLUNHostInfo_t&, const string&, std::string, bool)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::createHost(HuaweiLUNHostInfo_t&, const string&, std::string, bool)")
       .guard("createLUNSnapshot")
       .required(hostName, "[ERROR] The hostname is empty")
       .sendsRefusedAs(
@@ -149,7 +153,8 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
                                          std::string vstoreId) {
   const InitiatorKind kind(isISCSI);
   return qualifiedSecondGeneration(
-             "createInitiator(HuaweiInitiator_t&, const string&, const string&, const bool&, bool&, std::string)")
+             "CXoError ZrManageHuawei::createInitiator(HuaweiInitiator_t&, const string&, const string&, const bool&, "
+             "bool&, std::string)")
       .required({&initiatorId})
       // An existing initiator is an error and a flag at once: the caller decides what to do with it.
       .sendsInArrayWords(
@@ -170,7 +175,9 @@ CXoError ZrManageHuawei::createInitiator(_HuaweiInitiator& initiatorInfo, std::s
 
 CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorId, std::string const& hostId,
                                                    bool const& isISCSI, std::string vstoreId) {
-  return qualifiedSecondGeneration("updateInitiatorWithHostID(const string&, const string&, const bool&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::updateInitiatorWithHostID(const string&, const string&, const bool&, "
+             "std::string)")
       .required({&initiatorId, &hostId})
       // The vStore goes in the body only; refusals are logged at level -1.
       .sendsRefusedAs(
@@ -186,7 +193,8 @@ CXoError ZrManageHuawei::updateInitiatorWithHostID(std::string const& initiatorI
 CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName, std::string& hostGroupId,
                                                 std::string vstoreId) {
   std::vector<_HuaweiHostGroupInfo> groups;
-  return qualifiedSecondGeneration("getHostGroupIDFromName(const string&, std::string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getHostGroupIDFromName(const string&, std::string&, std::string)")
       // The empty name speaks of a host.
       .required(hostGroupName, "The entered host name is empty")
       .sends(RecordListRequest(groups, sanRules("HuaweiJSONGetHostGroupInfo::parseResponse")),
@@ -201,7 +209,8 @@ CXoError ZrManageHuawei::getHostGroupIDFromName(std::string const& hostGroupName
 CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, std::string const& hostGroupName,
                                          std::string vstoreId) {
   const auto wanted = namedRecord<_HuaweiHostGroupInfo>(hostGroupName, vstoreId);
-  return qualifiedSecondGeneration("createHostGroup(HuaweiHostGroupInfo_t&, const string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::createHostGroup(HuaweiHostGroupInfo_t&, const string&, std::string)")
       .required(hostGroupName, "[ERROR] The hostgroup name is empty")
       // The answer gives the new group's ID and NAME; the vStore stays as sent.
       .sendsRefusedAs(RecordRequest(hostGroupInfo, sanIdentityRules("HuaweiJSONCreateHostGroup::parseResponse"),
@@ -217,7 +226,8 @@ CXoError ZrManageHuawei::createHostGroup(_HuaweiHostGroupInfo& hostGroupInfo, st
 
 CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std::string const& hostId,
                                             std::string vstoreId) {
-  return qualifiedSecondGeneration("addHostToHostGroup(const string&, const string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::addHostToHostGroup(const string&, const string&, std::string)")
       .required({&hostGroupId, &hostId})
       .sendsRefusedAs(
           StatusRequest("HuaweiJSONAssociateHostWithHostGroup::parseResponse",
@@ -233,7 +243,8 @@ CXoError ZrManageHuawei::addHostToHostGroup(std::string const& hostGroupId, std:
 CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGroupId,
                                                       std::vector<_HuaweiLUNHostInfo>& hosts, std::string vstoreId) {
   return qualifiedSecondGeneration(
-             "getHostAssociatedToHostGroup(const string&, std::vector<_HuaweiLUNHostInfo>&, std::string)")
+             "CXoError ZrManageHuawei::getHostAssociatedToHostGroup(const string&, std::vector<_HuaweiLUNHostInfo>&, "
+             "std::string)")
       .listsHeldBy(RecordListRequest(hosts, sanRules("HuaweiJSONGetHostAssociatedWithHostGroup::parseResponse",
                                                      HuaweiResponse::WithoutData::Status)),
                    {"host/associate", hostGroupId, HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, vstoreId},
@@ -245,7 +256,8 @@ CXoError ZrManageHuawei::getHostAssociatedToHostGroup(std::string const& hostGro
 
 CXoError ZrManageHuawei::isHostAssociatedToHostGroup(std::string const& hostGroupId, std::string const& hostId,
                                                      std::string vstoreId) {
-  return qualifiedSecondGeneration("isHostAssociatedToHostGroup(const string&, const string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::isHostAssociatedToHostGroup(const string&, const string&, std::string)")
       .unguarded()
       .required({&hostGroupId, &hostId})
       // An empty group fails with the text of the inner success, which is empty.

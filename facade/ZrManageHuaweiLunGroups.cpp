@@ -28,7 +28,7 @@ using PlainCalls::post;
 CXoError ZrManageHuawei::getLUNGroupIDFromName(std::string const& lunGroupName, std::string& lunGroupId,
                                                std::string vstoreId) {
   std::vector<_HuaweiLunGroupInfo> groups;
-  return secondGeneration("getLUNGroupIDFromName(const string&, std::string&, std::string)")
+  return secondGeneration("CXoError ZrManageHuawei::getLUNGroupIDFromName(const string&, std::string&, std::string)")
       // The wording is shared with the host lookup.
       .required(lunGroupName, "The entered host name is empty")
       .sends(RecordListRequest(groups, groupListRules("HuaweiJSONGetLunGroupInfo::parseResponse",
@@ -46,7 +46,8 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
                                         std::string vstoreId, std::string appType) {
   _HuaweiLunGroupInfo wanted = namedRecord<_HuaweiLunGroupInfo>(lunGroupName, vstoreId);
   wanted.appType = appType;
-  return secondGeneration("createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::createLUNGroup(HuaweiLunGroupInfo_t&, const string&, std::string, std::string)")
       // The wording is shared with the host groups.
       .required(lunGroupName, "[ERROR] The hostgroup name is empty")
       .sendsRefusedAs(
@@ -64,7 +65,8 @@ CXoError ZrManageHuawei::createLUNGroup(_HuaweiLunGroupInfo& lunGroup, std::stri
 
 CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                   std::string vstoreId) {
-  return secondGeneration("addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::addSnapshotLuntoLunGroup(const string&, const string&, std::string)")
       // The guard names the LUN operation; callers know it by that text.
       .guard("addLuntoLunGroup")
       .required({&lunGroupId, &lunId})
@@ -83,7 +85,8 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
                                                             std::vector<_HuaweiLUNSnapshotInfo>& snapshotLuns,
                                                             std::string vstoreId) {
   return secondGeneration(
-             "getSnapshotLunAssociatedToLunGroup(const string&, std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
+             "CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(const string&, "
+             "std::vector<_HuaweiLUNSnapshotInfo>&, std::string)")
       // Each snapshot LUN's keys are read in the order the record declares them.
       .listsHeldBy(
           RecordListRequest(snapshotLuns,
@@ -98,7 +101,8 @@ CXoError ZrManageHuawei::getSnapshotLunAssociatedToLunGroup(std::string const& l
 
 CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                            std::string vstoreId) {
-  return secondGeneration("isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(const string&, const string&, std::string)")
       .unguarded()
       .required({&lunGroupId, &lunId})
       // An empty group fails too, in the words of the (successful) listing; the texts name the LUN twice.
@@ -110,7 +114,8 @@ CXoError ZrManageHuawei::isSnapshotLunAssociatedToLunGroup(std::string const& lu
 
 CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGroupId, std::string const& lunId,
                                                        std::string vstoreId) {
-  return secondGeneration("removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(const string&, const string&, std::string)")
       .required({&lunGroupId, &lunId})
       // Only the answer is read: the URL carries everything.
       .sendsRefusedAs(StatusRequest("HuaweiJSONRemoveAssociation::parseResponse"),
@@ -122,7 +127,7 @@ CXoError ZrManageHuawei::removeSnapshotLunFromLunGroup(std::string const& lunGro
 }
 
 CXoError ZrManageHuawei::deleteLunGroup(std::string const& lunGroupId, std::string vstoreId) {
-  return secondGeneration("deleteLunGroup(const string&, std::string)")
+  return secondGeneration("CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)")
       .required({&lunGroupId})
       .sends(HuaweiJSONDeleteRequest(),
              del(ResourcePath("lungroup").segment(lunGroupId, "lunGroupId").vstore(vstoreId),

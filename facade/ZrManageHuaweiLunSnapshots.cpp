@@ -60,7 +60,7 @@ RecordRequest<_HuaweiLUNSnapshotInfo> snapshotCreation(_HuaweiLUNSnapshotInfo& c
 }  // namespace
 
 CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& lunId, std::string vstoreId) {
-  return qualifiedSecondGeneration("getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
+  return qualifiedSecondGeneration("CXoError ZrManageHuawei::getLUNInfo(HuaweiLUNInfo_t&, const string&, std::string)")
       .guard("getLUNINfo")
       .required(lunId, "The entered LUN ID is empty")
       .sends(RecordRequest(lunInfo, sanRules("HuaweiJSONGetLUNInfo::parseResponse"))
@@ -83,7 +83,8 @@ CXoError ZrManageHuawei::getLUNInfo(_HuaweiLUNInfo& lunInfo, std::string const& 
 
 CXoError ZrManageHuawei::getLUNSnapshotInfo(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                             bool& notExist, std::string vstoreId) {
-  return qualifiedSecondGeneration("getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::getLUNSnapshotInfo(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
       .required(snapshotId, "The entered snapshot ID is empty")
       .sends(RecordRequest(snapshotInfo, sanRules("HuaweiJSONGetLUNSnapshotInfo::parseResponse")),
              get(ResourcePath("snapshot").segment(snapshotId, "snapshotId").vstore(vstoreId),
@@ -102,7 +103,8 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
   std::vector<_HuaweiLUNSnapshotInfo> snapshots;
   const char kNotFound[] = "[ERROR] Unable to find the snapshot LUN with name [%s]";
   return qualifiedSecondGeneration(
-             "getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, std::string)")
+             "CXoError ZrManageHuawei::getLUNSnapshotInfoByName(HuaweiLUNSnapshotInfo_t&, const string&, bool&, "
+             "std::string)")
       // The empty name speaks of an ID.
       .required(snapshotName, "The entered snapshot ID is empty")
       .sends(RecordListRequest(snapshots, sanRules("HuaweiJSONGetLUNSnapshotInfoByName::parseResponse",
@@ -116,7 +118,8 @@ CXoError ZrManageHuawei::getLUNSnapshotInfoByName(_HuaweiLUNSnapshotInfo& snapsh
 CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& lunId,
                                            std::string const& snapshotName, std::string vstoreId) {
   return qualifiedSecondGeneration(
-             "createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)")
+             "CXoError ZrManageHuawei::createLUNSnapshot(HuaweiLUNSnapshotInfo_t&, const string&, const string&, "
+             "std::string)")
       .required({&lunId, &snapshotName})
       .sends(snapshotCreation(snapshotInfo, lunId, snapshotName, vstoreId, false),
              post("snapshot", HuaweiOpType::CREATE_LUN_SNAPSHOT))
@@ -130,7 +133,8 @@ CXoError ZrManageHuawei::createLUNSnapshot(_HuaweiLUNSnapshotInfo& snapshotInfo,
 CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotInfo, std::string const& snapshotId,
                                                std::string const& copyName, std::string vstoreId) {
   return qualifiedSecondGeneration(
-             "createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, std::string)")
+             "CXoError ZrManageHuawei::createLUNSnapshotCopy(HuaweiLUNSnapshotInfo_t&, const string&, const string&, "
+             "std::string)")
       .required({&snapshotId, &copyName})
       .sendsRefusedAs(snapshotCreation(snapshotInfo, snapshotId, copyName, vstoreId, true),
                       post("snapshot/createcopy", HuaweiOpType::CREATE_LUN_SNAPSHOT_COPY),
@@ -145,7 +149,8 @@ CXoError ZrManageHuawei::createLUNSnapshotCopy(_HuaweiLUNSnapshotInfo& snapshotI
 CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& snapshotIds, std::string vstoreId) {
   const std::string list = joinedIds(snapshotIds);
   return qualifiedSecondGeneration(
-             "activateLUNSnapshot(const std::vector<std::__cxx11::basic_string<char> >&, std::string)")
+             "CXoError ZrManageHuawei::activateLUNSnapshot(const std::vector<std::__cxx11::basic_string<char> >&, "
+             "std::string)")
       .required(snapshotIds, "[ERROR] Invalid input parameters")
       .sendsInArrayWords(
           StatusRequest("HuaweiJSONActivateLUNSnapshot::parseResponse",
@@ -161,7 +166,7 @@ CXoError ZrManageHuawei::activateLUNSnapshot(std::vector<std::string> const& sna
 }
 
 CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bool& notExist, std::string vstoreId) {
-  return qualifiedSecondGeneration("deActivateLUNSnapshot(const string&, bool&, std::string)")
+  return qualifiedSecondGeneration("CXoError ZrManageHuawei::deActivateLUNSnapshot(const string&, bool&, std::string)")
       .required({&snapshotId})
       // Stopping a snapshot that is gone counts as done.
       .sendsInArrayWords(StatusRequest("HuaweiJSONDeActivateLUNSnapshot::parseResponse",
@@ -175,7 +180,7 @@ CXoError ZrManageHuawei::deActivateLUNSnapshot(std::string const& snapshotId, bo
 }
 
 CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::string vstoreId) {
-  return qualifiedSecondGeneration("deleteLUNSnapshot(const string&, std::string)")
+  return qualifiedSecondGeneration("CXoError ZrManageHuawei::deleteLUNSnapshot(const string&, std::string)")
       .required(snapshotId, "[ERROR] The LUN snapshot ID is empty")
       // A snapshot deleted from outside counts as deleted.
       .sendsInArrayWords(StatusRequest("HuaweiJSONDeleteLUNSnapshot::parseResponse"),
@@ -192,7 +197,8 @@ CXoError ZrManageHuawei::deleteLUNSnapshot(std::string const& snapshotId, std::s
 
 CXoError ZrManageHuawei::revertLUNSnapshot(std::string const& snapshotId, std::string const& rollbackSpeed,
                                            std::string vstoreId) {
-  return qualifiedSecondGeneration("revertLUNSnapshot(const string&, const string&, std::string)")
+  return qualifiedSecondGeneration(
+             "CXoError ZrManageHuawei::revertLUNSnapshot(const string&, const string&, std::string)")
       .required({&snapshotId})
       // The array's words are not read here: the refusal says "[ERROR] " and no more, and the detail
       // stands in the transport's log.

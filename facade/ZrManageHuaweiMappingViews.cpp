@@ -94,7 +94,8 @@ CXoError detach(SecondGenerationCall call, const Detachment& detachment, const s
 CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mappingView,
                                                   std::string const& mappingViewName, std::string vstoreId) {
   std::vector<_HuaweiLUNMappingView> views;
-  return secondGeneration("getMappingViewInfoByName(HuaweiLUNMappingView_t&, const string&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::getMappingViewInfoByName(HuaweiLUNMappingView_t&, const string&, std::string)")
       // One text for both lookups.
       .required(mappingViewName, "The entered mapping view ID is empty")
       .sends(
@@ -110,7 +111,8 @@ CXoError ZrManageHuawei::getMappingViewInfoByName(_HuaweiLUNMappingView& mapping
 CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewId,
                                                 std::string vstoreId) {
   std::vector<_HuaweiLUNMappingView> views;
-  return secondGeneration("getMappingViewInfoByID(HuaweiLUNMappingView_t&, const string&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::getMappingViewInfoByID(HuaweiLUNMappingView_t&, const string&, std::string)")
       .required(mappingViewId, "The entered mapping view ID is empty")
       .sends(RecordListRequest(views, viewListRules()),
              get(filtered("mappingview", "ID", mappingViewId, vstoreId), HuaweiOpType::GET_MAPPING_VIEW_INFO_BY_ID),
@@ -125,7 +127,8 @@ CXoError ZrManageHuawei::getMappingViewInfoByID(_HuaweiLUNMappingView& mappingVi
 CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, std::string const& mappingViewName,
                                            std::string vstoreId) {
   const auto wanted = namedRecord<_HuaweiLUNMappingView>(mappingViewName, vstoreId);
-  return secondGeneration("createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)")
+  return secondGeneration(
+             "CXoError ZrManageHuawei::createMappingView(HuaweiLUNMappingView_t&, const string&, std::string)")
       // The wording is shared with the host groups.
       .required(mappingViewName, "[ERROR] The hostgroup name is empty")
       // The answer gives the view's ID and NAME; the vStore identifier stays as sent, its name empty.
@@ -141,17 +144,18 @@ CXoError ZrManageHuawei::createMappingView(_HuaweiLUNMappingView& mappingView, s
 
 CXoError ZrManageHuawei::addHostGroupToMappingView(std::string const& hostGroupId, std::string const& mappingViewId,
                                                    std::string vstoreId) {
-  return attach(secondGeneration("addHostGroupToMappingView(const string&, const string&, std::string)"),
-                {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP,
-                 HuaweiArrayCode::HOST_GROUP_ALREADY_IN_MAPPING_VIEW, HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW,
-                 "HuaweiJSONAssociateHostGroupWithMappingView::parseResponse", true},
-                hostGroupId, mappingViewId, vstoreId);
+  return attach(
+      secondGeneration("CXoError ZrManageHuawei::addHostGroupToMappingView(const string&, const string&, std::string)"),
+      {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_ALREADY_IN_MAPPING_VIEW,
+       HuaweiOpType::ADD_HOST_GROUP_TO_MAPPING_VIEW, "HuaweiJSONAssociateHostGroupWithMappingView::parseResponse",
+       true},
+      hostGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::addLunGroupToMappingView(std::string const& lunGroupId, std::string const& mappingViewId,
                                                   std::string vstoreId) {
   return attach(
-      secondGeneration("addLunGroupToMappingView(const string&, const string&, std::string)"),
+      secondGeneration("CXoError ZrManageHuawei::addLunGroupToMappingView(const string&, const string&, std::string)"),
       {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_ALREADY_IN_MAPPING_VIEW,
        HuaweiOpType::ADD_LUN_GROUP_TO_MAPPING_VIEW, "HuaweiJSONAssociateLunGroupWithMappingView::parseResponse", false},
       lunGroupId, mappingViewId, vstoreId);
@@ -161,7 +165,8 @@ CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(std::string const& m
                                                             std::vector<_HuaweiLunGroupInfo>& lunGroups,
                                                             std::string vstoreId) {
   return secondGeneration(
-             "getLunGroupAssociatedToMappingView(const string&, std::vector<_HuaweiLunGroupInfo>&, std::string)")
+             "CXoError ZrManageHuawei::getLunGroupAssociatedToMappingView(const string&, "
+             "std::vector<_HuaweiLunGroupInfo>&, std::string)")
       .listsHeldBy(
           RecordListRequest(lunGroups, groupListRules("HuaweiJSONGetLunGroupAssociatedWithMappingView::parseResponse",
                                                       {HuaweiResponse::CodeWidth::Signed32}))
@@ -177,7 +182,8 @@ CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(std::string const& 
                                                              std::vector<_HuaweiHostGroupInfo>& hostGroups,
                                                              std::string vstoreId) {
   return secondGeneration(
-             "getHostGroupAssociatedToMappingView(const string&, std::vector<_HuaweiHostGroupInfo>&, std::string)")
+             "CXoError ZrManageHuawei::getHostGroupAssociatedToMappingView(const string&, "
+             "std::vector<_HuaweiHostGroupInfo>&, std::string)")
       .listsHeldBy(
           RecordListRequest(hostGroups, groupListRules("HuaweiJSONGetHostGroupAssociatedWithMappingView::parseResponse",
                                                        HuaweiResponse::StatusReport())),
@@ -192,7 +198,8 @@ CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& l
                                                             std::vector<_HuaweiLUNMappingView>& mappingViews,
                                                             std::string vstoreId) {
   return secondGeneration(
-             "getMappingViewAssociatedToLunGroup(const string&, std::vector<_HuaweiLUNMappingView>&, std::string)")
+             "CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(const string&, "
+             "std::vector<_HuaweiLUNMappingView>&, std::string)")
       .listsHeldBy(RecordListRequest(mappingViews, viewListRules()),
                    {"mapping/associate", lunGroupId, HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, vstoreId},
                    HuaweiOpType::GET_MAPPING_VIEW_ASSOCIATED_TO_LUN_GROUP,
@@ -204,23 +211,27 @@ CXoError ZrManageHuawei::getMappingViewAssociatedToLunGroup(std::string const& l
 CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(std::string const& lunGroupId,
                                                                std::string const& mappingViewId, std::string vstoreId) {
   // The guard's name is shorter than the operation's; callers know it by that text.
-  return detach(secondGeneration("removeLunGroupAssociatedToMappingView(const string&, const string&, std::string)"),
-                {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_DOES_NOT_EXIST,
-                 HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW, "removeLunGroupToMappingView"},
-                lunGroupId, mappingViewId, vstoreId);
+  return detach(
+      secondGeneration(
+          "CXoError ZrManageHuawei::removeLunGroupAssociatedToMappingView(const string&, const string&, std::string)"),
+      {"lungroup", HuaweiApiValue::OBJECT_TYPE_LUN_GROUP, HuaweiArrayCode::LUN_GROUP_DOES_NOT_EXIST,
+       HuaweiOpType::REMOVE_LUN_GROUP_ASSOCIATED_TO_MAPPING_VIEW, "removeLunGroupToMappingView"},
+      lunGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(std::string const& hostGroupId,
                                                                 std::string const& mappingViewId,
                                                                 std::string vstoreId) {
-  return detach(secondGeneration("removeHostGroupAssociatedToMappingView(const string&, const string&, std::string)"),
-                {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_DOES_NOT_EXIST,
-                 HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW, nullptr},
-                hostGroupId, mappingViewId, vstoreId);
+  return detach(
+      secondGeneration(
+          "CXoError ZrManageHuawei::removeHostGroupAssociatedToMappingView(const string&, const string&, std::string)"),
+      {"hostgroup", HuaweiApiValue::OBJECT_TYPE_HOSTGROUP, HuaweiArrayCode::HOST_GROUP_DOES_NOT_EXIST,
+       HuaweiOpType::REMOVE_HOST_GROUP_ASSOCIATED_TO_MAPPING_VIEW, nullptr},
+      hostGroupId, mappingViewId, vstoreId);
 }
 
 CXoError ZrManageHuawei::deleteMappingView(std::string const& mappingViewId, std::string vstoreId) {
-  return secondGeneration("deleteMappingView(const string&, std::string)")
+  return secondGeneration("CXoError ZrManageHuawei::deleteMappingView(const string&, std::string)")
       .required({&mappingViewId})
       // A view that is gone is a failure here.
       .sends(HuaweiJSONDeleteRequest(),

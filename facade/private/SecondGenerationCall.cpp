@@ -8,9 +8,13 @@ namespace {
 const char kSourceFile[] = "ZrManageHuawei.cpp";
 const char kFacade[] = "ZrManageHuawei::";
 
-// "name" out of "name(<parameters>)", with the facade's class in front where `naming` asks for it.
-std::string logNameOf(const std::string& operation, LogName naming) {
-  const std::string name = operation.substr(0, operation.find('('));
+const char kSignatureStart[] = "CXoError ZrManageHuawei::";
+
+// "name" out of "CXoError ZrManageHuawei::name(<parameters>)", with the facade's class in front
+// where `naming` asks for it.
+std::string logNameOf(const std::string& signature, LogName naming) {
+  std::string::size_type start = signature.rfind(kSignatureStart, 0) == 0 ? sizeof kSignatureStart - 1 : 0;
+  const std::string name = signature.substr(start, signature.find('(') - start);
   return naming == LogName::Qualified ? kFacade + name : name;
 }
 }  // namespace
@@ -53,7 +57,7 @@ SecondGenerationCall::SecondGenerationCall(HuaweiRestAPI& transport, bool sessio
                                            const char* operation, LogName naming, unsigned long long jobId)
     : OwnLog(debug, logNameOf(operation, naming), jobId),
       PlainCallBase(transport, sessionOpen, m_ownLog),
-      m_signature(std::string("CXoError ") + kFacade + operation),
+      m_signature(operation),
       m_guardName(operationName(m_name.c_str())) {}
 
 SecondGenerationCall& SecondGenerationCall::required(std::initializer_list<const std::string*> values) {

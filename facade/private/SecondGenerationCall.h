@@ -104,10 +104,10 @@ class OwnLog {
 
 class SecondGenerationCall : private OwnLog, public PlainCallBase {
  public:
-  // operation is the operation's signature as text behind its class, e.g.
-  // "deleteLunGroup(const string&, std::string)": errors are located at the whole signature
-  // ("CXoError ZrManageHuawei::deleteLunGroup(...)"), and lines go through `debug` under the name in
-  // it, as `naming` says. The guard names the operation without "ZrManageHuawei::".
+  // operation is the operation's whole signature as text, e.g.
+  // "CXoError ZrManageHuawei::deleteLunGroup(const string&, std::string)": errors are located at it,
+  // and lines go through `debug` under the name in it, as `naming` says. The guard names the operation without
+  // "ZrManageHuawei::".
   SecondGenerationCall(HuaweiRestAPI& transport, bool sessionOpen, TkDebug& debug, const char* operation,
                        LogName naming, unsigned long long jobId);
 
