@@ -34,7 +34,7 @@ const char kNFSPermissions[] = "NFS_SHARE_AUTH_CLIENT";
 FirstGenerationTexts lookupTexts(const std::string& requestFailed) {
   return FirstGenerationTexts(requestFailed)
       .emptyResponseSays(std::string(kErrorPrefix) + kEmptyResponseText)
-      .parseFailureSays(std::string(kErrorPrefix) + kParseFailedText);
+      .parseFailureSays(kErrorParseFailedText);
 }
 
 // Shares of either protocol. An answer with an error object of code 0 and no list is how the array

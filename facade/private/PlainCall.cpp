@@ -10,6 +10,7 @@
 const char kBuildFailedText[] = "Unable to build the request body";
 const char kEmptyResponseText[] = "Empty response from the array";
 const char kParseFailedText[] = "Unable to parse the JSON Response";
+const char kErrorParseFailedText[] = "[ERROR] Unable to parse the JSON Response";
 
 std::string guardText(const char* operationName) {
   return YbString::Format("Before calling %s(), please initialize Huawei params using ZrManageHuawei::init().",

@@ -116,3 +116,5 @@ extern const char kBuildFailedText[];
 const int kFailureLevel = -1;
 extern const char kEmptyResponseText[];
 extern const char kParseFailedText[];
+// The same, as the operations that prefix their failures tell it.
+extern const char kErrorParseFailedText[];

@@ -30,7 +30,7 @@ class SecondGenerationTexts : public FailureTexts<SecondGenerationTexts> {
  public:
   explicit SecondGenerationTexts(std::string requestFailed)
       : FailureTexts(std::move(requestFailed), std::string("[ERROR] ") + kBuildFailedText,
-                     std::string("[ERROR] ") + kEmptyResponseText, std::string("[ERROR] ") + kParseFailedText) {}
+                     std::string("[ERROR] ") + kEmptyResponseText, kErrorParseFailedText) {}
   // Lookups speak of the empty answer and the parse failure with the "[ERROR] " prefix; changes
   // without it, and with other words for the empty answer. Neither prefixes the build failure.
   static SecondGenerationTexts lookup(std::string requestFailed);
